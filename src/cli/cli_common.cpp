@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "cli_common.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace morvane::cli {
+
+void add_base_option(CLI::App* command, std::string& base) {
+  command->add_option("--base", base, "Base folder of the configuration (default: line 2 of Morvane_Files.txt)");
+}
+
+void add_file_options(CLI::App* command, FileOptions& options) {
+  command->add_option("FILE", options.file, "Telemetry file")->required();
+  command->add_option("-t,--type", options.type, "File format: CSS, QM, GRM, FM or ZEB")
+      ->required()
+      ->check(CLI::IsMember({"CSS", "QM", "GRM", "FM", "ZEB"}, CLI::ignore_case));
+  add_base_option(command, options.base);
+  command->add_option("--byte-reverse", options.byte_reverse, "Byte order: on (first byte low) or off")
+      ->check(CLI::IsMember({"on", "off"}));
+  command->add_flag("--json", options.json, "Print JSON for scripts");
+}
+
+Configuration load_cli_configuration(const std::string& base, bool configuration_required) {
+  if (!base.empty()) return load_configuration(base);
+  if (std::filesystem::exists(kBasePathFile)) return load_configuration_from_pointer("");
+  if (configuration_required) {
+    throw CommandError("no configuration: give --base DIR or run where Morvane_Files.txt is");
+  }
+  return {};
+}
+
+Session open_session(const FileOptions& options, bool configuration_required) {
+  Session session;
+  session.config = load_cli_configuration(options.base, configuration_required);
+  session.Byte_Reverse = options.byte_reverse == "on";
+  load_telemetry(session, options.file, *parse_format_tag(options.type));
+  return session;
+}
+
+Json colour_json(int red, int green, int blue) { return Json::array({red, green, blue}); }
+
+void print_json(const Json& json) { std::cout << json.dump(2) << '\n'; }
+
+}  // namespace morvane::cli

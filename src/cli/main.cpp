@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// morvane-cli: every decoder of the workstation from the command line, printing the texts the
+// views show, for people or (--json) for scripts. Exit 0 done, 1 error, 2 usage.
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "cli_common.h"
+#include "commands.h"
+#include "core/error.h"
+
+int main(int argc, char** argv) {
+  CLI::App app{"Morvane EGSE batch tool: decode telemetry files as the workstation shows them", "morvane-cli"};
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "morvane-cli 0.1.0");
+  morvane::cli::add_commands(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const int status = app.exit(error);
+    return status == 0 ? 0 : 2;
+  } catch (const morvane::RuntimeError& error) {
+    std::cerr << "error: " << error.message() << '\n';
+    return 1;
+  } catch (const std::exception& error) {
+    std::cerr << "error: " << error.what() << '\n';
+    return 1;
+  }
+  return 0;
+}

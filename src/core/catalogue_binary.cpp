@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+// The classifier of the binary formats: walks the source packets of every frame by their
+// length fields and enters each in its list. Frames are independent of one another, so large
+// files are classified in blocks of frames on several threads and merged in frame order.
+#include <algorithm>
+#include <exception>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "core/error.h"
+#include "core/session.h"
+#include "core/telemetry_file.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int32_t kFirstPacketOffset = 23;  // 1-based in-frame offset of the first packet
+constexpr int32_t kLastPacketOffset = 250;  // packets start at most here
+constexpr int32_t kHeaderBytes = 18;        // identifier .. sub-type word
+constexpr int32_t kBlockFrames = 16384;
+
+struct BlockResult {
+  std::vector<Packet_Entry> hk, science, information;
+  std::vector<uint8_t> hk_rows;  // the sensor bytes of each housekeeping entry
+  Catalogue_Counters counters;
+  void clear() {
+    hk.clear();
+    science.clear();
+    information.clear();
+    hk_rows.clear();
+    counters = {};
+  }
+};
+
+struct Walk {
+  int32_t stride = 282;
+  bool family_282 = true;  // CSS/QM: the isotope test reads flag bit 2; GRM/FM reads bit 1
+  bool byte_reverse = true;
+  // The housekeeping sensor bytes are copied from the frames in memory when every sensor's
+  // byte lies within reach of the block buffer (offsets as read, swapped when byte_reverse).
+  bool copy_sensor_bytes = false;
+  std::vector<int32_t> sensor_offsets;
+  int32_t reach = kHeaderBytes;  // bytes after a packet's start that the block buffer holds
+};
+
+// Classifies frames first..last from a buffer that starts at 0-based file offset base.
+void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t last, const Walk& walk,
+                     BlockResult& out) {
+  auto word = [&](int64_t position) -> int32_t {  // position is 1-based in the file
+    const uint8_t* b = buffer + (position - 1 - base);
+    return walk.byte_reverse ? b[1] * 256 + b[0] : b[0] * 256 + b[1];
+  };
+  Catalogue_Counters& n = out.counters;
+  for (int32_t f = first; f <= last; ++f) {
+    const int64_t frame_start = static_cast<int64_t>(f - 1) * walk.stride;
+    int32_t o = kFirstPacketOffset;
+    do {
+      const int64_t p = frame_start + o;
+      const int32_t identifier = word(p);
+      const int32_t sequence_word = word(p + 2);
+      const int32_t length_field = word(p + 4);
+      int32_t time_high = word(p + 6);
+      const int32_t time_low = word(p + 8);
+      // A high time word above 32767 counts as -1: keeps the product inside 32 bits.
+      if (time_high > 32767) time_high = -1;
+      const int32_t flags = (sequence_word & 0xC000) / 16384;
+
+      Packet_Entry entry;
+      entry.Packet_Frame = f;
+      entry.Packet_Length = length_field + 7;
+      entry.Packet_Position = static_cast<int32_t>(p);
+      entry.Sequence_Count = sequence_word - flags * 16384;
+      entry.Lander_Time = time_high * 65536 + time_low;
+      o += length_field + 7;
+
+      // The class of an event is the class word / 256 compared exactly: a low byte makes it "other".
+      auto event_class = [&]() { const int32_t w = word(p + 14); return w % 256 == 0 ? w / 256 : -1; };
+      switch (identifier) {
+        case 0x0F34: {
+          const int32_t sub_type = word(p + 16);
+          entry.Label = sub_type == 1 ? LabelCode::Concise : sub_type == 2 ? LabelCode::Complete
+                                                                           : LabelCode::HousekeepingUnknown;
+          if (sub_type == 1) ++n.Concise_Count;
+          if (sub_type == 2) ++n.Complete_Count;
+          out.hk.push_back(entry);
+          if (walk.copy_sensor_bytes) {
+            const uint8_t* packet = buffer + (p - 1 - base);
+            for (const int32_t k : walk.sensor_offsets) out.hk_rows.push_back(packet[k]);
+          }
+          break;
+        }
+        case 0x0F37: {
+          switch (event_class()) {
+            case 1: entry.Label = LabelCode::NormalProgressEvent; ++n.Progress_Event_Count; break;
+            case 2: entry.Label = LabelCode::WarningAnomalousEvent; ++n.Warning_Event_Count; break;
+            case 10: entry.Label = LabelCode::NpeMemoryChecksum; ++n.Progress_Event_Count; break;
+            default: entry.Label = LabelCode::UnknownProgressEvent; ++n.Unknown_Count; break;
+          }
+          out.information.push_back(entry);
+          break;
+        }
+        case 0x0F31: {
+          switch (event_class()) {
+            case 1: entry.Label = LabelCode::AcceptanceSuccess; ++n.Acceptance_Success_Count; break;
+            case 2: entry.Label = LabelCode::AcceptanceFailure; ++n.Acceptance_Failure_Count; break;
+            case 10: entry.Label = LabelCode::MemoryChecksum; ++n.Memory_Checksum_Count; break;
+            default: entry.Label = LabelCode::UnknownAcceptance; ++n.Unknown_Count; break;
+          }
+          out.information.push_back(entry);
+          break;
+        }
+        case 0x0F39:
+          entry.Label = LabelCode::MemoryDump;
+          ++n.Memory_Dump_Count;
+          out.information.push_back(entry);
+          break;
+        case 0x0F3C: {
+          const int32_t sub_type = word(p + 16);
+          entry.Segment_Flags = static_cast<int16_t>(flags);
+          switch (sub_type) {
+            case 1: entry.Label = LabelCode::AuxiliaryData; ++n.Auxiliary_Count; break;
+            case 2: entry.Label = LabelCode::GcSpectrum; ++n.GC_Spectrum_Count; break;
+            case 3: {
+              entry.Label = LabelCode::IsotopeSpectrum;
+              ++n.Isotope_Packet_Count;
+              // The two families test different flag bits on purpose.
+              if (flags & (walk.family_282 ? 2 : 1)) ++n.Isotope_Spectrum_Count;
+              break;
+            }
+            default: entry.Label = LabelCode::ScienceUnknown; break;
+          }
+          out.science.push_back(entry);
+          break;
+        }
+        default: {
+          // An empty or unknown slot ends the frame.
+          entry.Packet_Length = -1;
+          entry.Sequence_Count = -1;
+          entry.Lander_Time = -1;
+          entry.Segment_Flags = 0;
+          if (identifier == 0) {
+            entry.Label = LabelCode::Empty;
+            ++n.Empty_Count;
+          } else {
+            entry.Label = LabelCode::Unknown;
+            ++n.Unknown_Count;
+          }
+          out.information.push_back(entry);
+          o = 282;
+          break;
+        }
+      }
+    } while (o <= kLastPacketOffset);
+  }
+}
+
+void classify_block(const TelemetryFile& file, int32_t first, int32_t last, const Walk& walk,
+                    std::vector<uint8_t>& buffer, BlockResult& out) {
+  const int64_t base = static_cast<int64_t>(first - 1) * walk.stride;
+  const size_t length = static_cast<size_t>(static_cast<int64_t>(last - first) * walk.stride +
+                                            kLastPacketOffset + walk.reach);
+  buffer.resize(length);
+  file.bytes().read(static_cast<uint64_t>(base), buffer.data(), length);
+  classify_frames(buffer.data(), base, first, last, walk, out);
+}
+
+void append(Session& session, const BlockResult& block, const Walk& walk) {
+  Catalogue& catalogue = session.catalogue;
+  catalogue.HK_List.append(block.hk.data(), block.hk.size());
+  catalogue.Science_List.append(block.science.data(), block.science.size());
+  catalogue.Information_List.append(block.information.data(), block.information.size());
+  catalogue.counters.add(block.counters);
+  if (walk.copy_sensor_bytes) {
+    session.HK_Sensor_Data.append_rows(block.hk_rows.data(), static_cast<int32_t>(block.hk.size()));
+  }
+}
+
+// Sensor bytes can be copied during the walk when the table is level with the list and every
+// offset lies a little way into the packet.
+void plan_sensor_bytes(Session& session, Walk& walk) {
+  HK_Sensor_Table& table = session.HK_Sensor_Data;
+  const int sensors = session.config.Sensor_Count();
+  if (table.sensors() != sensors && session.catalogue.HK_Count() == 0) table.reset(sensors);
+  if (table.sensors() != sensors || table.entries() != session.catalogue.HK_Count()) return;
+  constexpr int32_t kFurthestOffset = 1024;
+  for (const auto& sensor : session.config.Sensor_Table) {
+    const int64_t k = walk.byte_reverse ? swapped_byte_offset(sensor.Byte_Offset) : sensor.Byte_Offset;
+    if (k < 0 || k > kFurthestOffset) return;
+    walk.sensor_offsets.push_back(static_cast<int32_t>(k));
+    walk.reach = std::max(walk.reach, static_cast<int32_t>(k) + 1);
+  }
+  walk.copy_sensor_bytes = true;
+}
+
+void check_positions_fit(const Session& session, int stride) {
+  const int64_t last_position = static_cast<int64_t>(session.Packet_Count - 1) * stride + kLastPacketOffset;
+  if (last_position > INT32_MAX) {
+    raise(ErrorNumber::Overflow,
+          session.File_Name + " holds " + std::to_string(session.telemetry().bytes().size()) +
+              " bytes; the largest " + std::string(format_tag(session.File_Type)) + " file that can be read is " +
+              std::to_string(largest_supported_size(session.File_Type)) + " bytes");
+  }
+}
+
+void catalogue_binary(Session& session, int32_t stride, bool family_282, const ProgressFunction& progress) {
+  const int32_t first = session.catalogue.Previous_Packet_Count + 1;
+  const int32_t last = session.Packet_Count;
+  if (first > last) return;
+  check_positions_fit(session, stride);
+  const TelemetryFile& file = session.telemetry();
+  Walk walk;
+  walk.stride = stride;
+  walk.family_282 = family_282;
+  walk.byte_reverse = session.Byte_Reverse;
+  plan_sensor_bytes(session, walk);
+  const int32_t total = last - first + 1;
+  const int workers = total <= kBlockFrames ? 1 : static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 4u));
+
+  std::vector<BlockResult> results(static_cast<size_t>(workers));
+  for (auto& result : results) {  // room for a busy block, so the vectors rarely grow
+    result.hk.reserve(kBlockFrames * 4);
+    result.science.reserve(kBlockFrames);
+    result.information.reserve(kBlockFrames * 4);
+  }
+  std::vector<std::vector<uint8_t>> buffers(static_cast<size_t>(workers));
+  std::vector<std::exception_ptr> failures(static_cast<size_t>(workers));
+  for (int64_t start = first; start <= last; start += static_cast<int64_t>(kBlockFrames) * workers) {
+    std::vector<std::thread> threads;
+    for (int w = 0; w < workers; ++w) {
+      const int64_t block_first = start + static_cast<int64_t>(w) * kBlockFrames;
+      const int64_t block_last = std::min<int64_t>(block_first + kBlockFrames - 1, last);
+      auto& result = results[static_cast<size_t>(w)];
+      result.clear();
+      if (block_first > last) continue;
+      auto job = [&, w, block_first, block_last] {
+        try {
+          classify_block(file, static_cast<int32_t>(block_first), static_cast<int32_t>(block_last), walk,
+                         buffers[static_cast<size_t>(w)], results[static_cast<size_t>(w)]);
+        } catch (...) {
+          failures[static_cast<size_t>(w)] = std::current_exception();
+        }
+      };
+      if (w == 0) {
+        job();  // the calling thread takes the first block itself
+      } else {
+        threads.emplace_back(job);
+      }
+    }
+    for (auto& thread : threads) thread.join();
+    for (auto& failure : failures) {
+      if (failure) std::rethrow_exception(failure);
+    }
+    for (const auto& result : results) append(session, result, walk);
+    if (progress) {
+      const int64_t done = std::min<int64_t>(start + static_cast<int64_t>(kBlockFrames) * workers, last + 1) - first;
+      progress(done, total);
+    }
+  }
+}
+
+}  // namespace
+
+void Catalogue_282_Byte_File(Session& session, const ProgressFunction& progress) {
+  catalogue_binary(session, 282, true, progress);
+}
+
+void Catalogue_280_Byte_File(Session& session, const ProgressFunction& progress) {
+  catalogue_binary(session, 280, false, progress);
+}
+
+}  // namespace morvane

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "core/huge_buffer.h"
+
+#include "core/packet_entry.h"
+
+namespace morvane {
+
+// The per-type counters of a catalogue.
+struct Catalogue_Counters {
+  int32_t Complete_Count = 0;
+  int32_t Concise_Count = 0;
+  int32_t Auxiliary_Count = 0;
+  int32_t GC_Spectrum_Count = 0;
+  int32_t Isotope_Packet_Count = 0;
+  int32_t Isotope_Spectrum_Count = 0;  // isotope packets that start or make a whole spectrum
+  int32_t Progress_Event_Count = 0;
+  int32_t Warning_Event_Count = 0;
+  int32_t Memory_Checksum_Count = 0;  // never reset: it accumulates over every load of a run
+  int32_t Memory_Dump_Count = 0;
+  int32_t Acceptance_Success_Count = 0;
+  int32_t Acceptance_Failure_Count = 0;
+  int32_t Unknown_Count = 0;
+  int32_t Empty_Count = 0;
+
+  void add(const Catalogue_Counters& other);
+};
+
+// The catalogue of the loaded file: three lists of packets and their counters, plus the copy
+// of the state after the last pass, from which real-time collection extends it.
+struct Catalogue {
+  EntryList HK_List;
+  EntryList Science_List;
+  EntryList Information_List;
+  Catalogue_Counters counters;
+
+  int32_t Previous_Packet_Count = 0;
+  int32_t Previous_HK_Count = 0;
+  int32_t Previous_Science_Count = 0;
+  int32_t Previous_Information_Count = 0;
+  Catalogue_Counters previous;
+
+  int32_t HK_Count() const { return HK_List.size(); }
+  int32_t Science_Count() const { return Science_List.size(); }
+  int32_t Information_Count() const { return Information_List.size(); }
+};
+
+// The raw sensor bytes of every housekeeping packet, copied at load: one row of sensors()
+// bytes per housekeeping entry, rows 1..entries() filled. Kept in large chunks, like the lists.
+class HK_Sensor_Table {
+ public:
+  int sensors() const { return sensors_; }
+  int32_t entries() const { return entries_; }
+  // The byte of sensor s in entry k; out of range is "Subscript out of range".
+  uint8_t at(int sensor, int32_t entry) const;
+  const uint8_t* row(int32_t entry) const { return chunk(entry - 1) + static_cast<size_t>((entry - 1) & kMask) * static_cast<size_t>(sensors_); }
+  // Appends count rows of sensors() bytes each.
+  void append_rows(const uint8_t* rows, int32_t count);
+  // Empties the table and sets the row width.
+  void reset(int sensors);
+
+ private:
+  // 2^21 rows make a whole number of huge pages whatever the row width; only the rows
+  // written become resident.
+  static constexpr int kShift = 21;
+  static constexpr int32_t kMask = (1 << kShift) - 1;
+  uint8_t* chunk(int32_t zero_based) const {
+    return reinterpret_cast<uint8_t*>(chunks_[static_cast<size_t>(zero_based >> kShift)].get());
+  }
+  int sensors_ = 0;
+  int32_t entries_ = 0;
+  std::vector<std::unique_ptr<std::byte[], FreeDeleter>> chunks_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "core/packet_entry.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/error.h"
+
+namespace morvane {
+
+std::string_view label_text(LabelCode label) {
+  switch (label) {
+    case LabelCode::Concise: return " Concise  ";
+    case LabelCode::Complete: return " Complete ";
+    case LabelCode::HousekeepingUnknown: return " Unknown  ";
+    case LabelCode::NormalProgressEvent: return " Normal Progress Event   ";
+    case LabelCode::WarningAnomalousEvent: return " Warning Anomalous Event ";
+    case LabelCode::NpeMemoryChecksum: return " NPE - Memory Checksum   ";
+    case LabelCode::UnknownProgressEvent: return " Unknown - progress event";
+    case LabelCode::AcceptanceSuccess: return " Acceptance Success      ";
+    case LabelCode::AcceptanceFailure: return " Acceptance Failure      ";
+    case LabelCode::MemoryChecksum: return " Memory Checksum         ";
+    case LabelCode::UnknownAcceptance: return " Unknown - acceptance    ";
+    case LabelCode::MemoryDump: return " Memory Dump             ";
+    case LabelCode::AuxiliaryData: return " Auxiliary Data   ";
+    case LabelCode::GcSpectrum: return " GC spectrum      ";
+    case LabelCode::IsotopeSpectrum: return " Isotope spectrum ";
+    case LabelCode::ScienceUnknown: return " Unknown          ";
+    case LabelCode::Empty: return "  Empty  ";
+    case LabelCode::Unknown: return " Unknown ";
+  }
+  return "";
+}
+
+const Packet_Entry& EntryList::at(int32_t i) const {
+  if (i < 1 || i > size_) {
+    raise(ErrorNumber::SubscriptOutOfRange,
+          "entry " + std::to_string(i) + " of a list of " + std::to_string(size_));
+  }
+  return (*this)[i];
+}
+
+void EntryList::append(const Packet_Entry* entries, size_t count) {
+  if (static_cast<int64_t>(size_) + static_cast<int64_t>(count) > INT32_MAX) {
+    raise(ErrorNumber::Overflow, "a catalogue list holds at most 2147483647 entries");
+  }
+  while (count > 0) {
+    if (static_cast<size_t>(size_ >> kShift) == chunks_.size()) {
+      chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * kChunkEntries));
+    }
+    const size_t room = static_cast<size_t>(kChunkEntries - (size_ & kMask));
+    const size_t n = count < room ? count : room;
+    std::memcpy(chunk(size_) + (size_ & kMask), entries, n * sizeof(Packet_Entry));
+    size_ += static_cast<int32_t>(n);
+    entries += n;
+    count -= n;
+  }
+}
+
+void EntryList::clear() {
+  chunks_.clear();
+  size_ = 0;
+}
+
+}  // namespace morvane

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "core/zeb_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+#include "core/arithmetic.h"
+#include "core/error.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr size_t kChunk = 4 * 1024 * 1024;
+
+// A 0 byte also separates: past the end of the file every byte reads as 0.
+inline bool is_separator(uint8_t c) {
+  return c == ',' || c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == 0;
+}
+
+}  // namespace
+
+bool parse_zeb_item(const char* begin, const char* end, int32_t& value) {
+  // Fast path: an optional sign and decimal digits.
+  const char* p = begin;
+  bool negative = false;
+  if (p < end && (*p == '-' || *p == '+')) negative = *p++ == '-';
+  if (p < end && end - p <= 9) {
+    int32_t v = 0;
+    const char* q = p;
+    while (q < end && *q >= '0' && *q <= '9') v = v * 10 + (*q++ - '0');
+    if (q == end) {
+      value = negative ? -v : v;
+      return true;
+    }
+  }
+  double real = 0;
+  if (begin < end && *begin == '+') ++begin;
+  const auto result = std::from_chars(begin, end, real);
+  if (result.ec != std::errc() || result.ptr != end) return false;
+  value = to_int32(real);
+  return true;
+}
+
+uint8_t zeb_item_byte(int32_t item, bool high) {
+  int64_t v = item;
+  if (v < 0) v += 65536;
+  if (v < 0 || v > 65535) raise(ErrorNumber::Overflow, "ZEB item " + std::to_string(item) + " does not fit 16 bits");
+  return static_cast<uint8_t>(high ? v / 256 : v % 256);
+}
+
+ZebText::ZebText(const FileBytes& file) : file_(file) { rescan(); }
+
+void ZebText::rescan() {
+  const uint64_t size = file_.size();
+  std::vector<uint8_t> buffer;
+  while (scanned_ < size) {
+    const size_t count = static_cast<size_t>(std::min<uint64_t>(kChunk, size - scanned_));
+    buffer.resize(count);
+    file_.read(scanned_, buffer.data(), count);
+    for (size_t i = 0; i < count; ++i) {
+      const bool separator = is_separator(buffer[i]);
+      if (!separator && !in_item_) {
+        if (item_count_ % kZebItemsPerRecord == 0) starts_.push_back(scanned_ + i);
+        ++item_count_;
+      }
+      in_item_ = !separator;
+    }
+    scanned_ += count;
+  }
+  cached_record_ = -1;
+}
+
+int32_t ZebText::complete_records() const {
+  const int64_t records = item_count_ / kZebItemsPerRecord - 1;
+  return records < 0 ? 0 : static_cast<int32_t>(std::min<int64_t>(records, INT32_MAX));
+}
+
+const ZebRecord& ZebText::record(int32_t r) const {
+  if (r == cached_record_) return cache_;
+  if (r < 1 || r > complete_records()) {
+    raise(ErrorNumber::InputPastEndOfFile,
+          file_.path() + " (ZEB record " + std::to_string(r) + " is not complete)");
+  }
+  uint64_t offset = starts_[static_cast<size_t>(r)];
+  std::string token;
+  int item = 0;
+  std::vector<uint8_t> buffer(4096);
+  while (item < kZebItemsPerRecord) {
+    file_.read(offset, buffer.data(), buffer.size());
+    for (size_t i = 0; i < buffer.size() && item < kZebItemsPerRecord; ++i) {
+      const uint8_t c = buffer[i];
+      if (is_separator(c)) {
+        if (!token.empty()) {
+          ++item;
+          if (!parse_zeb_item(token.data(), token.data() + token.size(), cache_[static_cast<size_t>(item)])) {
+            cached_record_ = -1;
+            raise(ErrorNumber::TypeMismatch, file_.path() + " record " + std::to_string(r) + " item " +
+                                                 std::to_string(item) + " \"" + token + "\" is not a number");
+          }
+          token.clear();
+        }
+      } else {
+        token += static_cast<char>(c);
+      }
+    }
+    offset += buffer.size();
+  }
+  cached_record_ = r;
+  return cache_;
+}
+
+uint8_t ZebText::packet_byte(int32_t r, int k) const {
+  if (k < 0 || k / 2 + 9 > kZebItemsPerRecord) {
+    raise(ErrorNumber::SubscriptOutOfRange, "packet byte " + std::to_string(k) + " lies beyond the ZEB record");
+  }
+  return zeb_item_byte(record(r)[static_cast<size_t>(k / 2 + 9)], k % 2 == 0);
+}
+
+}  // namespace morvane

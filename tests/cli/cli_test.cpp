@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// The batch tool's contract: commands, exit statuses and JSON keys that users' scripts rely on.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "sim/config_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using nlohmann::json;
+using testing::FrameWriter;
+using testing::Packet;
+
+constexpr const char* kCli = "src/cli/morvane-cli";
+
+class CliTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    base = sim::write_configuration(dir.path("base"));
+    FrameWriter writer(282);
+    writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}, Packet{0x0F3C, 0x8000 + 4, 25, 0, 1001, {{16, 3}}, {}}});
+    writer.add_frame({Packet{0x0F37, 5, 11, 0, 1002, {{14, 0x0100}}, {}}});
+    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+  }
+  testing::ProgramRun cli(std::vector<std::string> arguments) { return testing::run_program(kCli, arguments); }
+  testing::TempDir dir;
+  std::string base;
+};
+
+TEST_F(CliTest, SummaryJsonHasTheContractKeys) {
+  const auto run = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--base", base, "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const json j = json::parse(run.out);
+  EXPECT_EQ(j["file_name"], dir.path("t.dat"));
+  EXPECT_EQ(j["file_type"], "CSS");
+  EXPECT_EQ(j["packet_count"], 2);
+  for (const char* key : {"hk_count", "science_count", "information_count", "complete_count", "concise_count",
+                          "auxiliary_count", "gc_spectrum_count", "isotope_packet_count", "isotope_spectrum_count",
+                          "progress_event_count", "warning_event_count", "memory_checksum_count", "memory_dump_count",
+                          "acceptance_success_count", "acceptance_failure_count", "unknown_count", "empty_count"}) {
+    EXPECT_TRUE(j["counts"].contains(key)) << key;
+  }
+  EXPECT_EQ(j["counts"]["isotope_spectrum_count"], 1);
+  ASSERT_EQ(j["hk"].size(), 1u);
+  EXPECT_EQ(j["hk"][0], (json{{"packet_frame", 1}, {"packet_length", 58}, {"packet_position", 23},
+                              {"sequence_count", 3}, {"segment_flags", 0}, {"lander_time", 1000},
+                              {"label", " Complete "}}));
+  EXPECT_EQ(j["lines"]["science"][0], "1        Isotope spectrum         4       1001        1   Start");
+  EXPECT_EQ(j["lines"]["information"].size(), 3u);
+}
+
+TEST_F(CliTest, SummaryCountsLeavesTheListsOut) {
+  const auto run = cli({"summary", dir.path("t.dat"), "--type", "css", "--counts", "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const json j = json::parse(run.out);
+  EXPECT_FALSE(j.contains("hk"));
+  EXPECT_EQ(j["counts"]["progress_event_count"], 1);
+  const auto text = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--counts"});
+  EXPECT_NE(text.out.find("Memory Cheksums  0"), std::string::npos) << text.out;
+}
+
+TEST_F(CliTest, ByteOrderOffReadsTheWordsTheOtherWayRound) {
+  const auto run = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--byte-reverse", "off", "--counts", "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(json::parse(run.out)["counts"]["hk_count"], 0);
+}
+
+TEST_F(CliTest, ConvertPrintsTheValueAndItsText) {
+  const auto run = cli({"convert", "--sensor", "28", "--voltage", "2.98", "--base", base, "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const json j = json::parse(run.out);
+  EXPECT_EQ(j["sensor"], 28);
+  EXPECT_EQ(j["unit"], "oC");
+  EXPECT_EQ(j["value_text"], "25");
+  EXPECT_NEAR(j["value"].get<double>(), 25, 1e-9);
+}
+
+TEST_F(CliTest, ExitStatusesSayHowTheCommandEnded) {
+  const auto missing = cli({"summary", dir.path("none.dat"), "-t", "CSS"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.err.rfind("error: File not found", 0), 0u) << missing.err;
+  EXPECT_EQ(cli({"summary", dir.path("t.dat")}).status, 2);               // no --type
+  EXPECT_EQ(cli({"summary", dir.path("t.dat"), "-t", "XYZ"}).status, 2);  // not a format
+  EXPECT_EQ(cli({"nonsense"}).status, 2);
+  const auto broken = cli({"convert", "--sensor", "22", "--voltage", "1", "--base", dir.path("nowhere")});
+  EXPECT_EQ(broken.status, 1);
+  EXPECT_NE(broken.err.find("N-Type.txt"), std::string::npos) << broken.err;
+}
+
+TEST_F(CliTest, TheBaseFolderDefaultsToThePointerFileHere) {
+  const auto run = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "5.2 mm\n");
+}
+
+}  // namespace
+}  // namespace morvane

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+#include "core/session.h"
+
+#include <gtest/gtest.h>
+
+#include "core/error.h"
+#include "sim/config_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::FrameWriter;
+using testing::Packet;
+using testing::TempDir;
+
+Packet hk(int sub_type, int sequence = 1, int time_low = 100) {
+  Packet p{0x0F34, sequence, 51, 0, time_low, {{16, sub_type}}, {}};
+  return p;
+}
+Packet science(int sub_type, int flags = 0, int sequence = 1) {
+  return Packet{0x0F3C, flags * 16384 + sequence, 25, 0, 7, {{16, sub_type}}, {}};
+}
+Packet event(int identifier, int class_word) { return Packet{identifier, 5, 11, 0, 9, {{14, class_word}}, {}}; }
+
+struct Fixture {
+  TempDir dir;
+  Session session;
+  Fixture() { session.config = load_configuration(sim::write_configuration(dir.path("base"))); }
+  void load(FrameWriter& writer, FileFormat format) {
+    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+    load_telemetry(session, dir.path("t.dat"), format);
+  }
+  const Catalogue& catalogue() const { return session.catalogue; }
+};
+
+TEST(Catalogue, EveryIdentifierAndSelectorGetsItsLabel) {
+  struct Case {
+    Packet packet;
+    LabelCode label;
+  };
+  const Case cases[] = {
+      {hk(1), LabelCode::Concise},
+      {hk(2), LabelCode::Complete},
+      {hk(5), LabelCode::HousekeepingUnknown},
+      {event(0x0F37, 0x0100), LabelCode::NormalProgressEvent},
+      {event(0x0F37, 0x0200), LabelCode::WarningAnomalousEvent},
+      {event(0x0F37, 0x0A00), LabelCode::NpeMemoryChecksum},
+      {event(0x0F37, 0x0101), LabelCode::UnknownProgressEvent},
+      {event(0x0F31, 0x0100), LabelCode::AcceptanceSuccess},
+      {event(0x0F31, 0x0200), LabelCode::AcceptanceFailure},
+      {event(0x0F31, 0x0A00), LabelCode::MemoryChecksum},
+      {event(0x0F31, 0x0300), LabelCode::UnknownAcceptance},
+      {event(0x0F39, 0), LabelCode::MemoryDump},
+      {science(1), LabelCode::AuxiliaryData},
+      {science(2), LabelCode::GcSpectrum},
+      {science(3), LabelCode::IsotopeSpectrum},
+      {science(7), LabelCode::ScienceUnknown},
+  };
+  for (const auto& c : cases) {
+    Fixture f;
+    FrameWriter writer(282);
+    writer.add_frame({c.packet});
+    f.load(writer, FileFormat::CSS);
+    const Catalogue& cat = f.catalogue();
+    const EntryList& list = c.packet.identifier == 0x0F34   ? cat.HK_List
+                            : c.packet.identifier == 0x0F3C ? cat.Science_List
+                                                            : cat.Information_List;
+    ASSERT_GE(list.size(), 1) << label_text(c.label);
+    EXPECT_EQ(list[1].Label, c.label) << label_text(c.label);
+  }
+}
+
+TEST(Catalogue, CountersFollowTheLabels) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({hk(1), hk(2), hk(5)});
+  writer.add_frame({event(0x0F37, 0x0100), event(0x0F37, 0x0A00), event(0x0F37, 0x0101), event(0x0F31, 0x0A00),
+                    event(0x0F31, 0x0100), event(0x0F31, 0x0200), event(0x0F39, 0), event(0x0F37, 0x0200)});
+  writer.add_frame({science(1), science(2), science(3, 3), science(3, 2), science(3, 1), science(9)});
+  writer.add_frame({Packet{0x1234, 0, 11, 0, 0, {}, {}}});
+  f.load(writer, FileFormat::QM);
+  const Catalogue_Counters& n = f.catalogue().counters;
+  EXPECT_EQ(f.catalogue().HK_Count(), 3);
+  EXPECT_EQ(n.Concise_Count, 1);
+  EXPECT_EQ(n.Complete_Count, 1);
+  EXPECT_EQ(n.Progress_Event_Count, 2);  // normal and NPE - Memory Checksum together
+  EXPECT_EQ(n.Warning_Event_Count, 1);
+  EXPECT_EQ(n.Memory_Checksum_Count, 1);
+  EXPECT_EQ(n.Acceptance_Success_Count, 1);
+  EXPECT_EQ(n.Acceptance_Failure_Count, 1);
+  EXPECT_EQ(n.Memory_Dump_Count, 1);
+  EXPECT_EQ(n.Auxiliary_Count, 1);
+  EXPECT_EQ(n.GC_Spectrum_Count, 1);
+  EXPECT_EQ(n.Isotope_Packet_Count, 3);
+  EXPECT_EQ(n.Isotope_Spectrum_Count, 2);  // flags 3 and 2 pass the CSS/QM test of bit 2
+  EXPECT_EQ(n.Unknown_Count, 2);           // an unknown progress event and an unknown identifier
+  EXPECT_EQ(n.Empty_Count, 3);  // frames 1 to 3 end in an empty slot; frame 4 in the unknown one
+  EXPECT_EQ(f.catalogue().Science_Count(), 6);
+}
+
+TEST(Catalogue, TheTwoBinaryFamiliesTestDifferentIsotopeBits) {
+  for (auto [format, stride, expected] : {std::tuple{FileFormat::CSS, 282, 2}, std::tuple{FileFormat::GRM, 280, 2}}) {
+    Fixture f;
+    FrameWriter writer(stride);
+    writer.add_frame({science(3, 3), science(3, 2), science(3, 1), science(3, 0)});
+    f.load(writer, format);
+    EXPECT_EQ(f.catalogue().counters.Isotope_Spectrum_Count, expected);
+  }
+  Fixture css, grm;
+  FrameWriter a(282), b(280);
+  a.add_frame({science(3, 2)});
+  b.add_frame({science(3, 2)});
+  css.load(a, FileFormat::CSS);
+  grm.load(b, FileFormat::FM);
+  EXPECT_EQ(css.catalogue().counters.Isotope_Spectrum_Count, 1);
+  EXPECT_EQ(grm.catalogue().counters.Isotope_Spectrum_Count, 0);
+}
+
+TEST(Catalogue, EntriesCarryTheHeaderFields) {
+  Fixture f;
+  FrameWriter writer(282);
+  Packet p = science(3, 2, 0x1234);
+  p.time_high = 0x8001;
+  p.time_low = 5;
+  writer.add_frame({hk(2, 7, 0x0102), p});
+  f.load(writer, FileFormat::CSS);
+  const Packet_Entry& h = f.catalogue().HK_List[1];
+  EXPECT_EQ(h.Packet_Frame, 1);
+  EXPECT_EQ(h.Packet_Position, 23);
+  EXPECT_EQ(h.Packet_Length, 58);
+  EXPECT_EQ(h.Sequence_Count, 7);
+  EXPECT_EQ(h.Lander_Time, 0x0102);
+  EXPECT_EQ(h.Segment_Flags, 0);
+  const Packet_Entry& s = f.catalogue().Science_List[1];
+  EXPECT_EQ(s.Packet_Position, 23 + 58);
+  EXPECT_EQ(s.Sequence_Count, 0x1234);
+  EXPECT_EQ(s.Segment_Flags, 2);
+  EXPECT_EQ(s.Lander_Time, 5 - 65536);  // a high time word above 32767 counts as -1
+}
+
+TEST(Catalogue, AnEmptySlotEndsTheFrameAndBeyondTheFileIsEmpty) {
+  Fixture f;
+  FrameWriter writer(280);
+  writer.add_frame({hk(1), Packet{0, 0, 11, 0, 0, {}, {}}, hk(2)});
+  writer.add_frame({});
+  f.load(writer, FileFormat::GRM);  // 560 bytes count as 3 frames; the third lies past the end
+  EXPECT_EQ(f.session.Packet_Count, 3);
+  EXPECT_EQ(f.catalogue().HK_Count(), 1);
+  ASSERT_EQ(f.catalogue().Information_Count(), 3);
+  for (int i = 1; i <= 3; ++i) {
+    const Packet_Entry& e = f.catalogue().Information_List[i];
+    EXPECT_EQ(e.Label, LabelCode::Empty);
+    EXPECT_EQ(e.Packet_Frame, i);
+    EXPECT_EQ(e.Packet_Length, -1);
+    EXPECT_EQ(e.Sequence_Count, -1);
+    EXPECT_EQ(e.Lander_Time, -1);
+  }
+  EXPECT_EQ(f.catalogue().Information_List[3].Packet_Position, 2 * 280 + 23);
+}
+
+TEST(Catalogue, ALongFirstPacketEndsTheFrame) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({Packet{0x0F34, 1, 300, 0, 0, {{16, 2}}, {}}});
+  writer.add_frame({hk(1)});
+  f.load(writer, FileFormat::CSS);
+  EXPECT_EQ(f.catalogue().HK_Count(), 2);  // the second HK is frame 2's own, not read inside frame 1
+  EXPECT_EQ(f.catalogue().HK_List[2].Packet_Frame, 2);
+  EXPECT_EQ(f.catalogue().Information_Count(), 1);  // frame 2's trailing empty slot
+}
+
+TEST(Catalogue, ByteOrderDecidesWhatTheIdentifiersAre) {
+  Fixture f;
+  FrameWriter writer(282, /*low_byte_first=*/false);
+  writer.add_frame({hk(2)});
+  f.load(writer, FileFormat::CSS);  // read low byte first: 0x0F34 becomes 0x340F
+  EXPECT_EQ(f.catalogue().HK_Count(), 0);
+  EXPECT_EQ(f.catalogue().Information_List[1].Label, LabelCode::Unknown);
+  f.session.Byte_Reverse = false;
+  load_telemetry(f.session, f.dir.path("t.dat"), FileFormat::CSS);
+  EXPECT_EQ(f.catalogue().HK_Count(), 1);
+}
+
+TEST(Catalogue, MemoryChecksumsAccumulateOverLoads) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({event(0x0F31, 0x0A00)});
+  f.load(writer, FileFormat::CSS);
+  f.load(writer, FileFormat::CSS);
+  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count, 2);
+  EXPECT_EQ(f.catalogue().Information_Count(), 2);  // the checksum report and the empty slot
+}
+
+TEST(Catalogue, ResetClearsTheStoreAndTheCurrentEntries) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({hk(1), science(1)});
+  f.load(writer, FileFormat::CSS);
+  f.session.Current_HK_Index = 5;
+  f.session.Current_Science_Index = 3;
+  Reset_Packet_Store(f.session);
+  EXPECT_EQ(f.session.Packet_Count, 0);
+  EXPECT_EQ(f.catalogue().HK_Count() + f.catalogue().Science_Count() + f.catalogue().Information_Count(), 0);
+  EXPECT_EQ(f.catalogue().Previous_Packet_Count, 0);
+  EXPECT_EQ(f.session.Current_HK_Index, 1);
+  EXPECT_EQ(f.session.Current_Science_Index, 0);
+}
+
+TEST(Catalogue, ManyFramesOnSeveralThreadsKeepFrameOrder) {
+  Fixture f;
+  FrameWriter writer(282);
+  const int frames = 50000;
+  for (int i = 0; i < frames; ++i) writer.add_frame({hk(1 + i % 2, i % 16384), science(1, 0, i % 16384)});
+  f.load(writer, FileFormat::CSS);
+  ASSERT_EQ(f.catalogue().HK_Count(), frames);
+  for (int i = 1; i <= frames; i += 997) {
+    EXPECT_EQ(f.catalogue().HK_List[i].Packet_Frame, i);
+    EXPECT_EQ(f.catalogue().Science_List[i].Sequence_Count, (i - 1) % 16384);
+  }
+  EXPECT_EQ(f.catalogue().counters.Concise_Count, frames / 2);
+  EXPECT_EQ(f.catalogue().counters.Empty_Count, frames);
+}
+
+TEST(Catalogue, GrowingFileIsExtendedFromThePreviousPass) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({hk(1)});
+  f.load(writer, FileFormat::CSS);
+  EXPECT_FALSE(extend_catalogue(f.session));
+  writer.add_frame({hk(2), event(0x0F31, 0x0A00)});
+  std::vector<uint8_t> partial = writer.bytes();
+  partial.resize(282 + 40);  // the second frame caught half-written
+  testing::write_bytes(f.dir.path("t.dat"), partial);
+  ASSERT_TRUE(extend_catalogue(f.session));
+  EXPECT_EQ(f.session.Packet_Count, 2);
+  EXPECT_EQ(f.catalogue().HK_Count(), 2);
+  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count, 0);  // not yet written when read
+  EXPECT_EQ(f.session.HK_Sensor_Data.entries(), 2);
+  Save_Catalogue_Counts(f.session);
+  EXPECT_EQ(f.catalogue().Previous_HK_Count, 2);
+  testing::write_bytes(f.dir.path("t.dat"), writer.bytes());
+  EXPECT_FALSE(extend_catalogue(f.session));  // a frame once catalogued is not read again
+  testing::write_bytes(f.dir.path("t.dat"), {});
+  EXPECT_FALSE(extend_catalogue(f.session));  // a shrunk file is ignored
+  EXPECT_EQ(f.catalogue().HK_Count(), 2);
+}
+
+TEST(Catalogue, HousekeepingSensorBytesHonourTheByteOrder) {
+  Fixture f;
+  Packet p = hk(2);
+  for (int k = 22; k <= 57; ++k) p.bytes[k] = static_cast<uint8_t>(k);
+  FrameWriter high_first(282, false), low_first(282, true);
+  high_first.add_frame({p});
+  low_first.add_frame({p});
+  f.session.Byte_Reverse = false;
+  f.load(high_first, FileFormat::CSS);
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 22);  // sensor 1 sits at byte 22
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(2, 1), 23);
+  f.session.Byte_Reverse = true;
+  f.load(low_first, FileFormat::CSS);
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 23);  // swapped within its word
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(2, 1), 22);
+  EXPECT_THROW(f.session.HK_Sensor_Data.at(37, 1), RuntimeError);
+}
+
+TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
+  Fixture f;
+  using testing::zeb_record;
+  const std::string text = testing::zeb_text({
+      zeb_record({{5, 1844}, {6, 0}, {7, 12}, {8, 51}, {9, 3000}, {17, 2}, {9 + 11, 0x1700}}),
+      zeb_record({{5, 1852}, {6, 1}, {7, 13}, {17, 3}}),
+      zeb_record({{5, 1847}, {15, 1}}),
+      zeb_record({{5, 1841}, {15, 10}}),  // class 10 does not exist here
+      zeb_record({{5, 0}}),
+      zeb_record({{5, 77}}),
+  });
+  testing::write_file(f.dir.path("z.txt"), text);
+  load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
+  const Catalogue& c = f.catalogue();
+  ASSERT_EQ(c.HK_Count(), 1);
+  EXPECT_EQ(c.HK_List[1].Label, LabelCode::Complete);
+  EXPECT_EQ(c.HK_List[1].Packet_Frame, 1);
+  EXPECT_EQ(c.HK_List[1].Packet_Position, 0);
+  EXPECT_EQ(c.HK_List[1].Sequence_Count, 12);
+  EXPECT_EQ(c.HK_List[1].Packet_Length, 51);
+  EXPECT_EQ(c.HK_List[1].Lander_Time, 3000);
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 0x17);  // byte 22: high byte of item 20
+  EXPECT_EQ(c.counters.Isotope_Spectrum_Count, 1);
+  EXPECT_EQ(c.Information_List[1].Label, LabelCode::NormalProgressEvent);
+  EXPECT_EQ(c.Information_List[2].Label, LabelCode::UnknownAcceptance);
+  EXPECT_EQ(c.Information_List[3].Label, LabelCode::Empty);
+  EXPECT_EQ(c.Information_List[4].Label, LabelCode::Unknown);
+  EXPECT_EQ(c.Information_List[4].Packet_Frame, 6);
+}
+
+TEST(CatalogueZeb, AnIncompleteLastRecordEndsTheLoadKeepingTheRecordsBefore) {
+  Fixture f;
+  std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});
+  text += "1, 1844, 3\r\n";
+  testing::write_file(f.dir.path("z.txt"), text);
+  try {
+    load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 62);
+  }
+  EXPECT_EQ(f.session.Packet_Count, 2);
+  EXPECT_EQ(f.catalogue().HK_Count(), 1);
+  EXPECT_EQ(f.session.HK_Sensor_Data.entries(), 1);
+  EXPECT_EQ(f.catalogue().Previous_HK_Count, 1);
+}
+
+TEST(Catalogue, AnEmptyFileBuildsNoCatalogue) {
+  Fixture f;
+  FrameWriter writer(282);
+  f.load(writer, FileFormat::CSS);
+  EXPECT_EQ(f.session.Packet_Count, 0);
+  EXPECT_EQ(f.catalogue().Information_Count(), 0);
+  testing::write_file(f.dir.path("z.txt"), "");
+  load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
+  EXPECT_EQ(f.session.Packet_Count, -1);
+}
+
+TEST(Catalogue, AFailedOpenChangesNothing) {
+  Fixture f;
+  FrameWriter writer(282);
+  writer.add_frame({hk(1)});
+  f.load(writer, FileFormat::CSS);
+  EXPECT_THROW(load_telemetry(f.session, f.dir.path("missing.dat"), FileFormat::QM), RuntimeError);
+  EXPECT_EQ(f.session.File_Name, f.dir.path("t.dat"));
+  EXPECT_EQ(f.catalogue().HK_Count(), 1);
+}
+
+}  // namespace
+}  // namespace morvane

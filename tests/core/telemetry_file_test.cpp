@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "core/telemetry_file.h"
+
+#include <gtest/gtest.h>
+
+#include "core/error.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::TempDir;
+
+int32_t count_of(const TempDir& dir, size_t bytes, FileFormat format) {
+  testing::write_bytes(dir.path("f"), std::vector<uint8_t>(bytes, 0));
+  return TelemetryFile(dir.path("f"), format).Get_Packet_Count();
+}
+
+TEST(FrameCount, RoundsUpAndCountsGrmFramesBy256) {
+  TempDir dir;
+  EXPECT_EQ(count_of(dir, 0, FileFormat::CSS), 0);
+  EXPECT_EQ(count_of(dir, 1, FileFormat::QM), 1);
+  EXPECT_EQ(count_of(dir, 564, FileFormat::CSS), 2);
+  EXPECT_EQ(count_of(dir, 565, FileFormat::CSS), 3);
+  EXPECT_EQ(count_of(dir, 560, FileFormat::GRM), 3);  // two 280-byte frames count as three
+  EXPECT_EQ(count_of(dir, 512, FileFormat::FM), 2);
+}
+
+TEST(FrameCount, ZebCountsRecordsAfterTheHeaderRoundingUp) {
+  TempDir dir;
+  auto items = [](int n) {
+    std::string text;
+    for (int i = 0; i < n; ++i) text += (i % 10 ? "," : "\n") + std::to_string(i);
+    return text;
+  };
+  const std::pair<int, int> cases[] = {{136 * 11, 10}, {136 * 11 + 5, 11}, {0, -1}, {5, 0}, {136, 0}, {137, 1}};
+  for (const auto& [n, records] : cases) {
+    testing::write_file(dir.path("z"), items(n));
+    EXPECT_EQ(TelemetryFile(dir.path("z"), FileFormat::ZEB).Get_Packet_Count(), records) << n << " items";
+  }
+}
+
+TEST(FrameCount, ZebItemsSplitOnCommasBlanksAndLineBreaks) {
+  TempDir dir;
+  testing::write_file(dir.path("z"), "1,2 3\t4\r\n5,,6   \n\n7");
+  EXPECT_EQ(ZebText(FileBytes(dir.path("z"))).item_count(), 7);
+}
+
+TEST(GetWord, ByteOrderFollowsByteReverse) {
+  TempDir dir;
+  testing::write_bytes(dir.path("f"), {0x34, 0x0F, 0x01, 0xAB});
+  TelemetryFile file(dir.path("f"), FileFormat::CSS);
+  EXPECT_EQ(file.Get_Word(1, true), 0x0F34);
+  EXPECT_EQ(file.Get_Word(1, false), 0x340F);
+  EXPECT_EQ(file.Get_Word(3, false), 0x01AB);
+  EXPECT_EQ(file.Get_Word(4, false), 0xAB00);  // the byte past the end reads 0
+  EXPECT_EQ(file.Get_Word(100, true), 0);
+  EXPECT_EQ(file.Get_Word(-5, true), 0);
+}
+
+TEST(PacketByte, AByteReversedFileYieldsTheBytesOfANormalOne) {
+  TempDir dir;
+  testing::write_bytes(dir.path("normal"), {0, 0, 0, 0, 0x11, 0x22, 0x33, 0x44});
+  testing::write_bytes(dir.path("reversed"), {0, 0, 0, 0, 0x22, 0x11, 0x44, 0x33});
+  TelemetryFile normal(dir.path("normal"), FileFormat::CSS), reversed(dir.path("reversed"), FileFormat::CSS);
+  Packet_Entry entry;
+  entry.Packet_Position = 5;
+  for (int k = 0; k < 4; ++k) EXPECT_EQ(normal.packet_byte(entry, k, false), reversed.packet_byte(entry, k, true));
+  EXPECT_EQ(swapped_byte_offset(0), 1);
+  EXPECT_EQ(swapped_byte_offset(1), 0);
+  EXPECT_EQ(swapped_byte_offset(18), 19);
+  EXPECT_EQ(swapped_byte_offset(21), 20);
+}
+
+TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
+  TempDir dir;
+  testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{9, 0x0F34}, {10, -2}, {11, 70000}})}));
+  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
+  Packet_Entry entry;
+  entry.Packet_Frame = 1;
+  EXPECT_EQ(file.packet_byte(entry, 0, true), 0x0F);
+  EXPECT_EQ(file.packet_byte(entry, 1, false), 0x34);
+  EXPECT_EQ(file.packet_byte(entry, 2, false), 0xFF);  // -2 + 65536 = 0xFFFE
+  EXPECT_EQ(file.packet_byte(entry, 3, false), 0xFE);
+  EXPECT_EQ(file.packet_word(entry, 0, true), 0x0F34);
+  EXPECT_THROW(file.packet_byte(entry, 4, false), RuntimeError);    // 70000 does not fit a word
+  EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
+}
+
+TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
+  TempDir dir;
+  std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}})});
+  text += "1, 2, 3\r\n";
+  testing::write_file(dir.path("z"), text);
+  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
+  EXPECT_EQ(file.Get_Packet_Count(), 2);
+  EXPECT_EQ(file.zeb().record(1)[5], 1844);
+  try {
+    file.zeb().record(2);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 62);
+    EXPECT_EQ(error.description(), "Input past end of file");
+  }
+}
+
+TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
+  TempDir dir;
+  auto record = testing::zeb_record({{5, 1844}});
+  std::string text = testing::zeb_text({record});
+  text.replace(text.rfind("1844"), 4, "abcd");
+  testing::write_file(dir.path("z"), text);
+  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
+  try {
+    file.zeb().record(1);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 13);
+    EXPECT_NE(error.message().find("item 5"), std::string::npos);
+  }
+}
+
+TEST(TelemetryFile, AMissingFileIsFileNotFoundNamingIt) {
+  try {
+    TelemetryFile("/no/such/file.dat", FileFormat::CSS);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 53);
+    EXPECT_NE(error.message().find("/no/such/file.dat"), std::string::npos);
+  }
+}
+
+TEST(TelemetryFile, LargestSupportedSizesKeepPositionsIn32Bits) {
+  EXPECT_EQ(largest_supported_size(FileFormat::CSS), 7615190LL * 282);
+  EXPECT_EQ(largest_supported_size(FileFormat::GRM), 7669584LL * 256);
+}
+
+}  // namespace
+}  // namespace morvane

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "test_files.h"
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+namespace morvane::testing {
+
+namespace fs = std::filesystem;
+
+TempDir::TempDir() {
+  std::random_device device;
+  const fs::path base = fs::temp_directory_path();
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    const fs::path candidate = base / ("morvane-test-" + std::to_string(device()));
+    if (fs::create_directory(candidate)) {
+      root_ = candidate.string();
+      return;
+    }
+  }
+  throw std::runtime_error("cannot create a temporary folder");
+}
+
+TempDir::~TempDir() {
+  std::error_code error;
+  fs::remove_all(root_, error);
+}
+
+void write_file(const std::string& path, const std::string& content) {
+  fs::create_directories(fs::path(path).parent_path());
+  std::ofstream out(path, std::ios::binary);
+  out << content;
+}
+
+void write_bytes(const std::string& path, const std::vector<uint8_t>& bytes) {
+  write_file(path, std::string(bytes.begin(), bytes.end()));
+}
+
+std::string read_file(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream out;
+  out << in.rdbuf();
+  return out.str();
+}
+
+std::string source_path(const std::string& relative) { return std::string(MORVANE_SOURCE_DIR) + "/" + relative; }
+
+void FrameWriter::put_word(size_t offset, int32_t word) {
+  if (bytes_.size() < offset + 2) bytes_.resize(offset + 2);
+  const auto high = static_cast<uint8_t>((word >> 8) & 0xFF), low = static_cast<uint8_t>(word & 0xFF);
+  bytes_[offset] = low_first_ ? low : high;
+  bytes_[offset + 1] = low_first_ ? high : low;
+}
+
+void FrameWriter::add_frame(const std::vector<Packet>& packets) {
+  const size_t frame_start = frames_++ * static_cast<size_t>(stride_);
+  if (bytes_.size() < frame_start + static_cast<size_t>(stride_)) bytes_.resize(frame_start + static_cast<size_t>(stride_));
+  size_t offset = frame_start + 22;
+  for (const Packet& packet : packets) {
+    put_word(offset, packet.identifier);
+    put_word(offset + 2, packet.sequence_word);
+    put_word(offset + 4, packet.length_field);
+    put_word(offset + 6, packet.time_high);
+    put_word(offset + 8, packet.time_low);
+    for (const auto& [k, word] : packet.words) put_word(offset + static_cast<size_t>(k), word);
+    for (const auto& [k, byte] : packet.bytes) {
+      if (bytes_.size() <= offset + static_cast<size_t>(k)) bytes_.resize(offset + static_cast<size_t>(k) + 1);
+      bytes_[offset + static_cast<size_t>(k)] = byte;
+    }
+    offset += static_cast<size_t>(packet.length_field + 7);
+  }
+}
+
+std::vector<int32_t> zeb_record(const std::map<int, int32_t>& items) {
+  std::vector<int32_t> record(136, 0);
+  for (const auto& [item, value] : items) record[static_cast<size_t>(item - 1)] = value;
+  return record;
+}
+
+std::string zeb_text(const std::vector<std::vector<int32_t>>& records) {
+  std::ostringstream out;
+  for (int i = 0; i < 136; ++i) out << (i % 8 == 0 ? (i ? "\r\n" : "") : ", ") << 9000 + i;
+  out << "\r\n";
+  for (const auto& record : records) {
+    for (size_t i = 0; i < record.size(); ++i) out << (i % 8 == 0 ? (i ? "\r\n" : "") : ", ") << record[i];
+    out << "\r\n";
+  }
+  return out.str();
+}
+
+}  // namespace morvane::testing
+
+#include <sys/wait.h>
+
+namespace morvane::testing {
+
+static std::string shell_quote(const std::string& text) {
+  std::string quoted = "'";
+  for (char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
+ProgramRun run_program(const std::string& program, const std::vector<std::string>& arguments,
+                       const std::string& working_folder) {
+  TempDir scratch;
+  std::string command;
+  if (!working_folder.empty()) command += "cd " + shell_quote(working_folder) + " && ";
+  command += shell_quote(std::string(MORVANE_BINARY_DIR) + "/" + program);
+  for (const auto& argument : arguments) command += " " + shell_quote(argument);
+  command += " >" + shell_quote(scratch.path("out")) + " 2>" + shell_quote(scratch.path("err"));
+  const int raw = std::system(command.c_str());
+  ProgramRun run;
+  run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  run.out = read_file(scratch.path("out"));
+  run.err = read_file(scratch.path("err"));
+  return run;
+}
+
+}  // namespace morvane::testing
