@@ -4,6 +4,9 @@ CONFIG ?= RelWithDebInfo
 WERROR ?= OFF
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
+# Compiler cache hits across checkouts of the same tree.
+export CCACHE_BASEDIR := $(CURDIR)
+export CCACHE_NOHASHDIR := 1
 
 .PHONY: all deps configure build test run bench screenshots clean
 
