@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/packet_entry.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -46,9 +47,18 @@ void EntryList::append(const Packet_Entry* entries, size_t count) {
   }
   while (count > 0) {
     if (static_cast<size_t>(size_ >> kShift) == chunks_.size()) {
-      chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * kChunkEntries));
+      const bool first = chunks_.empty();
+      first_capacity_ = first ? std::clamp<int32_t>(static_cast<int32_t>(count), 1024, kChunkEntries) : kChunkEntries;
+      chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(first ? first_capacity_ : kChunkEntries)));
+    } else if (chunks_.size() == 1 && size_ == first_capacity_) {
+      const int32_t grown = std::min<int32_t>(kChunkEntries, first_capacity_ * 2);
+      auto bigger = allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(grown));
+      std::memcpy(bigger.get(), chunks_[0].get(), sizeof(Packet_Entry) * static_cast<size_t>(size_));
+      chunks_[0] = std::move(bigger);
+      first_capacity_ = grown;
     }
-    const size_t room = static_cast<size_t>(kChunkEntries - (size_ & kMask));
+    const int32_t capacity = chunks_.size() == 1 ? first_capacity_ : kChunkEntries;
+    const size_t room = static_cast<size_t>(capacity - (size_ & kMask));
     const size_t n = count < room ? count : room;
     std::memcpy(chunk(size_) + (size_ & kMask), entries, n * sizeof(Packet_Entry));
     size_ += static_cast<int32_t>(n);
@@ -59,6 +69,7 @@ void EntryList::append(const Packet_Entry* entries, size_t count) {
 
 void EntryList::clear() {
   chunks_.clear();
+  first_capacity_ = 0;
   size_ = 0;
 }
 

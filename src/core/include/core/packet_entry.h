@@ -75,6 +75,7 @@ class EntryList {
   }
 
   std::vector<std::unique_ptr<std::byte[], FreeDeleter>> chunks_;
+  int32_t first_capacity_ = 0;  // the first chunk grows by doubling, so small lists stay small
   int32_t size_ = 0;
 };
 

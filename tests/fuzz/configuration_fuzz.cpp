@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Any text as each configuration file.
+#include "core/configuration.h"
+#include "core/conversion.h"
+#include "fuzz_support.h"
+
+using namespace morvane;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string path = fuzz::write_input(data, size, "config.txt");
+  fuzz::expect_only_runtime_errors([&] { read_base_path(path); });
+  fuzz::expect_only_runtime_errors([&] { read_sensor_table(path); });
+  fuzz::expect_only_runtime_errors([&] { read_pressure_table(path); });
+  fuzz::expect_only_runtime_errors([&] {
+    Configuration config;
+    config.NType.set_points(read_ntype_points(path));
+    for (double x : {-1e9, -5000.0, 0.0, 1234.5, 60000.0, 1e300}) {
+      config.NType.NType_Lookup(x);
+      config.NType.NType_Reverse_Lookup(x);
+    }
+  });
+  return 0;
+}
