@@ -13,7 +13,14 @@ namespace morvane::result_routines {
 inline Cell result_cell(bool pass) { return pass ? Cell{kPass, false} : Cell{kFail, true}; }
 inline Cell value_cell(double value, const char* pattern) { return Cell{format_pattern(value, pattern), false}; }
 
+// The "Sensors" tab with the final samples 218 (Cruise Phase) or 206 (EAFT) readings on.
 void Display_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset);
+inline void Display_Cruise_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+  Display_Sensor_Results(test, ranges, final_offset(TestMode::CruisePhase));
+}
+inline void Display_Limited_Cruise_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+  Display_Sensor_Results(test, ranges, final_offset(TestMode::EAFT));
+}
 void Display_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
 void Display_InjectorValve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
 void Display_Heater_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
@@ -23,5 +30,11 @@ void Display_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Rang
 void Display_Limited_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
 // The summary of both modes; the modes differ only in the offset of the final rail samples.
 void Display_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset);
+inline void Display_Cruise_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+  Display_Summary_Results(test, ranges, final_offset(TestMode::CruisePhase));
+}
+inline void Display_Limited_Cruise_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+  Display_Summary_Results(test, ranges, final_offset(TestMode::EAFT));
+}
 
 }  // namespace morvane::result_routines

@@ -5,14 +5,9 @@
 
 #include "core/error.h"
 #include "core/number_text.h"
+#include "functest/test_data.h"
 
 namespace morvane {
-
-namespace {
-
-constexpr int kReadingsPerPacket = 29;
-
-}  // namespace
 
 bool Is_Test(const Session& session, TestMode mode, int32_t k) {
   const EntryList& science = session.catalogue.Science_List;

@@ -60,30 +60,54 @@ std::string start_label_text(int32_t start_time) {
   return "Test started at Lander time " + std::to_string(start_time) + " seconds";
 }
 
-Short_Test_Evaluation evaluate_short_test(const Configuration& config, TestMode mode, const Test_Packets& packets,
-                                          const Test_Readings& readings, const Test_Ranges& ranges) {
-  using namespace result_routines;
-  Short_Test_Evaluation test;
-  test.mode = mode;
-  test.start_label = start_label_text(packets.Start_Time);
-  test.mode_title = mode == TestMode::EAFT ? kExtendedModeTitle : kDesignedModeTitle;
-  test.ranges_path = ranges.path;
-  test.packets = packets;
-  test.readings = readings;
-  convert_readings(config, test);
+namespace {
 
-  Display_Sensor_Results(test, ranges, final_offset(mode));
+// The drivers of the two modes: the same conversion, then the result routines in the view's
+// order; they differ in the final samples and the L-valve routine.
+void Display_Cruise_Results(const Configuration& config, Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+  using namespace result_routines;
+  convert_readings(config, test);
+  Display_Cruise_Sensor_Results(test, ranges);
   Display_Valve_Results(test, ranges);
   Display_InjectorValve_Results(test, ranges);
   Display_Heater_Results(test, ranges);
   Display_Large_Reactor_Results(test, ranges);
   Display_Small_Reactor_Results(test, ranges);
+  Display_Cruise_L_Valve_Results(test, ranges);
+  Display_Cruise_Summary_Results(test, ranges);
+}
+
+void Display_Limited_Cruise_Results(const Configuration& config, Short_Test_Evaluation& test,
+                                    const Test_Ranges& ranges) {
+  using namespace result_routines;
+  test.mode_title = kExtendedModeTitle;
+  convert_readings(config, test);
+  Display_Limited_Cruise_Sensor_Results(test, ranges);
+  Display_Valve_Results(test, ranges);
+  Display_InjectorValve_Results(test, ranges);
+  Display_Heater_Results(test, ranges);
+  Display_Large_Reactor_Results(test, ranges);
+  Display_Small_Reactor_Results(test, ranges);
+  Display_Limited_Cruise_L_Valve_Results(test, ranges);
+  Display_Limited_Cruise_Summary_Results(test, ranges);
+}
+
+}  // namespace
+
+Short_Test_Evaluation evaluate_short_test(const Configuration& config, TestMode mode, const Test_Packets& packets,
+                                          const Test_Readings& readings, const Test_Ranges& ranges) {
+  Short_Test_Evaluation test;
+  test.mode = mode;
+  test.start_label = start_label_text(packets.Start_Time);
+  test.mode_title = kDesignedModeTitle;
+  test.ranges_path = ranges.path;
+  test.packets = packets;
+  test.readings = readings;
   if (mode == TestMode::EAFT) {
-    Display_Limited_Cruise_L_Valve_Results(test, ranges);
+    Display_Limited_Cruise_Results(config, test, ranges);
   } else {
-    Display_Cruise_L_Valve_Results(test, ranges);
+    Display_Cruise_Results(config, test, ranges);
   }
-  Display_Summary_Results(test, ranges, final_offset(mode));
   return test;
 }
 

@@ -64,7 +64,7 @@ TEST(ShortTestLabels, SayHowManyTestsWereFound) {
   }
 }
 
-TEST(ShortTestList_, WithNoFileLoadedThereAreNoTests) {
+TEST(FindShortTests, WithNoFileLoadedThereAreNoTests) {
   Session session;
   session.Test_Mode = "EAFT";
   const Short_Test_List list = find_short_tests(session);
@@ -72,7 +72,7 @@ TEST(ShortTestList_, WithNoFileLoadedThereAreNoTests) {
   EXPECT_EQ(list.Label1, "There were no Short form tests collected during this session");
 }
 
-TEST(ShortTestList_, AnUnknownModeIsAnErrorNotAHalt) {
+TEST(FindShortTests, AnUnknownModeIsAnErrorNotAHalt) {
   Session session;
   session.Test_Mode = "Landing";
   EXPECT_THROW(find_short_tests(session), RuntimeError);
@@ -135,16 +135,6 @@ TEST_F(ShortTestList, OverlappingStartsAreBothListed) {
   std::vector<Packet> packets = test_packets(Test_Design{});
   packets.insert(packets.begin() + 3, testing::test_packet(later, 1));
   EXPECT_EQ(starts(load(packets), TestMode::CruisePhase), (std::vector<int32_t>{1, 4}));
-}
-
-TEST_F(ShortTestList, ReadsTheWordsInEitherByteOrder) {
-  testing::FrameWriter writer(280, false);
-  for (const Packet& packet : test_packets(Test_Design{})) writer.add_frame({packet});
-  testing::write_bytes(dir.path("high.dat"), writer.bytes());
-  Session session;
-  session.Byte_Reverse = false;
-  load_telemetry(session, dir.path("high.dat"), FileFormat::FM);
-  EXPECT_EQ(starts(session, TestMode::CruisePhase), std::vector<int32_t>{1});
 }
 
 TEST_F(ShortTestList, ZebTestsAreReadThroughTheirRecords) {

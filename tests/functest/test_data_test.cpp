@@ -78,12 +78,6 @@ TEST(TestReadingVolts, IsTheSignedCountTimesTenOver32768) {
   EXPECT_DOUBLE_EQ(test_reading_volts(65535), -10.0 / 32768);
 }
 
-TEST(RfFrequency, IsTheLow12BitsTimesTheRatioPlusTheOffset) {
-  EXPECT_DOUBLE_EQ(rf_frequency_of(0), 388.6);
-  EXPECT_DOUBLE_EQ(rf_frequency_of(0xF200), 512 * 0.07187500000000013 + 388.6);
-  EXPECT_DOUBLE_EQ(rf_frequency_of(100), 100 * (36.80000000000007 / 512) + 388.6);
-}
-
 class LoadTestData : public ::testing::Test {
  protected:
   Session load(const std::vector<Packet>& packets) {

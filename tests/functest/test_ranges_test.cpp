@@ -76,13 +76,5 @@ TEST(ReadTestRanges, ALimitThatIsNotANumberIsATypeMismatch) {
   }
 }
 
-TEST(LimitPair, BothLimitsAreInclusive) {
-  const Limit_Pair limits{-1.5, 2};
-  EXPECT_TRUE(limits.holds(-1.5));
-  EXPECT_TRUE(limits.holds(2));
-  EXPECT_FALSE(limits.holds(-1.501));
-  EXPECT_FALSE(limits.holds(2.001));
-}
-
 }  // namespace
 }  // namespace morvane

@@ -83,8 +83,6 @@ struct Item_Row {
   int record = 0;
   Range_Record limits;                // the whole record, as read
   std::array<bool, 3> checked{};      // the pairs checked: 5 V rise, 28 V rise, temperature rise
-  bool has_currents() const { return checked[0]; }
-  bool has_temperatures() const { return checked[2]; }
 };
 
 // A row of the summary's supply rails and RF frequency, checked against pair 3 of records 32-36.
