@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "functest/short_test.h"
+
+namespace morvane {
+
+// Where an evaluated test came from, for the report's heading.
+struct Test_Report_Source {
+  std::string file_name;
+  std::string file_type;    // "CSS", "QM", ...
+  int32_t test_number = 0;  // its line in the selection list, 1..
+  int32_t test_count = 0;   // the lines of the list
+  int32_t science_index = 0;
+};
+
+// One table of the report: a title, column headings and rows of cells (red where the view
+// shows red).
+struct Report_Table {
+  std::string title;
+  std::vector<std::string> headings;
+  std::vector<std::vector<Cell>> rows;
+};
+
+// A printable account of one evaluated test: the heading lines (label, text) and one table per
+// tab with every row's values, the limits they were checked against and the verdict. Limits are
+// "min .. max" and are left empty where a value is not checked.
+struct Test_Report {
+  std::string title;
+  std::vector<std::pair<std::string, Cell>> heading;
+  std::vector<Report_Table> tables;
+};
+
+Test_Report make_test_report(const Short_Test_Evaluation& test, const Test_Report_Source& source);
+
+// The report as plain text in aligned columns, and as a self-contained HTML page for printing.
+std::string test_report_text(const Test_Report& report);
+std::string test_report_html(const Test_Report& report);
+
+// "min .. max" of a limit pair, in default decimal text.
+std::string limits_text(const Limit_Pair& limits);
+
+}  // namespace morvane

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+// functest: the selection list and the evaluation of one test, their JSON keys and the report.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "sim/config_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using nlohmann::json;
+using testing::Packet;
+
+constexpr const char* kCli = "src/cli/morvane-cli";
+
+// Packet n of a short form test starting at sequence count 40, lander time 7000: 29 readings
+// of 1 V on the detector channel (65), with the identifiers the selection list looks for.
+Packet test_packet(int n, int first_identifier) {
+  Packet packet{0x0F3C, 39 + n, 249, 0, 7000 + n, {{16, 1}, {18, 29}}, {}};
+  for (int j = 1; j <= 29; ++j) {
+    packet.words[16 + 8 * j] = 65;
+    packet.words[18 + 8 * j] = 3277;
+  }
+  if (n == 1) {
+    packet.words[24] = first_identifier;
+    packet.words[80] = 64;
+    packet.words[232] = 0;
+    packet.words[248] = 144;
+  }
+  return packet;
+}
+
+class FunctestCommand : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    base = sim::write_configuration(dir.path("base"));
+    testing::FrameWriter writer(282);
+    for (int n = 1; n <= 8; ++n) {
+      if (n != 6) writer.add_frame({test_packet(n, 23)});
+    }
+    writer.add_frame({Packet{0x0F37, 1, 51, 0, 7010, {{14, 0x0100}, {16, 0xD749}, {56, 100}}, {}}});
+    for (int n = 1; n <= 8; ++n) {
+      Packet packet = test_packet(n, 24);
+      packet.sequence_word += 100;
+      writer.add_frame({packet});
+    }
+    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+    std::string limits;
+    for (int r = 1; r <= 38; ++r) limits += "\"Record " + std::to_string(r) + "\", -2, 2, -2, 2, -2, 2\r\n";
+    testing::write_file(base + "/EGSE_info/Test Ranges/QM Cruise Phase Mode.txt", limits);
+  }
+  testing::ProgramRun cli(std::vector<std::string> arguments) {
+    std::vector<std::string> all = {"functest", dir.path("t.dat"), "-t", "QM", "--base", base};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return testing::run_program(kCli, all);
+  }
+  testing::TempDir dir;
+  std::string base;
+};
+
+TEST_F(FunctestCommand, ListJsonHasTheLabelsLinesAndScienceIndices) {
+  const auto cruise = cli({"--mode", "cruise", "--json"});
+  ASSERT_EQ(cruise.status, 0) << cruise.err;
+  EXPECT_EQ(json::parse(cruise.out),
+            (json{{"label1", "There was 1 Short form test collected during this session"},
+                  {"label2", "Double click on test to view or Press 'cancel' to exit"},
+                  {"lines", {"1     Short form test       40           7001"}},
+                  {"tests", {1}}}));
+  const auto eaft = cli({"--mode", "EAFT", "--json"});
+  ASSERT_EQ(eaft.status, 0) << eaft.err;
+  EXPECT_EQ(json::parse(eaft.out)["tests"], json({8}));
+}
+
+TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
+  const auto run = cli({"--mode", "cruise", "--test", "1", "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const json j = json::parse(run.out);
+  EXPECT_EQ(j["start_label"], "Test started at Lander time 7001 seconds");
+  EXPECT_EQ(j["mode_title"], "Cruise Phase Mode");
+  ASSERT_EQ(j["sensors"].size(), 10u);
+  EXPECT_EQ(j["sensors"][8]["name"], "Detector Voltage");
+  EXPECT_EQ(j["sensors"][8]["initial"], "1.00");
+  EXPECT_EQ(j["sensors"][8]["final"], "1.00");
+  EXPECT_EQ(j["sensors"][8]["result"], "Pass");
+  for (const char* key : {"name", "rise_28v", "rise_5v", "result"}) {
+    EXPECT_TRUE(j["valves"][0].contains(key)) << key;
+    EXPECT_TRUE(j["injector_valves"][0].contains(key)) << key;
+  }
+  for (const char* tab : {"heaters", "large_reactors", "small_reactors", "l_valves"}) {
+    for (const char* key : {"name", "rise_28v", "rise_5v", "initial", "final", "increase", "result"}) {
+      EXPECT_TRUE(j[tab][0].contains(key)) << tab << " " << key;
+    }
+  }
+  EXPECT_EQ(j["large_reactors"][0]["rise_28v"], "n.m.");
+  EXPECT_EQ(j["rails"][4], (json{{"name", "RF Frequency"}, {"value", "395.79"}, {"result", "Fail"}, {"unit", "kHz"},
+                                 {"result_colour", {255, 0, 0}}, {"record", 36},
+                                 {"limits", {{"min", -2}, {"max", 2}}}}));
+  EXPECT_EQ(j["subsystems"][7]["name"], "Voltages and RF");
+  EXPECT_EQ(j["overall"], "Fail");
+  EXPECT_EQ(j["packet_message"], "There was 1 missing science data packet (pkt no. 6)");
+  EXPECT_EQ(j["rf_frequency_text"], "395.79");
+}
+
+TEST_F(FunctestCommand, ATestBeyondTheListIsAnError) {
+  const auto run = cli({"--mode", "cruise", "--test", "2"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: test 2 is beyond the list of 1 test\n");
+}
+
+TEST_F(FunctestCommand, AMissingLimitFileIsAnErrorNamingIt) {
+  const auto run = cli({"--mode", "eaft", "--test", "1"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("QM EAFT Mode.txt"), std::string::npos) << run.err;
+}
+
+TEST_F(FunctestCommand, TheReportShowsEveryRowWithItsLimitsAndVerdict) {
+  const auto run = cli({"--mode", "cruise", "--test", "1", "--report", dir.path("r.html")});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string html = testing::read_file(dir.path("r.html"));
+  EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0u);
+  for (const char* text : {"t.dat", "Test started at Lander time 7001 seconds", "Cruise Phase Mode",
+                           "<td>Detector Voltage</td><td>1.00</td><td>1.00</td><td>kV</td><td>-2 .. 2</td>",
+                           "<td class=\"fail\">Fail</td>", "Injector 3", "L-Valve 7"}) {
+    EXPECT_NE(html.find(text), std::string::npos) << text;
+  }
+  const auto text = cli({"--mode", "cruise", "--test", "1"});
+  ASSERT_EQ(text.status, 0) << text.err;
+  EXPECT_NE(text.out.find("Test Result:            Fail"), std::string::npos) << text.out;
+  EXPECT_NE(text.out.find("  RF Frequency  395.79  kHz   -2 .. 2  36      Fail"), std::string::npos) << text.out;
+}
+
+}  // namespace
+}  // namespace morvane

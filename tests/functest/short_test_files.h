@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// Crafted short form tests: a small configuration, the eight auxiliary packets of a test, RF
+// frequency events and limit files, written as the instrument and the test team write them.
+#pragma once
+
+#include <array>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/configuration.h"
+#include "core/number_text.h"
+#include "functest/test_data.h"
+#include "functest/test_mode.h"
+#include "functest/test_ranges.h"
+#include "test_files.h"
+
+namespace morvane::testing {
+
+// Channel identifiers of the crafted sensor table: sensor s is channel 100 + s, except these.
+inline int channel_of(int s) {
+  static const std::map<int, int> special = {{22, 23}, {23, 24}, {24, 25}, {25, 26}, {26, 27}, {28, 28},
+                                             {29, 29}, {30, 64}, {31, 65}, {34, 136}, {35, 144}};
+  const auto found = special.find(s);
+  return found == special.end() ? 100 + s : found->second;
+}
+
+// 36 sensors, five pressure sensors (C1 45, C2 5) and a straight N-type table of 40 uV a degree.
+inline Configuration test_configuration() {
+  Configuration config;
+  std::vector<std::pair<double, double>> points;
+  for (int t = -250; t <= 1250; t += 250) points.emplace_back(t * 40.0, t);
+  config.NType.set_points(points);
+  for (int s = 1; s <= 36; ++s) {
+    Sensor_Record record;
+    record.Sensor_Name = "Sensor " + std::to_string(s);
+    record.Channel_ID = static_cast<int16_t>(channel_of(s));
+    config.Sensor_Table.push_back(record);
+  }
+  for (int k = 1; k <= 5; ++k) config.Pressure_Table.push_back(Pressure_Record{static_cast<int16_t>(21 + k), 45, 5});
+  return config;
+}
+
+struct Test_Reading {
+  int32_t identifier = 65;  // sensor 31: the value is the voltage
+  int32_t word = 0;
+};
+
+// One short form test as the instrument sends it: packet n carries readings (n - 1) x 29 + 1 to
+// n x 29. The readings that the selection list checks carry its identifiers.
+struct Test_Design {
+  int32_t start_sequence = 100;
+  int32_t start_time = 5000;
+  TestMode mode = TestMode::CruisePhase;
+  std::array<Test_Reading, kTestReadings + 1> readings{};
+
+  Test_Design() {
+    readings[1].identifier = 23;
+    readings[8].identifier = 64;
+    readings[27].identifier = 0;
+    readings[29].identifier = 144;
+  }
+  Test_Design& in_mode(TestMode m) {
+    mode = m;
+    readings[1].identifier = first_reading_identifier(m);
+    return *this;
+  }
+};
+
+inline void set_time(Packet& packet, int32_t time) {
+  packet.time_high = (time >> 16) & 0xFFFF;
+  packet.time_low = time & 0xFFFF;
+}
+
+// Auxiliary packet n (1..8) of a test: 29 reading slots of 8 bytes from byte 24.
+inline Packet test_packet(const Test_Design& design, int n, int32_t time_step = 60) {
+  Packet packet{0x0F3C, design.start_sequence + n - 1, 16 + 8 * 30 - 7, 0, 0, {{16, 1}, {18, kReadingsPerPacket}}, {}};
+  set_time(packet, design.start_time + (n - 1) * time_step);
+  for (int j = 1; j <= kReadingsPerPacket; ++j) {
+    const Test_Reading& reading = design.readings[static_cast<size_t>((n - 1) * kReadingsPerPacket + j)];
+    packet.words[16 + 8 * j] = reading.identifier;
+    packet.words[18 + 8 * j] = reading.word;
+  }
+  return packet;
+}
+
+// A GC spectrum packet: a science packet that is not auxiliary.
+inline Packet gc_packet(int32_t sequence, int32_t time) {
+  Packet packet{0x0F3C, sequence, 51, 0, 0, {{16, 2}}, {}};
+  set_time(packet, time);
+  return packet;
+}
+
+// The progress event that reports the RF frequency: sub-code 0xD749 and a 12-bit count at byte 56.
+inline Packet rf_event(int32_t time, int32_t count, int32_t sub_code = 0xD749) {
+  Packet packet{0x0F37, 1, 51, 0, 0, {{14, 0x0100}, {16, sub_code}, {56, count}}, {}};
+  set_time(packet, time);
+  return packet;
+}
+
+// Each packet in a frame of its own (a test packet fills most of a frame).
+inline std::vector<uint8_t> frames_of(const std::vector<Packet>& packets, int stride = 282) {
+  FrameWriter writer(stride);
+  for (const Packet& packet : packets) writer.add_frame({packet});
+  return writer.bytes();
+}
+
+// The same packet as a ZEB record: the header items, then the packet's words from byte 16 on.
+inline std::vector<int32_t> zeb_of(const Packet& packet, int zeb_identifier) {
+  std::map<int, int32_t> items{{5, zeb_identifier},
+                               {6, (packet.sequence_word >> 14) & 3},
+                               {7, packet.sequence_word & 0x3FFF},
+                               {8, packet.length_field},
+                               {9, packet.time_high * 65536 + packet.time_low}};
+  for (const auto& [offset, word] : packet.words) {
+    if (offset >= 16) items[offset / 2 + 9] = word;
+  }
+  if (zeb_identifier == 1847) items[15] = 1;  // progress event class
+  return zeb_record(items);
+}
+
+// Every limit pair of every record from min to max.
+inline std::array<Range_Record, Test_Ranges::kRecords> uniform_limits(double min, double max) {
+  std::array<Range_Record, Test_Ranges::kRecords> records{};
+  for (int r = 1; r <= Test_Ranges::kRecords; ++r) {
+    records[static_cast<size_t>(r - 1)].name = "Item " + std::to_string(r);
+    records[static_cast<size_t>(r - 1)].pairs = {Limit_Pair{min, max}, Limit_Pair{min, max}, Limit_Pair{min, max}};
+  }
+  return records;
+}
+
+inline Test_Ranges ranges_of(const std::array<Range_Record, Test_Ranges::kRecords>& records) {
+  Test_Ranges ranges;
+  ranges.path = "crafted";
+  ranges.records = records;
+  return ranges;
+}
+
+// A limit file as the test team writes it: one record a line, the name quoted.
+inline std::string limit_file_text(const std::array<Range_Record, Test_Ranges::kRecords>& records) {
+  std::ostringstream out;
+  for (const Range_Record& record : records) {
+    out << '"' << record.name << '"';
+    for (const Limit_Pair& pair : record.pairs) out << ", " << general_text(pair.min) << ", " << general_text(pair.max);
+    out << "\r\n";
+  }
+  return out.str();
+}
+
+// Writes the limit file of a type and mode below a base folder, as the limit files are laid out.
+inline std::string write_limit_file(const std::string& base, const std::string& type, const std::string& mode,
+                                    const std::string& text) {
+  const std::string path = base + "/EGSE_Info/Test Ranges/" + type + " " + mode + " Mode.txt";
+  write_file(path, text);
+  return path;
+}
+
+}  // namespace morvane::testing

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+// The evaluation of one test from its readings: conversions, every tab, the summary.
+#include "functest/short_test.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "short_test_files.h"
+
+namespace morvane {
+namespace {
+
+constexpr int kIdentity = 31;  // a sensor whose value is its voltage
+
+// All eight packets found, every reading of the identity sensor with the given values (0 elsewhere).
+Test_Readings values(const std::map<int, double>& at) {
+  Test_Readings r;
+  for (size_t k = 1; k <= kTestReadings; ++k) r.Sensor_ID[k] = kIdentity;
+  for (const auto& [k, v] : at) r.Voltage[static_cast<size_t>(k)] = v;
+  r.RF_Found = true;
+  r.RF_Frequency = 400;
+  return r;
+}
+
+Test_Packets all_found() {
+  Test_Packets p;
+  p.Start_Sequence = 10;
+  p.Start_Time = 1234;
+  for (int n = 1; n <= kTestPackets; ++n) p.Packet_Index[static_cast<size_t>(n)] = n;
+  return p;
+}
+
+class Evaluation : public ::testing::Test {
+ protected:
+  Short_Test_Evaluation evaluate(const Test_Readings& readings, TestMode mode = TestMode::CruisePhase) const {
+    return evaluate_short_test(config, mode, packets, readings, ranges_of(limits));
+  }
+  static Test_Ranges ranges_of(const std::array<Range_Record, 38>& records) { return testing::ranges_of(records); }
+  void limit(int record, int pair, double min, double max) {
+    limits[static_cast<size_t>(record - 1)].pairs[static_cast<size_t>(pair - 1)] = {min, max};
+  }
+  Configuration config = testing::test_configuration();
+  Test_Packets packets = all_found();
+  std::array<Range_Record, 38> limits = testing::uniform_limits(-1000, 1000);
+};
+
+TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColour) {
+  const Short_Test_Evaluation test = evaluate(values({}));
+  EXPECT_EQ(test.start_label, "Test started at Lander time 1234 seconds");
+  EXPECT_EQ(test.mode_title, "Cruise Phase Mode");
+  EXPECT_EQ(test.sensors.size(), 10u);
+  EXPECT_EQ(test.valves.size(), 12u);
+  EXPECT_EQ(test.injector_valves.size(), 3u);
+  EXPECT_EQ(test.heaters.size(), 6u);
+  EXPECT_EQ(test.large_reactors.size(), 5u);
+  EXPECT_EQ(test.small_reactors.size(), 5u);
+  EXPECT_EQ(test.l_valves.size(), 5u);
+  EXPECT_EQ(test.rails.size(), 5u);
+  ASSERT_EQ(test.subsystems.size(), 8u);
+  for (const auto& row : test.subsystems) EXPECT_EQ(row.result, (Cell{"Pass", false})) << row.name;
+  EXPECT_EQ(test.overall, (Cell{"Passed", false}));
+  EXPECT_EQ(test.packet_message, (Cell{"All 8 Science data packets were collected.", false}));
+  EXPECT_EQ(test.rf_frequency_text(), "400.00");
+  EXPECT_TRUE(test.passed());
+}
+
+TEST_F(Evaluation, SensorRowsTakeTheirFinalSampleByMode) {
+  std::map<int, double> at;
+  for (int i = 1; i <= 10; ++i) {
+    at[i] = i;
+    at[i + 218] = 100 + i;
+    at[i + 206] = 200 + i + 0.005;
+  }
+  const Short_Test_Evaluation cruise = evaluate(values(at));
+  const Short_Test_Evaluation eaft = evaluate(values(at), TestMode::EAFT);
+  EXPECT_EQ(cruise.sensors[0].name, "Pressure Gauge 1");
+  EXPECT_EQ(cruise.sensors[0].unit, "bar");
+  EXPECT_EQ(cruise.sensors[9].name, "RF Calibration");
+  EXPECT_EQ(cruise.sensors[2].initial.text, "3.00");
+  EXPECT_EQ(cruise.sensors[2].final.text, "103.00");
+  EXPECT_EQ(cruise.sensors[9].final_index, 228);
+  EXPECT_EQ(eaft.sensors[2].final.text, "203.01");
+  EXPECT_EQ(eaft.sensors[9].final_index, 216);
+  EXPECT_EQ(eaft.mode_title, "Extended AFT");
+}
+
+TEST_F(Evaluation, SensorLimitsAreInclusive) {
+  limit(4, 3, -2, 3);
+  const std::tuple<double, double, bool> cases[] = {
+      {-2, 3, true}, {3, -2, true}, {-2.001, 0, false}, {0, 3.001, false}, {3.001, 0, false}, {0, -2.001, false}};
+  for (const auto& [initial, final, pass] : cases) {
+    const Short_Test_Evaluation test = evaluate(values({{4, initial}, {4 + 218, final}}));
+    EXPECT_EQ(test.sensors[3].result, pass ? (Cell{"Pass", false}) : (Cell{"Fail", true})) << initial << " " << final;
+    EXPECT_EQ(test.sensors[3].limits, (Limit_Pair{-2, 3}));
+  }
+}
+
+TEST_F(Evaluation, TheAd590MayDriftTwentyDegrees) {
+  const std::tuple<double, double, bool> cases[] = {{21.0, 41.0, true}, {21.0, 41.01, false}, {41.0, 21.0, true}};
+  for (const auto& [initial, final, pass] : cases) {
+    const Short_Test_Evaluation test = evaluate(values({{6, initial}, {6 + 218, final}}));
+    EXPECT_EQ(test.sensors[5].result.text, pass ? "Pass" : "Fail") << final;
+  }
+}
+
+TEST_F(Evaluation, TheReferenceTemperatureComesFromTheAd590ReadingsPresent) {
+  // Sensor 28 reads V x 100 - 273 degrees C; the crafted N-type table is 40 uV a degree.
+  const std::tuple<bool, bool, double> cases[] = {
+      {true, true, 35.0}, {true, false, 25.0}, {false, true, 45.0}, {false, false, 0.0}};
+  for (const TestMode mode : {TestMode::CruisePhase, TestMode::EAFT}) {
+    const int e = 6 + final_offset(mode);
+    for (const auto& [initial, final, reference] : cases) {
+      Test_Readings r = values({{6, 2.98}, {e, 3.18}, {40, 0.0}});
+      r.Sensor_ID[6] = initial ? 28 : kIdentity;
+      r.Sensor_ID[static_cast<size_t>(e)] = final ? 28 : kIdentity;
+      r.Sensor_ID[40] = 1;  // a thermocouple at 0 V reads the reference temperature
+      const Short_Test_Evaluation test = evaluate(r, mode);
+      EXPECT_NEAR(test.Reference_Temperature, reference, 1e-9);
+      EXPECT_NEAR(test.Cold_Junction, reference * 40, 1e-6);
+      EXPECT_NEAR(test.Eng_Value[40], reference, 1e-6);
+      EXPECT_EQ(test.Eng_Unit[40], "oC");
+    }
+  }
+}
+
+TEST_F(Evaluation, PressureChannelsKeepTheirAlteredVoltage) {
+  Test_Readings r = values({{1, 1.0}, {40, 0.5}});
+  r.Sensor_ID[1] = 22;
+  r.Sensor_ID[40] = 1;
+  const Short_Test_Evaluation test = evaluate(r);
+  EXPECT_DOUBLE_EQ(test.readings.Voltage[1], 5.0);  // 1 x 10 - C2
+  EXPECT_DOUBLE_EQ(test.Eng_Value[1], 0.125);       // 5 / (C1 - C2)
+  EXPECT_EQ(test.Eng_Unit[1], "bar");
+  EXPECT_EQ(test.readings.Voltage[40], 0.5);  // a thermocouple is converted from a copy
+}
+
+TEST_F(Evaluation, AValveRisesByItsOnCurrentsOverTheMeanOfItsBases) {
+  // Valve 3: samples from 39; bases 39 and 46 (5 V), 40 and 47 (28 V); on 42, 44 and 43, 45.
+  const Short_Test_Evaluation test =
+      evaluate(values({{39, 10}, {46, 20}, {40, 100}, {47, 110}, {41, 999}, {42, 16}, {44, 18}, {43, 135}, {45, 137}}));
+  const Item_Row& valve = test.valves[2];
+  EXPECT_EQ(valve.name, "V 3");
+  EXPECT_EQ(valve.rise_5v.text, "2.0");
+  EXPECT_EQ(valve.rise_28v.text, "31.0");
+  EXPECT_EQ(valve.initial.text, "");
+  EXPECT_EQ(valve.record, 37);
+}
+
+TEST_F(Evaluation, EveryValveUsesRecord37AndARiseAtItsLimitPasses) {
+  limit(37, 1, 2, 5);
+  limit(37, 2, 31, 40);
+  const Short_Test_Evaluation test =
+      evaluate(values({{39, 10}, {46, 20}, {40, 100}, {47, 110}, {42, 16}, {44, 18}, {43, 135}, {45, 137}}));
+  EXPECT_EQ(test.valves[2].result.text, "Pass");
+  EXPECT_EQ(test.valves[0].result.text, "Fail");  // no rise at all
+  EXPECT_EQ(test.subsystems[1].result, (Cell{"Fail", true}));
+}
+
+TEST_F(Evaluation, InjectorValvesRiseBySingleSamples) {
+  // Injector 2: samples from 17; bases 17 and 21, 18 and 22; on 19 and 20.
+  const Short_Test_Evaluation test = evaluate(values({{17, 1}, {21, 3}, {18, 10}, {22, 30}, {19, 7}, {20, 25.25}}));
+  EXPECT_EQ(test.injector_valves[1].name, "Injector 2");
+  EXPECT_EQ(test.injector_valves[1].rise_5v.text, "5.0");
+  EXPECT_EQ(test.injector_valves[1].rise_28v.text, "5.3");
+  EXPECT_EQ(test.injector_valves[1].record, 38);
+}
+
+TEST_F(Evaluation, AHeaterChecksBothRisesAndItsTemperature) {
+  // Heater 2 (Manifold 2): stride from 117, record 12.
+  limit(12, 3, 10, 50);
+  const std::map<int, double> at{{117, 1}, {125, 3}, {118, 10}, {126, 30}, {119, 20.04},
+                                 {120, 4}, {122, 6}, {121, 40}, {123, 50}, {124, 70.0}};
+  const Short_Test_Evaluation test = evaluate(values(at));
+  const Item_Row& heater = test.heaters[1];
+  EXPECT_EQ(heater.name, "Manifold 2");
+  EXPECT_EQ(heater.rise_5v.text, "3.0");
+  EXPECT_EQ(heater.rise_28v.text, "25.0");
+  EXPECT_EQ(heater.initial.text, "20.0");
+  EXPECT_EQ(heater.final.text, "70.0");
+  EXPECT_EQ(heater.increase.text, "50.0");
+  EXPECT_EQ(heater.result.text, "Pass");
+  std::map<int, double> hotter = at;
+  hotter[124] = 70.05;
+  EXPECT_EQ(evaluate(values(hotter)).heaters[1].result, (Cell{"Fail", true}));
+}
+
+TEST_F(Evaluation, ReactorsShowOnlyTemperaturesAndFailAFall) {
+  limit(18, 3, 5, 100);
+  limit(23, 3, 5, 100);
+  // Large reactor 2 (initial 160, final 165); small reactor 2 (170, 175).
+  const Short_Test_Evaluation test = evaluate(values({{160, 50}, {165, 40}, {170, 20}, {175, 80}}));
+  EXPECT_EQ(test.large_reactors[1].name, "Reactor 2");
+  EXPECT_EQ(test.large_reactors[1].rise_28v.text, "n.m.");
+  EXPECT_EQ(test.large_reactors[1].rise_5v.text, "n.m.");
+  EXPECT_EQ(test.large_reactors[1].increase.text, "-10.0");
+  EXPECT_EQ(test.large_reactors[1].result.text, "Fail");
+  EXPECT_EQ(test.small_reactors[1].name, "Reactor 9");
+  EXPECT_EQ(test.small_reactors[1].increase.text, "60.0");
+  EXPECT_EQ(test.small_reactors[1].result.text, "Pass");
+  EXPECT_EQ(test.subsystems[4].result.text, "Fail");
+  EXPECT_EQ(test.subsystems[5].result.text, "Pass");
+}
+
+TEST_F(Evaluation, CruiseLValve5SharesItsAfterSamplesWithTheFirstSensors) {
+  limit(1, 3, -1, 1);
+  // L-valve 5: stride from 211, so its after-bases are 219 and 220.
+  const Short_Test_Evaluation test = evaluate(values({{219, 4}, {220, 6}}));
+  EXPECT_EQ(test.l_valves[4].name, "L-Valve 7");
+  EXPECT_EQ(test.l_valves[4].rise_5v.text, "-2.0");
+  EXPECT_EQ(test.l_valves[4].rise_28v.text, "-3.0");
+  EXPECT_EQ(test.sensors[0].final.text, "4.00");
+  EXPECT_EQ(test.sensors[0].result.text, "Fail");
+}
+
+TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
+  // L-valves 1 and 2: bases 179/189 and 180/190, on 183/185 and 184/186. L-valve 5: bases 199
+  // and 200 alone, on 202/204 and 203/205.
+  const std::map<int, double> at{{179, 10}, {189, 10}, {180, 20}, {190, 20}, {183, 14}, {185, 14}, {184, 26},
+                                 {186, 26}, {181, 30}, {187, 45}, {182, 31}, {188, 41}, {199, 5},  {200, 8},
+                                 {202, 9},  {204, 9},  {203, 16}, {205, 16}, {201, 50}, {206, 75}};
+  const Short_Test_Evaluation test = evaluate(values(at), TestMode::EAFT);
+  EXPECT_EQ(test.l_valves[0].rise_5v.text, "2.0");
+  EXPECT_EQ(test.l_valves[0].rise_28v.text, "3.0");
+  EXPECT_EQ(test.l_valves[0].increase.text, "15.0");
+  EXPECT_EQ(test.l_valves[1].rise_5v.text, "2.0");
+  EXPECT_EQ(test.l_valves[1].increase.text, "10.0");
+  EXPECT_EQ(test.l_valves[2].rise_5v.text, "-3.8");  // L-valves 3 and 4: half of 0 - (10 + 5) / 2
+  EXPECT_EQ(test.l_valves[4].rise_5v.text, "4.0");
+  EXPECT_EQ(test.l_valves[4].rise_28v.text, "8.0");
+  EXPECT_EQ(test.l_valves[4].increase.text, "25.0");
+
+  limit(27, 1, 1.9, 2.1);
+  EXPECT_EQ(evaluate(values(at), TestMode::EAFT).l_valves[0].result.text, "Pass");
+  EXPECT_EQ(evaluate(values(at), TestMode::CruisePhase).l_valves[0].result.text, "Fail");
+}
+
+TEST_F(Evaluation, RailsTakeTheirFinalVoltageByMode) {
+  const std::map<int, double> at{{11, 5.0}, {229, 5.2}, {217, 4.6}, {12, 28}, {230, 27}, {218, 29},
+                                 {13, 100}, {17, 110},  {21, 120},  {25, 130}, {14, 10}, {18, 20},
+                                 {22, 30},  {26, 41}};
+  const Short_Test_Evaluation cruise = evaluate(values(at));
+  const Short_Test_Evaluation eaft = evaluate(values(at), TestMode::EAFT);
+  EXPECT_EQ(cruise.rails[0].name, "5V Voltage");
+  EXPECT_EQ(cruise.rails[0].value.text, "5.10");
+  EXPECT_EQ(eaft.rails[0].value.text, "4.80");
+  EXPECT_EQ(cruise.rails[1].value.text, "115.00");
+  EXPECT_EQ(cruise.rails[2].value.text, "27.50");
+  EXPECT_EQ(eaft.rails[2].value.text, "28.50");
+  EXPECT_EQ(cruise.rails[3].value.text, "25.25");
+  EXPECT_EQ(cruise.rails[4].unit, "kHz");
+  EXPECT_EQ(cruise.rails[4].record, 36);
+}
+
+TEST_F(Evaluation, NoRfFrequencyFailsTheRailsAndTheTest) {
+  Test_Readings r = values({});
+  r.RF_Found = false;
+  r.RF_Frequency = 0;
+  const Short_Test_Evaluation test = evaluate(r);
+  EXPECT_EQ(test.rails[4].value, (Cell{"n.m.", false}));
+  EXPECT_EQ(test.rails[4].result, (Cell{"Fail", true}));
+  EXPECT_EQ(test.rf_frequency_text(), "n.m.");
+  EXPECT_EQ(test.subsystems[7], (Subsystem_Row{"Voltages and RF", Cell{"Fail", true}}));
+  EXPECT_EQ(test.overall, (Cell{"Fail", true}));
+}
+
+TEST_F(Evaluation, OneFailureFailsOnlyItsSubsystemAndTheTest) {
+  limit(13, 2, 0.5, 10);  // heater 3 (GC heater) shows no 28 V rise
+  const Short_Test_Evaluation test = evaluate(values({}));
+  EXPECT_EQ(test.heaters[2].result.text, "Fail");
+  for (size_t i = 0; i < test.subsystems.size(); ++i) {
+    EXPECT_EQ(test.subsystems[i].result.text, i == 3 ? "Fail" : "Pass") << test.subsystems[i].name;
+  }
+  EXPECT_EQ(test.overall.text, "Fail");
+  EXPECT_FALSE(test.passed());
+}
+
+TEST_F(Evaluation, MissingPacketsAreReportedBesideTheirFailures) {
+  packets.Packet_Index[3] = 0;
+  packets.Packet_Index[6] = 0;
+  const Short_Test_Evaluation test = evaluate(values({}));
+  EXPECT_EQ(test.packet_message,
+            (Cell{"There were 2 missing science data packets (pkt nos. 3 and 6)", true}));
+}
+
+TEST(MissingPacketMessage, NamesThePacketsInAscendingOrder) {
+  const std::pair<std::vector<int>, const char*> cases[] = {
+      {{}, "All 8 Science data packets were collected."},
+      {{3}, "There was 1 missing science data packet (pkt no. 3)"},
+      {{4, 6}, "There were 2 missing science data packets (pkt nos. 4 and 6)"},
+      {{2, 5, 8}, "There were 3 missing science data packets (pkt nos. 2, 5 and 8)"},
+      {{1, 2, 3, 4, 5, 6, 7, 8}, "There were 8 missing science data packets (pkt nos. 1, 2, 3, 4, 5, 6, 7 and 8)"},
+  };
+  for (const auto& [missing, message] : cases) EXPECT_EQ(missing_packet_message(missing), message);
+}
+
+}  // namespace
+}  // namespace morvane

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "functest/test_data.h"
+
+#include <gtest/gtest.h>
+
+#include "core/error.h"
+#include "short_test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::Packet;
+using testing::Test_Design;
+
+Packet_Entry science(int32_t sequence, int32_t time, LabelCode label = LabelCode::AuxiliaryData) {
+  Packet_Entry e;
+  e.Sequence_Count = sequence;
+  e.Lander_Time = time;
+  e.Label = label;
+  return e;
+}
+
+Catalogue catalogue_of(const std::vector<Packet_Entry>& entries) {
+  Catalogue catalogue;
+  for (const Packet_Entry& e : entries) catalogue.Science_List.push_back(e);
+  return catalogue;
+}
+
+std::vector<int32_t> indices(const Test_Packets& packets) {
+  return std::vector<int32_t>(packets.Packet_Index.begin() + 1, packets.Packet_Index.end());
+}
+
+TEST(CollectTestPackets, PlacesPacketsBySequenceCountNotListPosition) {
+  const Catalogue c = catalogue_of({science(0, 0), science(50, 1000), science(53, 1003), science(51, 1001),
+                                    science(57, 1007), science(52, 1002), science(55, 1005), science(56, 1006),
+                                    science(54, 1004)});
+  const Test_Packets packets = collect_test_packets(c, 2);
+  EXPECT_EQ(packets.Start_Sequence, 50);
+  EXPECT_EQ(packets.Start_Time, 1000);
+  EXPECT_EQ(indices(packets), (std::vector<int32_t>{2, 4, 6, 3, 9, 7, 8, 5}));
+}
+
+TEST(CollectTestPackets, TheFirstOfTwoPacketsWithOneSequenceCountWins) {
+  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001), science(51, 1002)});
+  EXPECT_EQ(collect_test_packets(c, 1).Packet_Index[2], 2);
+}
+
+TEST(CollectTestPackets, ASequenceCountBeyondTheEightStopsTheScan) {
+  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001), science(58, 1002), science(52, 1003)});
+  const Test_Packets packets = collect_test_packets(c, 1);
+  EXPECT_TRUE(packets.Packet_Found(2));
+  EXPECT_FALSE(packets.Packet_Found(3));
+}
+
+TEST(CollectTestPackets, OtherPacketsAndLatePacketsAreSkippedWithoutStopping) {
+  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001, LabelCode::GcSpectrum), science(51, 1901),
+                                    science(52, 1900), science(53, 999), science(51, 1002), science(49, 1003)});
+  const Test_Packets packets = collect_test_packets(c, 1);
+  EXPECT_EQ(indices(packets), (std::vector<int32_t>{1, 6, 4, 0, 0, 0, 0, 0}));  // 1900 = start + 900 counts
+}
+
+TEST(CollectTestPackets, AStartOutsideTheListIsAnError) {
+  EXPECT_THROW(collect_test_packets(catalogue_of({science(1, 1)}), 2), RuntimeError);
+}
+
+TEST(GetSensorId, TheLastMatchingSensorWins) {
+  Configuration config = testing::test_configuration();
+  EXPECT_EQ(Get_Sensor_ID(config, 64), 30);
+  EXPECT_EQ(Get_Sensor_ID(config, 9999), 0);
+  config.sensor(33).Channel_ID = 64;
+  EXPECT_EQ(Get_Sensor_ID(config, 64), 33);
+}
+
+TEST(TestReadingVolts, IsTheSignedCountTimesTenOver32768) {
+  EXPECT_DOUBLE_EQ(test_reading_volts(16384), 5.0);
+  EXPECT_DOUBLE_EQ(test_reading_volts(32767), 327670.0 / 32768);
+  EXPECT_DOUBLE_EQ(test_reading_volts(32768), -10.0);
+  EXPECT_DOUBLE_EQ(test_reading_volts(65535), -10.0 / 32768);
+}
+
+class LoadTestData : public ::testing::Test {
+ protected:
+  Session load(const std::vector<Packet>& packets) {
+    testing::write_bytes(dir.path("t.dat"), testing::frames_of(packets));
+    Session session;
+    session.config = testing::test_configuration();
+    load_telemetry(session, dir.path("t.dat"), FileFormat::CSS);
+    return session;
+  }
+  static Test_Design design() {
+    Test_Design d;
+    d.readings[2] = {testing::channel_of(28), 9765};
+    d.readings[30] = {testing::channel_of(35), 65535};
+    d.readings[232] = {101, 32768};
+    return d;
+  }
+  testing::TempDir dir;
+};
+
+TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFound) {
+  std::vector<Packet> packets;
+  for (int n = 1; n <= 8; ++n) {
+    if (n != 4) packets.push_back(testing::test_packet(design(), n));
+  }
+  const Session session = load(packets);
+  const Test_Packets found = collect_test_packets(session.catalogue, 1);
+  const Test_Readings r = Load_Test_Data(session, found);
+  EXPECT_EQ(r.Sensor_ID[1], 22);  // channel 23
+  EXPECT_EQ(r.Sensor_ID[2], 28);
+  EXPECT_EQ(r.ADC_Reading[2], 9765);
+  EXPECT_DOUBLE_EQ(r.Voltage[2], 97650.0 / 32768);
+  EXPECT_EQ(r.Sensor_ID[27], 0);
+  EXPECT_EQ(r.Sensor_ID[30], 35);
+  EXPECT_EQ(r.ADC_Reading[30], 65535);
+  EXPECT_DOUBLE_EQ(r.Voltage[30], -10.0 / 32768);
+  EXPECT_EQ(r.Sensor_ID[232], 1);
+  EXPECT_DOUBLE_EQ(r.Voltage[232], -10.0);
+  for (int k = 3 * 29 + 1; k <= 4 * 29; ++k) {  // the missing fourth packet
+    EXPECT_EQ(r.Sensor_ID[static_cast<size_t>(k)], 0);
+    EXPECT_EQ(r.Voltage[static_cast<size_t>(k)], 0.0);
+  }
+}
+
+TEST_F(LoadTestData, ACountBeyondTheLastReadingIsAnError) {
+  std::vector<Packet> packets;
+  for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design(), n));
+  packets[7].words[18] = 30;
+  const Session session = load(packets);
+  EXPECT_THROW(Load_Test_Data(session, collect_test_packets(session.catalogue, 1)), RuntimeError);
+}
+
+TEST_F(LoadTestData, TakesTheFirstRfEventStrictlyInsideTheWindow) {
+  const Test_Design d = design();
+  const int32_t start = d.start_time;
+  const std::pair<std::vector<Packet>, double> cases[] = {
+      {{}, 0},
+      {{testing::rf_event(start, 10), testing::rf_event(start + 900, 20)}, 0},
+      {{testing::rf_event(start + 1, 10), testing::rf_event(start + 2, 20)}, rf_frequency_of(10)},
+      {{testing::rf_event(start + 1, 10, 0xD748), testing::rf_event(start + 899, 20)}, rf_frequency_of(20)},
+  };
+  for (const auto& [events, frequency] : cases) {
+    std::vector<Packet> packets = {testing::test_packet(d, 1)};
+    packets.insert(packets.end(), events.begin(), events.end());
+    const Session session = load(packets);
+    const Test_Readings r = Load_Test_Data(session, collect_test_packets(session.catalogue, 1));
+    EXPECT_EQ(r.RF_Found, frequency != 0) << events.size();
+    EXPECT_EQ(r.RF_Frequency, frequency);
+  }
+}
+
+TEST_F(LoadTestData, ZebTestsAreReadThroughTheirRecords) {
+  const Test_Design d = design();
+  std::vector<std::vector<int32_t>> records;
+  for (int n = 1; n <= 8; ++n) records.push_back(testing::zeb_of(testing::test_packet(d, n), 1852));
+  records.push_back(testing::zeb_of(testing::rf_event(d.start_time + 5, 300), 1847));
+  testing::write_file(dir.path("t.zeb"), testing::zeb_text(records));
+  Session session;
+  session.config = testing::test_configuration();
+  session.Byte_Reverse = false;  // has no effect on ZEB files
+  load_telemetry(session, dir.path("t.zeb"), FileFormat::ZEB);
+  const Test_Readings r = Load_Test_Data(session, collect_test_packets(session.catalogue, 1));
+  EXPECT_EQ(r.Sensor_ID[2], 28);
+  EXPECT_EQ(r.ADC_Reading[2], 9765);
+  EXPECT_EQ(r.ADC_Reading[30], 65535);
+  EXPECT_EQ(r.Sensor_ID[232], 1);
+  EXPECT_TRUE(r.RF_Found);
+  EXPECT_EQ(r.RF_Frequency, rf_frequency_of(300));
+}
+
+}  // namespace
+}  // namespace morvane
