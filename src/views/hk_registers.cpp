@@ -23,12 +23,9 @@ std::array<int32_t, 16> read_register_words(const Session& session, int32_t inde
 
 namespace {
 
+// Collects the page's texts, all in the sensor page's blue.
 class RegisterPainter {
  public:
-  explicit RegisterPainter(const std::array<int32_t, 16>& words) : words_(words) {}
-
-  int32_t W(int i) const { return words_[static_cast<size_t>(i - 1)]; }
-
   void text(std::string text, int x, int y) { drawing_.push_back(Placed_Text{std::move(text), x, y, kBlue}); }
 
   // A named bit: the name, and below it whether the bit is set.
@@ -48,15 +45,14 @@ class RegisterPainter {
   Drawing take() { return std::move(drawing_); }
 
  private:
-  const std::array<int32_t, 16>& words_;
   Drawing drawing_;
 };
 
 }  // namespace
 
 Drawing draw_register_page(const std::array<int32_t, 16>& words) {
-  RegisterPainter page(words);
-  auto W = [&](int i) { return page.W(i); };
+  RegisterPainter page;
+  auto W = [&words](int i) { return words[static_cast<size_t>(i - 1)]; };  // W1..W16
 
   static const char* const kValves[16] = {"VC", "VB", "VA", "V16", "V15", "V14", "V13", "V11",
                                           "V10", "V9", "V8", "V7", "V6", "V4", "V2", "V1"};
