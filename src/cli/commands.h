@@ -9,11 +9,15 @@ namespace morvane::cli {
 void add_summary_command(CLI::App& app);
 void add_convert_command(CLI::App& app);
 void add_functest_command(CLI::App& app);
+void add_hk_command(CLI::App& app);
+void add_aux_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
   add_convert_command(app);
   add_functest_command(app);
+  add_hk_command(app);
+  add_aux_command(app);
 }
 
 }  // namespace morvane::cli

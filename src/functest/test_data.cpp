@@ -48,14 +48,6 @@ Test_Packets collect_test_packets(const Catalogue& catalogue, int32_t start) {
   return packets;
 }
 
-int16_t Get_Sensor_ID(const Configuration& config, int32_t word) {
-  int16_t found = 0;
-  for (int s = 1; s <= config.Sensor_Count(); ++s) {
-    if (config.sensor(s).Channel_ID == word) found = static_cast<int16_t>(s);
-  }
-  return found;
-}
-
 double test_reading_volts(int32_t word) {
   const int32_t tenfold = signed_word(word) * 10;
   return tenfold / 32768.0;

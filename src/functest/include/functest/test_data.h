@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/configuration.h"
+#include "core/sensor_id.h"
 #include "core/session.h"
 
 namespace morvane {
@@ -43,10 +44,6 @@ struct Test_Readings {
   double RF_Frequency = 0;  // kHz
   bool RF_Found = false;
 };
-
-// The sensor whose channel ID equals the word, scanning the whole table and keeping the last
-// match; 0 when none does.
-int16_t Get_Sensor_ID(const Configuration& config, int32_t word);
 
 // An ADC word as volts: the word taken as a signed 16-bit count, times 10 (a 32-bit product),
 // divided by 32768.

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "views/housekeeping_view.h"
+
+#include <algorithm>
+
+#include "views/hk_mode.h"
+
+namespace morvane {
+
+Scroll_Setting HousekeepingState::Form_Load_scroll(const Session& session) {
+  const int32_t count = session.catalogue.HK_Count();
+  return {std::max(count, 1), count < 1 ? 1 : session.Current_HK_Index};
+}
+
+std::optional<Sensor_Page> HousekeepingState::Form_Load(Session& session) {
+  if (session.catalogue.HK_Count() < 1) return std::nullopt;
+  return Update_Sensor_readings(session);
+}
+
+Scroll_Setting HousekeepingState::UpdateRealtime(const Session& session) {
+  return {session.catalogue.HK_Count(), session.catalogue.HK_Count()};
+}
+
+Scroll_Setting HousekeepingState::Update(const Session& session) {
+  return {session.catalogue.HK_Count(), session.Current_HK_Index};
+}
+
+Sensor_Page HousekeepingState::VScroll1_Change(Session& session, int32_t value) {
+  session.Current_HK_Index = value;
+  Showing_Registers = false;
+  return Update_Sensor_readings(session);
+}
+
+std::variant<Sensor_Page, Register_Page> HousekeepingState::Command1_Click(Session& session) {
+  if (!Showing_Registers) {
+    Register_Page page = Show_HK_Extra(session, session.Current_HK_Index);
+    Showing_Registers = true;
+    return page;
+  }
+  Showing_Registers = false;
+  return Update_Sensor_readings(session);
+}
+
+std::string HousekeepingState::mode_text() const { return std::to_string(Mode_Number) + "  -  " + Mode_Name; }
+
+Sensor_Page HousekeepingState::Update_Sensor_readings(Session& session) {
+  const int32_t index = session.Current_HK_Index;
+  const Packet_Entry& entry = session.catalogue.HK_List.at(index);
+  Sensor_Page page;
+  page.Cold_Junction_Term = Cold_Junction_Term = decode_hk_sensors(session, index);
+  Sensor_Layout layout = draw_sensor_page(session.config);
+  page.drawing = std::move(layout.drawing);
+  page.lines = std::move(layout.lines);
+
+  page.header.packet_type = "Packet type - " + std::string(label_text(entry.Label));
+  page.header.packet_number = std::to_string(index);
+  page.header.sequence = std::to_string(entry.Sequence_Count);
+  page.header.lander_time = std::to_string(entry.Lander_Time);
+  page.header.packet_count = std::to_string(session.catalogue.HK_Count());
+  page.more_visible = entry.Label == LabelCode::Complete;
+
+  if (is_binary(session.File_Type)) {
+    try {
+      const Mode_Data mode = Load_Mode_Data(session, index);
+      Mode_Number = mode.Mode_Number;
+      Mode_Name = mode.Mode_Name;
+      Line_Number = mode.Line_Number;
+    } catch (const RuntimeError& error) {
+      page.mode_error = error;
+    }
+  }
+  page.header.mode = mode_text();
+  page.header.line = std::to_string(Line_Number);
+  return page;
+}
+
+}  // namespace morvane

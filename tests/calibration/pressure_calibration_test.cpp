@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "calibration/pressure_calibration.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/error.h"
+#include "sim/config_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(PressureCalibration, ValuesArePaddedByTheirSize) {
+  const std::pair<double, const char*> cases[] = {
+      {0.5, "      0.5000"},     {1, "      1.0000"},      {-0.5, "     -0.5000"}, {0, "      0.0000"},
+      {10, "    10.0000"},      {45, "    45.0000"},      {123.4, "  123.4000"}, {-123.4, " -123.4000"},
+      {1234.5, "1234.5000"},     {99999, "99999.0000"},    {-5000, "-5000.0000"},
+  };
+  for (const auto& [value, text] : cases) EXPECT_EQ(padded_display(value), text) << value;
+}
+
+TEST(PressureCalibration, TheFileWritesNumbersAsTheConfigurationReadsThem) {
+  EXPECT_EQ(pressure_file_text({{22, 1234.5, 56.25}, {23, -3, -0.5}}), " 2\r\n22, 1234.5,  56.25\r\n23, -3, -0.5\r\n");
+  EXPECT_EQ(pressure_file_text({}), " 0\r\n");
+}
+
+class CalibrationTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    base = sim::write_configuration(dir.path("base"));
+    config = load_configuration(base);
+    saved = testing::read_file(pressure_file());
+  }
+  std::string pressure_file() const { return base + "/EGSE_info/Pressure Sensors.txt"; }
+  std::string default_file() const { return base + "/EGSE_info/Default_Pressure Sensors.txt"; }
+  // Every file of the configuration folder, to see that no new file was left behind.
+  std::vector<std::string> info_files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(base + "/EGSE_info")) names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+  testing::TempDir dir;
+  std::string base;
+  Configuration config;
+  std::string saved;
+};
+
+TEST_F(CalibrationTest, OpeningShowsEveryPressureSensorDisabled) {
+  const Calibration editor(config);
+  ASSERT_EQ(editor.rows().size(), 5u);
+  EXPECT_EQ(editor.rows()[0].sensor_name, "Pressure 1");
+  EXPECT_EQ(editor.rows()[4].sensor_name, "Pressure 5");
+  EXPECT_EQ(editor.rows()[0].atmosphere_text, "    45.0000");
+  EXPECT_EQ(editor.rows()[0].vacuum_text, "      5.0000");
+  EXPECT_FALSE(editor.entries_enabled());
+  EXPECT_FALSE(editor.Calibration_Modified());
+  EXPECT_EQ(editor.question(), Calibration::Question::None);
+}
+
+TEST_F(CalibrationTest, AcceptWithoutModifyWritesNothingAndAsksNothing) {
+  testing::write_file(pressure_file(), "5\n22,1,2\n23,1,2\n24,1,2\n25,1,2\n26,1,2\n");  // not as the editor writes it
+  Calibration editor(config);
+  editor.Command1_Click();
+  EXPECT_TRUE(editor.closed());
+  EXPECT_EQ(editor.question(), Calibration::Question::None);
+  EXPECT_EQ(testing::read_file(pressure_file()), "5\n22,1,2\n23,1,2\n24,1,2\n25,1,2\n26,1,2\n");
+}
+
+TEST_F(CalibrationTest, ModifiedEntriesAreWrittenAndNonNumericOnesIgnored) {
+  Calibration editor(config);
+  editor.Command3_Click();
+  ASSERT_EQ(editor.question(), Calibration::Question::Modify);
+  EXPECT_STREQ(editor.question_text(),
+               "Warning - modifying the pressure sensor calibration will alter the display of the pressure sensor values");
+  EXPECT_FALSE(editor.question_is_yes_no());
+  editor.answer(true);
+  EXPECT_TRUE(editor.entries_enabled());
+  EXPECT_TRUE(editor.Calibration_Modified());
+
+  editor.set_atmosphere_text(0, "abc");
+  editor.set_vacuum_text(0, "  7.5 ");
+  editor.set_atmosphere_text(4, "1234.5");
+  editor.Command1_Click();
+  ASSERT_EQ(editor.question(), Calibration::Question::Accept);
+  EXPECT_STREQ(editor.question_text(), "Are you sure that you want to change the pressure sensor calibration values");
+  EXPECT_TRUE(editor.question_is_yes_no());
+  editor.answer(true);
+  EXPECT_TRUE(editor.closed());
+  EXPECT_EQ(config.pressure(1).C1, 45);  // abc left it as it was
+  EXPECT_EQ(config.pressure(1).C2, 7.5);
+  EXPECT_EQ(testing::read_file(pressure_file()),
+            " 5\r\n22, 45,  7.5\r\n23, 45,  5\r\n24, 45,  5\r\n25, 45,  5\r\n26, 1234.5,  5\r\n");
+  EXPECT_EQ(read_pressure_table(pressure_file()).size(), 5u);  // the configuration reads it back
+}
+
+TEST_F(CalibrationTest, NoToTheConfirmationClosesWithoutWriting) {
+  Calibration editor(config);
+  editor.Command3_Click();
+  editor.answer(true);
+  editor.set_vacuum_text(1, "9");
+  editor.Command1_Click();
+  editor.answer(false);
+  EXPECT_TRUE(editor.closed());
+  EXPECT_EQ(testing::read_file(pressure_file()), saved);
+  EXPECT_EQ(config.pressure(2).C2, 5);
+}
+
+TEST_F(CalibrationTest, ResetThenCancelRestoresTheSavedValues) {
+  testing::write_file(default_file(), "5\r\n22, 50, 10\r\n23, 51, 11\r\n24, 52, 12\r\n25, 53, 13\r\n26, 54, 14\r\n");
+  Calibration editor(config);
+  editor.Command4_Click();
+  ASSERT_EQ(editor.question(), Calibration::Question::Reset);
+  EXPECT_STREQ(editor.question_text(), kModifyWarning);
+  editor.answer(true);
+  EXPECT_TRUE(editor.Calibration_Modified());
+  EXPECT_FALSE(editor.entries_enabled());  // Reset alone does not open the entries
+  EXPECT_EQ(config.pressure(2).C1, 51);
+  EXPECT_EQ(editor.rows()[1].atmosphere_text, "    51.0000");
+  EXPECT_EQ(testing::read_file(pressure_file()), saved);  // held in memory until Accept
+
+  editor.Command2_Click();
+  EXPECT_TRUE(editor.closed());
+  EXPECT_EQ(config.pressure(2).C1, 45);
+  EXPECT_EQ(config.pressure(2).C2, 5);
+  EXPECT_EQ(testing::read_file(pressure_file()), saved);
+}
+
+TEST_F(CalibrationTest, CancelledWarningsChangeNothingButTheTable) {
+  Calibration editor(config);
+  editor.Command4_Click();
+  editor.answer(false);
+  EXPECT_FALSE(editor.Calibration_Modified());
+  config.Pressure_Table[0].C1 = 99;  // an edit in memory
+  editor.Command3_Click();
+  editor.answer(false);  // Modify cancelled: the saved table is read again
+  EXPECT_EQ(config.pressure(1).C1, 45);
+  EXPECT_FALSE(editor.entries_enabled());
+  EXPECT_FALSE(editor.Calibration_Modified());
+  EXPECT_FALSE(editor.closed());
+}
+
+TEST_F(CalibrationTest, AShorterDefaultTableChangesWhatAcceptWrites) {
+  testing::write_file(default_file(), "3\r\n22, 50, 10\r\n23, 51, 11\r\n24, 52, 12\r\n");
+  Calibration editor(config);
+  editor.Command4_Click();
+  editor.answer(true);
+  ASSERT_EQ(editor.rows().size(), 5u);  // the rows built at opening stay
+  EXPECT_FALSE(editor.rows()[3].has_record);
+  EXPECT_EQ(editor.rows()[3].atmosphere_text, "");
+  editor.Command1_Click();
+  editor.answer(true);
+  EXPECT_EQ(testing::read_file(pressure_file()), " 3\r\n22, 50,  10\r\n23, 51,  11\r\n24, 52,  12\r\n");
+}
+
+TEST_F(CalibrationTest, AnInterruptedRewriteLeavesTheOldFileIntact) {
+  const auto files_before = info_files();
+  // The disk fills up after the first few bytes.
+  int calls = 0;
+  Calibration editor(config, [&calls](int fd, const void* data, size_t size) -> ssize_t {
+    if (calls++ == 0) return ::write(fd, data, std::min<size_t>(size, 8));
+    errno = ENOSPC;
+    return -1;
+  });
+  editor.Command3_Click();
+  editor.answer(true);
+  editor.set_atmosphere_text(0, "60");
+  editor.Command1_Click();
+  try {
+    editor.answer(true);
+    FAIL() << "no error";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 57);
+    EXPECT_NE(error.detail().find("Pressure Sensors.txt"), std::string::npos) << error.detail();
+  }
+  EXPECT_EQ(testing::read_file(pressure_file()), saved);
+  EXPECT_EQ(info_files(), files_before);
+  EXPECT_FALSE(editor.closed());  // the dialog stays open: Cancel or another Accept
+}
+
+TEST_F(CalibrationTest, ARecordOfAnUnknownSensorCannotBeShown) {
+  config.Pressure_Table[0].Sensor_Number = 99;
+  EXPECT_THROW(Calibration editor(config), RuntimeError);
+}
+
+}  // namespace
+}  // namespace morvane
