@@ -40,7 +40,8 @@ std::string spectra_file(int spectra) {
       put_word(frame, 22 + 16, gc ? 2 : 3);
       put_word(frame, 22 + 28, gc ? 0 : k * kBinsPerSubPacket);
       put_word(frame, 22 + 30, bins);
-      for (int j = 0; j < bins; ++j) put_word(frame, 22 + 32 + 2 * static_cast<size_t>(j), ((j * 37) % 4096) << 4 | (j % 4));
+      for (int j = 0; j < bins; ++j)
+        put_word(frame, 22 + 32 + 2 * static_cast<size_t>(j), ((j * 37) % 4096) << 4 | (j % 4));
       out.write(reinterpret_cast<const char*>(frame.data()), 282);
     }
   }

@@ -25,7 +25,8 @@ void print_info_json(const Information_View& view, int32_t index) {
   Json words = Json::array();
   for (const auto& word : view.raw_dump()) words.push_back(word.text);
   Json translation = Json::array();
-  for (const auto& line : view.translation()) translation.push_back({{"text", line.text}, {"colour", colour_of(line.colour)}});
+  for (const auto& line : view.translation())
+    translation.push_back({{"text", line.text}, {"colour", colour_of(line.colour)}});
   Json memory = Json::array();
   for (const auto& text : view.memory()) {
     memory.push_back({{"text", text.text}, {"x", text.x}, {"y", text.y}, {"colour", colour_of(text.colour)}});

@@ -33,39 +33,38 @@ void print_spectrum_json(const Spectrum_View& view) {
   for (const Spectrum_Button button : kSpectrumButtons) buttons.push_back(view.enabled(button));
   const Spectrum_Axis& axis = view.axis();
   const Colour bit15 = rows[6].value.colour, bit14 = rows[7].value.colour;
-  print_json(Json{
-      {"complete_count", view.table().complete_count},
-      {"gc_count", view.table().gc_count},
-      {"no_spectra_text", view.has_spectra() ? "" : kNoSpectraText},
-      {"number", view.spectrum()},
-      {"title", view.title()},
-      {"is_complete", view.is_complete()},
-      {"sub_packet_count", view.sub_packet_count()},
-      {"current_sub_packet", view.current_sub_packet()},
-      {"sub_packet_text", view.sub_packet_text()},
-      {"bin_count", view.bin_count()},
-      {"bins", bins},
-      {"header",
-       {{"bit15", rows[6].value.text},
-        {"bit14", rows[7].value.text},
-        {"label28", rows[2].value.text},
-        {"label29", rows[3].value.text},
-        {"label30", rows[4].value.text},
-        {"label31", rows[5].value.text},
-        {"first_bin", number_or_null(header, &Spectrum_Header::first_bin)},
-        {"number_bins", number_or_null(header, &Spectrum_Header::number_bins)},
-        {"bit15_colour", colour_json(bit15.red, bit15.green, bit15.blue)},
-        {"bit14_colour", colour_json(bit14.red, bit14.green, bit14.blue)}}},
-      {"axis",
-       {{"x_start", axis.X_Start},
-        {"x_end", axis.X_End},
-        {"x_zoom", axis.X_Zoom},
-        {"y_max", axis.Y_Max},
-        {"label20", axis.range_text()},
-        {"label21", axis.scale_text()},
-        {"label22", axis.start_text()},
-        {"label23", axis.end_text()}}},
-      {"buttons", buttons}});
+  print_json(Json{{"complete_count", view.table().complete_count},
+                  {"gc_count", view.table().gc_count},
+                  {"no_spectra_text", view.has_spectra() ? "" : kNoSpectraText},
+                  {"number", view.spectrum()},
+                  {"title", view.title()},
+                  {"is_complete", view.is_complete()},
+                  {"sub_packet_count", view.sub_packet_count()},
+                  {"current_sub_packet", view.current_sub_packet()},
+                  {"sub_packet_text", view.sub_packet_text()},
+                  {"bin_count", view.bin_count()},
+                  {"bins", bins},
+                  {"header",
+                   {{"bit15", rows[6].value.text},
+                    {"bit14", rows[7].value.text},
+                    {"label28", rows[2].value.text},
+                    {"label29", rows[3].value.text},
+                    {"label30", rows[4].value.text},
+                    {"label31", rows[5].value.text},
+                    {"first_bin", number_or_null(header, &Spectrum_Header::first_bin)},
+                    {"number_bins", number_or_null(header, &Spectrum_Header::number_bins)},
+                    {"bit15_colour", colour_json(bit15.red, bit15.green, bit15.blue)},
+                    {"bit14_colour", colour_json(bit14.red, bit14.green, bit14.blue)}}},
+                  {"axis",
+                   {{"x_start", axis.X_Start},
+                    {"x_end", axis.X_End},
+                    {"x_zoom", axis.X_Zoom},
+                    {"y_max", axis.Y_Max},
+                    {"label20", axis.range_text()},
+                    {"label21", axis.scale_text()},
+                    {"label22", axis.start_text()},
+                    {"label23", axis.end_text()}}},
+                  {"buttons", buttons}});
 }
 
 void print_spectrum_text(const Spectrum_View& view) {
@@ -86,7 +85,8 @@ void print_spectrum_text(const Spectrum_View& view) {
       << "Bins read: " << view.bin_count() << '\n';
   for (int b = 0; b <= kLastBin; b += 8) {
     out << right_in(b, 4) << ':';
-    for (int i = b; i < b + 8 && i <= kLastBin; ++i) out << ' ' << right_in(general_text(view.bins()[static_cast<size_t>(i)]), 10);
+    for (int i = b; i < b + 8 && i <= kLastBin; ++i)
+      out << ' ' << right_in(general_text(view.bins()[static_cast<size_t>(i)]), 10);
     out << '\n';
   }
 }

@@ -59,7 +59,8 @@ class Translator {
     line(1, "Packet ID of rejected packet         " + H(9));
     line(2, "Sequence control rejected packet " + H(10));
     const int type = W(12) / 256, sub_type = W(12) - type * 256;
-    line(4, "TC type  " + dec(type) + "    TC sub-type " + dec(sub_type) + "    -    " + telecommand_name(type, sub_type));
+    line(4,
+         "TC type  " + dec(type) + "    TC sub-type " + dec(sub_type) + "    -    " + telecommand_name(type, sub_type));
     switch (W(11)) {
       case 1:
         line(3, "Incomplete packet ");
@@ -255,12 +256,14 @@ Translation Translate_Information(const Configuration& config, LabelCode label, 
 }
 
 std::string operating_mode_name(int mode) {
+  // Modes 0..16 by number.
   static constexpr const char* kModes[] = {
-      "Standby",           "Ground Test",           "Post Launch",          "Cruise Phase",
-      "Instrument Checkout", "HTO Conditioning",    "MTO Conditioning",     "CASE Conditioning",
+      "Standby", "Ground Test", "Post Launch", "Cruise Phase",
+      "Instrument Checkout", "HTO Conditioning", "MTO Conditioning", "CASE Conditioning",
       "Survival Evaluation", "Helium Tank Rupture", "Dynamic Pre-operations", "Calibration",
       "Ice Core Analysis (HTO)", "Atmosphere Analysis", "Silicate Analysis", "Ice Core Analysis (MTO)",
-      "Additional Science"};
+      "Additional Science",
+  };
   if (mode >= 0 && mode <= 16) return kModes[mode];
   return mode == 255 ? "Safe" : "";
 }

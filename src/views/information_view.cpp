@@ -36,8 +36,8 @@ Drawing Information_View::translation_drawing() const {
   Drawing picture;
   picture.reserve(translation_.size() + memory_.size());
   for (size_t i = 0; i < translation_.size(); ++i) {
-    picture.push_back({translation_[i].text, 0, static_cast<int>(i) * kTranslationRowHeight, translation_[i].colour,
-                       Anchor::Left});
+    picture.push_back(
+        {translation_[i].text, 0, static_cast<int>(i) * kTranslationRowHeight, translation_[i].colour, Anchor::Left});
   }
   picture.insert(picture.end(), memory_.begin(), memory_.end());
   return picture;

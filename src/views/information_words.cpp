@@ -23,9 +23,7 @@ void Information_Words::set(int n, int32_t word) {
   hex_[static_cast<size_t>(n)] = hex4(word);  // the bytes' texts in the order that composes the word
 }
 
-int information_word_count(int32_t length) {
-  return length < 1 ? 0 : static_cast<int>(round_half_even(length / 2.0));
-}
+int information_word_count(int32_t length) { return length < 1 ? 0 : static_cast<int>(round_half_even(length / 2.0)); }
 
 void Load_Information(const TelemetryFile& file, const Packet_Entry& entry, bool byte_reverse,
                       Information_Words& words) {

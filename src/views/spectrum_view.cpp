@@ -78,7 +78,9 @@ std::string Spectrum_View::sub_packet_text() const {
 }
 
 std::vector<Header_Row> Spectrum_View::header_rows() const {
-  auto number = [&](auto field) { return header_ ? Coloured_Text{std::to_string(field(*header_)), kBlack} : Coloured_Text{}; };
+  auto number = [&](auto field) {
+    return header_ ? Coloured_Text{std::to_string(field(*header_)), kBlack} : Coloured_Text{};
+  };
   return {
       {"First bin", number([](const Spectrum_Header& h) { return h.first_bin; })},
       {"Number bins", number([](const Spectrum_Header& h) { return h.number_bins; })},

@@ -30,12 +30,14 @@ class InfoCommand : public ::testing::Test {
     FrameWriter writer(282);
     // Sensor channel 28 is the AD590 temperature, V x 100 - 273 oC; 0x4000 is 5 V.
     writer.add_frame({information(0x0F37, 2, {{9, 55007}, {10, 28}, {11, 0x4000}, {12, 0x2000}, {13, 0x1000}})});
-    writer.add_frame({information(0x0F31, 10, {}), information(0x0F37, 10, {{9, 0x9601}, {10, 1}, {11, 2}, {12, 3}, {13, 4}})});
+    writer.add_frame(
+        {information(0x0F31, 10, {}), information(0x0F37, 10, {{9, 0x9601}, {10, 1}, {11, 2}, {12, 3}, {13, 4}})});
     testing::write_bytes(dir.path("t.dat"), writer.bytes());
   }
   testing::ProgramRun cli(std::vector<std::string> arguments) { return testing::run_program(kCli, arguments); }
   json info_json(int index) {
-    const auto run = cli({"info", dir.path("t.dat"), "-t", "CSS", "--base", base, "--index", std::to_string(index), "--json"});
+    const auto run =
+        cli({"info", dir.path("t.dat"), "-t", "CSS", "--base", base, "--index", std::to_string(index), "--json"});
     EXPECT_EQ(run.status, 0) << run.err;
     return json::parse(run.out);
   }
@@ -45,7 +47,8 @@ class InfoCommand : public ::testing::Test {
 
 TEST_F(InfoCommand, JsonHasTheContractKeys) {
   const json j = info_json(1);
-  for (const char* key : {"index", "label2", "label3", "label5", "label7", "label9", "words", "translation", "memory"}) {
+  for (const char* key :
+       {"index", "label2", "label3", "label5", "label7", "label9", "words", "translation", "memory"}) {
     EXPECT_TRUE(j.contains(key)) << key;
   }
   EXPECT_EQ(j["index"], 1);
@@ -67,7 +70,8 @@ TEST_F(InfoCommand, MemoryChecksumRowsCarryTheirPlaces) {
   const json checksum = info_json(4);  // entry 2 is the empty slot after the first packet
   EXPECT_EQ(checksum["translation"][0]["text"], "Memory Checksum packet of PROM.    1 Checksum report.");
   ASSERT_EQ(checksum["memory"].size(), 4u);
-  EXPECT_EQ(checksum["memory"][1], (json{{"text", "Address  0001  0002"}, {"x", 1200}, {"y", 200}, {"colour", {0, 0, 0}}}));
+  EXPECT_EQ(checksum["memory"][1],
+            (json{{"text", "Address  0001  0002"}, {"x", 1200}, {"y", 200}, {"colour", {0, 0, 0}}}));
   // The acceptance class of memory checksums has no translation.
   const json acceptance = info_json(3);
   EXPECT_EQ(acceptance["translation"][0], (json{{"text", ""}, {"colour", {0, 0, 0}}}));

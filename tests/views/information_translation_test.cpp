@@ -56,21 +56,24 @@ TEST(InformationTranslation, AcceptanceReports) {
   expect_cases({
       {"success", information_packet(kAcceptanceId, 1, {{9, 0x0F37}, {10, 0xC005}}),
        lines({"Packet ID of accepted packet         0F37", "Sequence control accepted packet C005"})},
-      {"incomplete packet", information_packet(kAcceptanceId, 2, {{9, 0x1C31}, {10, 0xC00A}, {11, 1}, {12, 0x0602}, {13, 10}, {14, 8}}),
-       lines({"Packet ID of rejected packet         1C31", "Sequence control rejected packet C00A", "Incomplete packet ",
-              "TC type  6    TC sub-type 2    -    Load memory", "10 bytes in header, 8 bytes actually received"},
-             kAllRed)},
+      {"incomplete packet",
+       information_packet(kAcceptanceId, 2, {{9, 0x1C31}, {10, 0xC00A}, {11, 1}, {12, 0x0602}, {13, 10}, {14, 8}}),
+       lines(
+           {"Packet ID of rejected packet         1C31", "Sequence control rejected packet C00A", "Incomplete packet ",
+            "TC type  6    TC sub-type 2    -    Load memory", "10 bytes in header, 8 bytes actually received"},
+           kAllRed)},
       {"checksum", information_packet(kAcceptanceId, 2, {{11, 2}, {12, 0x0605}, {13, 0xBEEF}, {14, 0x00A1}}),
-       lines({"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000", "Incorrect Checksum ",
-              "TC type  6    TC sub-type 5    -    Dump memory", "Checksum received: BEEF  Calculated checksum: 00A1"},
-             kAllRed)},
+       lines(
+           {"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000", "Incorrect Checksum ",
+            "TC type  6    TC sub-type 5    -    Dump memory", "Checksum received: BEEF  Calculated checksum: 00A1"},
+           kAllRed)},
       {"application", information_packet(kAcceptanceId, 2, {{11, 3}, {12, 0x0609}}),
        lines({"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000",
               "Incorrect Application ID", "TC type  6    TC sub-type 9    -    Check memory", ""},
              kAllRed)},
       {"command code", information_packet(kAcceptanceId, 2, {{11, 4}, {12, 0x1111}}),
-       lines({"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000", "Invalid Command Code",
-              "TC type  17    TC sub-type 17    -    Connection test", ""},
+       lines({"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000",
+              "Invalid Command Code", "TC type  17    TC sub-type 17    -    Connection test", ""},
              kAllRed)},
       {"mode", information_packet(kAcceptanceId, 2, {{11, 5}, {12, 0xC1FF}, {13, 3}}),
        lines({"Packet ID of rejected packet         0000", "Sequence control rejected packet 0000",
@@ -95,18 +98,40 @@ TEST(InformationTranslation, AcceptanceReports) {
 
 TEST(InformationTranslation, TelecommandNames) {
   const std::tuple<int, int, const char*> cases[] = {
-      {6, 2, "Load memory"},        {6, 5, "Dump memory"},         {6, 9, "Check memory"},
-      {6, 1, ""},                   {17, 17, "Connection test"},   {17, 1, ""},
-      {193, 0, "Standby"},          {193, 1, "Ground Test"},       {193, 2, "Post Launch"},
-      {193, 3, "Cruise Phase"},     {193, 4, "Instrument Checkout"}, {193, 5, "HTO Conditioning"},
-      {193, 6, "MTO Conditioning"}, {193, 7, "CASE Conditioning"}, {193, 8, "Survival Evaluation"},
-      {193, 9, "Helium Tank Rupture"}, {193, 10, "Dynamic Pre-operations"}, {193, 11, "Calibration"},
-      {193, 12, "Ice Core Analysis (HTO)"}, {193, 13, "Atmosphere Analysis"}, {193, 14, "Silicate Analysis"},
-      {193, 15, "Ice Core Analysis (MTO)"}, {193, 16, "Additional Science"}, {193, 17, ""},
-      {193, 255, "Safe"},           {194, 1, "Hazardous Function"}, {194, 2, ""},
-      {195, 1, "Parameter update"}, {195, 0, ""},                  {5, 2, ""},
+      {6, 2, "Load memory"},
+      {6, 5, "Dump memory"},
+      {6, 9, "Check memory"},
+      {6, 1, ""},
+      {17, 17, "Connection test"},
+      {17, 1, ""},
+      {193, 0, "Standby"},
+      {193, 1, "Ground Test"},
+      {193, 2, "Post Launch"},
+      {193, 3, "Cruise Phase"},
+      {193, 4, "Instrument Checkout"},
+      {193, 5, "HTO Conditioning"},
+      {193, 6, "MTO Conditioning"},
+      {193, 7, "CASE Conditioning"},
+      {193, 8, "Survival Evaluation"},
+      {193, 9, "Helium Tank Rupture"},
+      {193, 10, "Dynamic Pre-operations"},
+      {193, 11, "Calibration"},
+      {193, 12, "Ice Core Analysis (HTO)"},
+      {193, 13, "Atmosphere Analysis"},
+      {193, 14, "Silicate Analysis"},
+      {193, 15, "Ice Core Analysis (MTO)"},
+      {193, 16, "Additional Science"},
+      {193, 17, ""},
+      {193, 255, "Safe"},
+      {194, 1, "Hazardous Function"},
+      {194, 2, ""},
+      {195, 1, "Parameter update"},
+      {195, 0, ""},
+      {5, 2, ""},
   };
-  for (const auto& [type, sub_type, name] : cases) EXPECT_EQ(telecommand_name(type, sub_type), name) << type << "/" << sub_type;
+  for (const auto& [type, sub_type, name] : cases) {
+    EXPECT_EQ(telecommand_name(type, sub_type), name) << type << "/" << sub_type;
+  }
 }
 
 TEST(InformationTranslation, ProgressEvents) {
@@ -133,13 +158,15 @@ TEST(InformationTranslation, ProgressEvents) {
               "Anomalies detected, there are lots of start-up parameters - use the TC/TM document",
               "Selected RAM data page  0", "Selected RAM code page 0"},
              {kBlack, kRed})},
-      {"mode selection", information_packet(kEventId, 1, {{9, 55005}, {10, 0x0312}, {11, 0x05FF}, {12, 1}, {13, 0xA}, {14, 0xFFFF}}),
+      {"mode selection",
+       information_packet(kEventId, 1, {{9, 55005}, {10, 0x0312}, {11, 0x05FF}, {12, 1}, {13, 0xA}, {14, 0xFFFF}}),
        lines({"Operating mode selection", "Current mode  3 at line 18", "Selected mode 5",
               "Mode parameters   0001   000A   FFFF"})},
       {"SD2 backup", information_packet(kEventId, 1, {{9, 55010}, {10, 1}, {11, 2}, {12, 3}, {13, 4}}),
        lines({"SD2 Backup RAM Received", "SD2 status 0001", "Drill depth   0002",
               "Carousel position 0003 Oven number 0004"})},
-      {"instrument backup", information_packet(kEventId, 1, {{9, 55011}, {10, 1}, {11, 2}, {12, 3}, {13, 4}, {14, 5}, {15, 6}}),
+      {"instrument backup",
+       information_packet(kEventId, 1, {{9, 55011}, {10, 1}, {11, 2}, {12, 3}, {13, 4}, {14, 5}, {15, 6}}),
        lines({"Morvane Backup RAM Received", "Carousel use state 0001         RF Calibration word0002",
               "Docking station motor,     upper position 0003,   lower position 0004",
               "Docking station sensor value,   docked 0005,         undocked 0006"})},
@@ -147,7 +174,8 @@ TEST(InformationTranslation, ProgressEvents) {
        lines({"WGA memory check at 258 seconds", "No errors in WGA memory map detected"})},
       {"memory check with errors", information_packet(kEventId, 1, memory_errors),
        lines({"WGA memory check at 258 seconds", "Errors in WGA memory map detected"})},
-      {"mode completed", information_packet(kEventId, 1, {{9, 55107}, {10, 12}}), lines({"Mode 12 execution just completed"})},
+      {"mode completed", information_packet(kEventId, 1, {{9, 55107}, {10, 12}}),
+       lines({"Mode 12 execution just completed"})},
       {"RF calibration", information_packet(kEventId, 1, {{9, 55113}}), lines({"RF Calibration report"})},
       {"docking data", information_packet(kEventId, 1, {{9, 55114}}), lines({"Docking station sensor data"})},
       {"unknown class", information_packet(kEventId, 3, {{9, 55001}}), lines({"An unknown progress event occurred"})},
@@ -172,19 +200,23 @@ TEST(InformationTranslation, AnomalousEvents) {
       {55107, "Unknown cause of anomalous warning packet"},
   };
   std::vector<Case> cases;
-  for (const auto& [id, title] : titles) cases.push_back({title, information_packet(kEventId, 2, {{9, id}}), lines({title}, kAllRed)});
+  for (const auto& [id, title] : titles)
+    cases.push_back({title, information_packet(kEventId, 2, {{9, id}}), lines({title}, kAllRed)});
   cases.push_back({"connection test", information_packet(kEventId, 2, {{9, 0}}),
                    lines({"Connection Test", "", "All OK"}, {kBlack, kRed, kBlack, kRed, kRed})});
-  cases.push_back({"failure", information_packet(kEventId, 2, {{9, 55002}, {11, 0x11}, {12, 0x22}, {13, 0x33}, {14, 0x44}}),
+  cases.push_back({"failure",
+                   information_packet(kEventId, 2, {{9, 55002}, {11, 0x11}, {12, 0x22}, {13, 0x33}, {14, 0x44}}),
                    lines({"Morvane Failure", "DAC Control Register                     0011",
-                          "PWM Control Register                   0022", "Valve Control Register                   0033",
-                          "Critical Functions Control Register 0044"},
+                          "PWM Control Register                   0022",
+                          "Valve Control Register                   0033", "Critical Functions Control Register 0044"},
                          kAllRed)});
-  cases.push_back({"mode event parameters",
-                   information_packet(kEventId, 2, {{9, 55108}, {10, 4}, {11, 17}, {12, 1}, {13, 2}, {14, 3}, {15, 4}, {16, 5}, {17, 6}}),
-                   lines({"Parameters for a mode event are incorrect", "Operating mode 4, at line number 17", "",
-                          "Mode event parameters causing problem", "0001   0002   0003   0004   0005   0006"},
-                         kAllRed)});
+  cases.push_back(
+      {"mode event parameters",
+       information_packet(kEventId, 2,
+                          {{9, 55108}, {10, 4}, {11, 17}, {12, 1}, {13, 2}, {14, 3}, {15, 4}, {16, 5}, {17, 6}}),
+       lines({"Parameters for a mode event are incorrect", "Operating mode 4, at line number 17", "",
+              "Mode event parameters causing problem", "0001   0002   0003   0004   0005   0006"},
+             kAllRed)});
   expect_cases(cases);
 }
 

@@ -22,8 +22,8 @@ std::vector<std::string> texts(const Drawing& drawing) {
 }
 
 TEST(InformationView, WordCountRoundsHalfToEven) {
-  const std::pair<int32_t, int> cases[] = {{-1, 0}, {0, 0}, {1, 0}, {2, 1}, {3, 2}, {5, 2}, {7, 4},
-                                           {21, 10}, {23, 12}, {63, 32}, {64, 32}};
+  const std::pair<int32_t, int> cases[] = {{-1, 0}, {0, 0},   {1, 0},   {2, 1},   {3, 2},  {5, 2},
+                                           {7, 4},  {21, 10}, {23, 12}, {63, 32}, {64, 32}};
   for (const auto& [length, words] : cases) EXPECT_EQ(information_word_count(length), words) << length;
 }
 
@@ -167,10 +167,11 @@ TEST(InformationView, ThePictureHoldsTheLinesAboveTheMemoryTable) {
   view.show(file.session, 1);
   const Drawing picture = view.translation_drawing();
   ASSERT_EQ(picture.size(), 9u);
-  EXPECT_EQ(picture[0], (Placed_Text{"Memory Checksum packet of PROM.    1 Checksum report.", 0, 0, kBlack, Anchor::Left}));
+  EXPECT_EQ(picture[0],
+            (Placed_Text{"Memory Checksum packet of PROM.    1 Checksum report.", 0, 0, kBlack, Anchor::Left}));
   EXPECT_EQ(picture[4].y, 800);
-  EXPECT_EQ(texts(view.memory()), (std::vector<std::string>{"Checksum 1", "Address  0001  0002", "Words 0003",
-                                                             "Checksum  =  0004"}));
+  EXPECT_EQ(texts(view.memory()),
+            (std::vector<std::string>{"Checksum 1", "Address  0001  0002", "Words 0003", "Checksum  =  0004"}));
 }
 
 }  // namespace

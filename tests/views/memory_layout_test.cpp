@@ -30,14 +30,32 @@ TEST(MemoryLayout, ADumpWithoutBlocksPrintsNothing) { EXPECT_TRUE(dump({{9, 0x96
 TEST(MemoryLayout, DumpBlocksColourHeaderCountAndData) {
   // Block 1: words 10, 11, count 12 = 2, data 13-14. Block 2: words 15, 16, count 17 = 0.
   // Block 3 starts right after at word 18.
-  const Drawing out = dump({{9, 0x9603}, {10, 0xA}, {11, 0xB}, {12, 2}, {13, 0xD1}, {14, 0xD2}, {15, 0xE},
-                            {16, 0xF}, {17, 0}, {18, 0x18}, {19, 0x19}, {20, 1}, {21, 0x21}});
+  const Drawing out = dump({{9, 0x9603},
+                            {10, 0xA},
+                            {11, 0xB},
+                            {12, 2},
+                            {13, 0xD1},
+                            {14, 0xD2},
+                            {15, 0xE},
+                            {16, 0xF},
+                            {17, 0},
+                            {18, 0x18},
+                            {19, 0x19},
+                            {20, 1},
+                            {21, 0x21}});
   const std::vector<Placed_Text> expected = {
-      {"000A", 0, 600, kRed},     {"000B", 700, 600, kRed},   {"0002", 1400, 600, kBlack},
-      {"00D1", 2100, 600, kBlue}, {"00D2", 2800, 600, kBlue}, {"000E", 3500, 600, kRed},
-      {"000F", 4200, 600, kRed},  {"0000", 4900, 600, kBlack},
+      {"000A", 0, 600, kRed},
+      {"000B", 700, 600, kRed},
+      {"0002", 1400, 600, kBlack},
+      {"00D1", 2100, 600, kBlue},
+      {"00D2", 2800, 600, kBlue},
+      {"000E", 3500, 600, kRed},
+      {"000F", 4200, 600, kRed},
+      {"0000", 4900, 600, kBlack},
       // The ninth text wraps to the next row.
-      {"0018", 0, 800, kRed},     {"0019", 700, 800, kRed},   {"0001", 1400, 800, kBlack},
+      {"0018", 0, 800, kRed},
+      {"0019", 700, 800, kRed},
+      {"0001", 1400, 800, kBlack},
       {"0021", 2100, 800, kBlue},
   };
   EXPECT_EQ(out, expected);
@@ -71,14 +89,21 @@ TEST(MemoryLayout, ADumpBeyondWord32StopsAfterTheWordsItPrinted) {
 
 TEST(MemoryLayout, ChecksumRowsStand200TwipsApart) {
   Drawing out;
-  Display_Memory_Checksum(words_of({{9, 0x9702}, {10, 0x10}, {11, 0x11}, {12, 0x12}, {13, 0x13}, {14, 0x14},
-                                    {15, 0x15}, {16, 0x16}, {17, 0x17}}),
+  Display_Memory_Checksum(words_of({{9, 0x9702},
+                                    {10, 0x10},
+                                    {11, 0x11},
+                                    {12, 0x12},
+                                    {13, 0x13},
+                                    {14, 0x14},
+                                    {15, 0x15},
+                                    {16, 0x16},
+                                    {17, 0x17}}),
                           out);
   const std::vector<Placed_Text> expected = {
-      {"Checksum 1", 0, 200, kBlack},        {"Address  0010  0011", 1200, 200, kBlack},
-      {"Words 0012", 3000, 200, kBlack},     {"Checksum  =  0013", 4500, 200, kBlack},
-      {"Checksum 2", 0, 400, kBlack},        {"Address  0014  0015", 1200, 400, kBlack},
-      {"Words 0016", 3000, 400, kBlack},     {"Checksum  =  0017", 4500, 400, kBlack},
+      {"Checksum 1", 0, 200, kBlack},    {"Address  0010  0011", 1200, 200, kBlack},
+      {"Words 0012", 3000, 200, kBlack}, {"Checksum  =  0013", 4500, 200, kBlack},
+      {"Checksum 2", 0, 400, kBlack},    {"Address  0014  0015", 1200, 400, kBlack},
+      {"Words 0016", 3000, 400, kBlack}, {"Checksum  =  0017", 4500, 400, kBlack},
   };
   EXPECT_EQ(out, expected);
 }

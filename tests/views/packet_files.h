@@ -4,8 +4,8 @@
 
 #include <array>
 #include <map>
-#include <ostream>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 

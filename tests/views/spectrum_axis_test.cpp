@@ -58,7 +58,7 @@ TEST(SpectrumAxis, ZoomingOutAtTheEndMovesTheStartBack) {
   // Away from the end zooming out keeps the start.
   axis = Spectrum_Axis{};
   for (int i = 0; i < 3; ++i) axis.press(B::ZoomIn);  // 0..128, zoom 8
-  axis.press(B::PanRight);                              // 16..144
+  axis.press(B::PanRight);                            // 16..144
   axis.press(B::ZoomOut);
   EXPECT_EQ(axis.X_Start, 16);
   EXPECT_EQ(axis.X_End, 272);

@@ -23,9 +23,9 @@ FrameWriter frames(const std::vector<testing::Packet>& packets) {
 }
 
 TEST(SpectrumTable, BinWordsDecodeMantissaAndExponent) {
-  const std::pair<int32_t, double> cases[] = {{0x0010, 1},  {0x0011, 2},    {0x000F, 0},   {0x0013, 8},
-                                              {0x0000, 0},  {0x0100, 16},   {0x0FF0, 255}, {0xFFF0, 4095},
-                                              {0xFFFF, 4095.0 * 32768}};
+  const std::pair<int32_t, double> cases[] = {{0x0010, 1},   {0x0011, 2},    {0x000F, 0},
+                                              {0x0013, 8},   {0x0000, 0},    {0x0100, 16},
+                                              {0x0FF0, 255}, {0xFFF0, 4095}, {0xFFFF, 4095.0 * 32768}};
   for (const auto& [word, count] : cases) EXPECT_EQ(decode_bin(word), count) << word;
 }
 
@@ -35,7 +35,7 @@ TEST(SpectrumTable, CompleteSpectraComeFirstThenGcSpectra) {
   auto writer = frames({
       isotope_packet({2, 0, {0x10}}),  // 1: starts spectrum 1
       isotope_packet({0, 1, {0x10}}),  // 2
-      auxiliary,                        // 3: skipped
+      auxiliary,                       // 3: skipped
       isotope_packet({1, 2, {0x10}}),  // 4: ends spectrum 1
       gc_packet({0, 0, {0x20}}),       // 5: GC spectrum 1
       isotope_packet({3, 0, {0x30}}),  // 6: spectrum 2, whole in one packet

@@ -13,10 +13,10 @@ namespace morvane {
 
 // Fixed texts of the information packet window.
 inline constexpr const char* kInformationCaption = "Information Packet";
-inline constexpr const char* kRawDataHeading = "Raw Data";          // Label1, above Picture1
+inline constexpr const char* kRawDataHeading = "Raw Data";           // Label1, above Picture1
 inline constexpr const char* kPacketTypeHeading = "Packet type  -";  // Label4, beside Label5
-inline constexpr const char* kSequenceHeading = "Sequence Count";   // Label6, beside Label7
-inline constexpr const char* kLanderTimeHeading = "Lander Time";    // Label8, beside Label9
+inline constexpr const char* kSequenceHeading = "Sequence Count";    // Label6, beside Label7
+inline constexpr const char* kLanderTimeHeading = "Lander Time";     // Label8, beside Label9
 
 // Twips between the translation lines of Picture2; the memory tables are laid out on the same
 // 200-twip rows (a dump starts at y = 600, below the two title lines).

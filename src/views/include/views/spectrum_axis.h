@@ -10,9 +10,9 @@ namespace morvane {
 
 // The six buttons under the spectrum graph, Command1..Command6 in this order.
 enum class Spectrum_Button { ZoomOut, ZoomIn, ScaleUp, ScaleDown, PanLeft, PanRight };
-inline constexpr Spectrum_Button kSpectrumButtons[] = {Spectrum_Button::ZoomOut,   Spectrum_Button::ZoomIn,
-                                                       Spectrum_Button::ScaleUp,   Spectrum_Button::ScaleDown,
-                                                       Spectrum_Button::PanLeft,   Spectrum_Button::PanRight};
+inline constexpr Spectrum_Button kSpectrumButtons[] = {Spectrum_Button::ZoomOut, Spectrum_Button::ZoomIn,
+                                                       Spectrum_Button::ScaleUp, Spectrum_Button::ScaleDown,
+                                                       Spectrum_Button::PanLeft, Spectrum_Button::PanRight};
 
 // The Y-axis scale steps: the axis tops at Y_Max x 1000 counts.
 inline constexpr double kYScaleSteps[] = {0.01, 0.02, 0.04, 0.1, 0.2, 0.4, 1, 2, 4, 10, 20, 40, 100};

@@ -31,7 +31,7 @@ struct Graph_Tick {
 // What the graph view draws: the axes with their ticks, the X-axis title and, in red, the step
 // outline of the visible bins (one horizontal run per bin joined by verticals, two points a bin).
 struct Spectrum_Graph {
-  double width = 0;  // plot units across
+  double width = 0;                 // plot units across
   std::vector<Graph_Tick> x_ticks;  // 9 ticks: every eighth of the range, labelled with bin numbers
   std::vector<Graph_Tick> y_ticks;  // 6 ticks: every fifth of the scale, labelled in counts
   std::string x_title = kBinAxisTitle;

@@ -17,7 +17,7 @@ namespace morvane {
 inline constexpr const char* kSpectraCaption = "Spectrum display";
 inline constexpr const char* kCompleteCountCaption = "Number of complete spectra   =";  // beside Label3
 inline constexpr const char* kGcCountCaption = "Number of GC spectra   =";              // beside Label4
-inline constexpr const char* kNoSpectraText = "No Spectra Acquired";                     // Label5, red
+inline constexpr const char* kNoSpectraText = "No Spectra Acquired";                    // Label5, red
 // The axis settings: "X-Axis Range" (Label20), "Y-Axis Scale maximum" (Label21), and under
 // "X-Axis position" the "Minimum" (Label22) and "Maximum" (Label23).
 inline constexpr const char* kXRangeCaption = "X-Axis Range";
