@@ -116,7 +116,7 @@ class Translator {
         break;
       case 55011:
         line(1, "Morvane Backup RAM Received");
-        // No blank before the calibration word's text: kept as the instrument team knows it.
+        // No blank before the calibration word's text: the line has always read so.
         line(2, "Carousel use state " + H(10) + "         RF Calibration word" + H(11));
         line(3, "Docking station motor,     upper position " + H(12) + ",   lower position " + H(13));
         line(4, "Docking station sensor value,   docked " + H(14) + ",         undocked " + H(15));
