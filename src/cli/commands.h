@@ -11,6 +11,8 @@ void add_convert_command(CLI::App& app);
 void add_functest_command(CLI::App& app);
 void add_hk_command(CLI::App& app);
 void add_aux_command(CLI::App& app);
+void add_info_command(CLI::App& app);
+void add_spectrum_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -18,6 +20,8 @@ inline void add_commands(CLI::App& app) {
   add_functest_command(app);
   add_hk_command(app);
   add_aux_command(app);
+  add_info_command(app);
+  add_spectrum_command(app);
 }
 
 }  // namespace morvane::cli

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "views/spectrum_view.h"
+
+#include <gtest/gtest.h>
+
+#include "core/error.h"
+#include "packet_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::FrameWriter;
+using testing::gc_packet;
+using testing::isotope_packet;
+using testing::Loaded_File;
+
+// Spectrum 1: sub-packets with bins 0..2 (counts 1000, 1500, 500) and 3; spectrum 2: bin 0
+// only; then a GC spectrum with its own header.
+FrameWriter three_spectra() {
+  FrameWriter writer(282);
+  writer.add_frame({isotope_packet({2, 0, {1000 << 4, 1500 << 4, 500 << 4}, 0x8000, {11, 12, 13, 14}})});
+  writer.add_frame({isotope_packet({0, 3, {7 << 4}, 0x4000, {21, 22, 23, 24}})});
+  writer.add_frame({isotope_packet({3, 0, {9 << 4}})});
+  writer.add_frame({gc_packet({0, 40, {1 << 4}, 0xC000, {31, 32, 33, 34}})});
+  return writer;
+}
+
+TEST(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
+  auto writer = three_spectra();
+  Loaded_File file(writer);
+  Spectrum_View view;
+  view.open(file.session);
+  EXPECT_EQ(view.complete_count_text(), "2");
+  EXPECT_EQ(view.gc_count_text(), "1");
+  EXPECT_EQ(view.scroll_maximum(), 3);
+  EXPECT_EQ(view.title(), "Complete spectrum number 1");
+  EXPECT_TRUE(view.is_complete());
+  EXPECT_EQ(view.sub_packet_text(), "Sub-packet 1 viewed of 2");
+  EXPECT_EQ(view.bin_count(), 4);
+  EXPECT_EQ(view.bins()[1], 1500);
+  EXPECT_EQ(view.bins()[3], 7);
+  EXPECT_EQ(view.axis().X_Start, 0);
+  EXPECT_EQ(view.axis().X_End, 1024);
+  EXPECT_EQ(view.axis().X_Zoom, 1);
+  EXPECT_EQ(view.axis().Y_Max, 2);  // the smallest scale that holds 1500 counts
+}
+
+TEST(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
+  auto writer = three_spectra();
+  Loaded_File file(writer);
+  Spectrum_View view;
+  view.open(file.session);
+  auto values = [&] {
+    std::vector<std::string> out;
+    for (const auto& row : view.header_rows()) out.push_back(row.value.text);
+    return out;
+  };
+  EXPECT_EQ(values(), (std::vector<std::string>{"0", "3", "11", "12", "13", "14", "YES", "No"}));
+  EXPECT_EQ(view.header()->bit15(), (Coloured_Text{"YES", kRed}));
+  EXPECT_EQ(view.header()->bit14(), (Coloured_Text{"No", kBlack}));
+  EXPECT_EQ(view.header_rows()[0].heading, "First bin");
+  EXPECT_EQ(view.header_rows()[7].heading, "DEU Termination");
+
+  view.show_sub_packet(file.session, 2);
+  EXPECT_EQ(view.sub_packet_text(), "Sub-packet 2 viewed of 2");
+  EXPECT_EQ(values(), (std::vector<std::string>{"3", "1", "21", "22", "23", "24", "No", "YES"}));
+  EXPECT_EQ(view.bin_count(), 4);  // moving between sub-packets reads no bins
+  EXPECT_THROW(view.show_sub_packet(file.session, 3), RuntimeError);
+}
+
+TEST(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
+  auto writer = three_spectra();
+  Loaded_File file(writer);
+  Spectrum_View view;
+  view.open(file.session);
+  view.show_sub_packet(file.session, 2);
+  view.show_spectrum(file.session, 3);
+  EXPECT_EQ(view.title(), "GC spectrum number 1");
+  EXPECT_FALSE(view.is_complete());
+  EXPECT_FALSE(view.sub_packet_shown());
+  EXPECT_EQ(view.sub_packet_text(), "");
+  EXPECT_EQ(view.bin_count(), 4);
+  EXPECT_EQ(view.bins()[1], 1500);
+  EXPECT_EQ(view.header()->first_bin, 40);  // the GC packet's own header
+  EXPECT_EQ(view.header()->bit14().text, "YES");
+
+  // Back on a complete spectrum the first sub-packet is on view again; its single bin leaves
+  // the others of spectrum 1 in place.
+  view.show_spectrum(file.session, 2);
+  EXPECT_EQ(view.sub_packet_text(), "Sub-packet 1 viewed of 1");
+  EXPECT_EQ(view.bin_count(), 1);
+  EXPECT_EQ(view.bins()[0], 9);
+  EXPECT_EQ(view.bins()[1], 1500);
+}
+
+TEST(SpectrumView, AxisSettingsSurviveMovingBetweenSpectra) {
+  auto writer = three_spectra();
+  Loaded_File file(writer);
+  Spectrum_View view;
+  view.open(file.session);
+  EXPECT_TRUE(view.press(Spectrum_Button::ZoomIn));
+  EXPECT_TRUE(view.press(Spectrum_Button::ScaleUp));
+  view.show_spectrum(file.session, 2);
+  EXPECT_EQ(view.axis().X_End, 512);
+  EXPECT_EQ(view.axis().Y_Max, 4);
+  EXPECT_FALSE(view.press(Spectrum_Button::PanLeft));
+}
+
+TEST(SpectrumView, AFileWithoutSpectraShowsTheEmptyState) {
+  FrameWriter writer(282);
+  writer.add_frame({testing::information_packet(testing::kEventId, 1, {{9, 55113}})});
+  Loaded_File file(writer);
+  Spectrum_View view;
+  view.open(file.session);
+  EXPECT_FALSE(view.has_spectra());
+  EXPECT_EQ(view.scroll_maximum(), 0);
+  EXPECT_EQ(view.title(), "");
+  EXPECT_EQ(view.bin_count(), 0);
+  EXPECT_FALSE(view.header().has_value());
+  EXPECT_EQ(view.header_rows()[6].value.text, "");
+  EXPECT_TRUE(view.graph().outline.empty());
+  EXPECT_EQ(view.graph().x_ticks.size(), 9u);
+}
+
+}  // namespace
+}  // namespace morvane
