@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "sim/telemetry_writer.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "core/error.h"
+
+namespace morvane::sim {
+
+namespace {
+
+constexpr size_t kBlockBytes = 1 << 20;
+
+// Frames (records) to write; for ZEB a size is checked as the records go.
+int64_t frames_wanted(const Telemetry_Options& options) {
+  if (options.frames > 0) return options.frames;
+  if (options.size == 0) return default_frames(options.format);
+  if (options.format == FileFormat::ZEB) return INT64_MAX;
+  return std::max<int64_t>(1, static_cast<int64_t>(options.size / static_cast<uint64_t>(frame_stride(options.format))));
+}
+
+}  // namespace
+
+Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Options& options) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (!out) raise(ErrorNumber::PathNotFound, path);
+  Telemetry_Stream stream(options);
+  const int64_t frames = frames_wanted(options);
+  std::string block;
+  block.reserve(kBlockBytes + 4096);
+  uint64_t bytes = 0;
+  auto flush = [&] {
+    out.write(block.data(), static_cast<std::streamsize>(block.size()));
+    bytes += block.size();
+    block.clear();
+  };
+  if (options.format == FileFormat::ZEB) {
+    block = stream.zeb_header();
+    std::string line;
+    for (int64_t r = 0; r < frames; ++r) {
+      if (options.frames <= 0 && options.size > 0 && bytes + block.size() >= options.size) break;
+      stream.next_record(line);
+      block += line;
+      if (block.size() >= kBlockBytes) flush();
+    }
+  } else {
+    std::vector<uint8_t> frame;
+    for (int64_t f = 0; f < frames; ++f) {
+      stream.next_frame(frame);
+      block.append(reinterpret_cast<const char*>(frame.data()), frame.size());
+      if (block.size() >= kBlockBytes) flush();
+    }
+  }
+  flush();
+  out.close();
+  if (!out) raise(ErrorNumber::DeviceIoError, path);
+  Telemetry_Summary summary = stream.summary();
+  summary.bytes = bytes;
+  return summary;
+}
+
+}  // namespace morvane::sim
