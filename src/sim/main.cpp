@@ -34,8 +34,7 @@ void print_summary(const std::string& path, const sim::Telemetry_Summary& summar
             << " GC spectra, " << summary.spectrum_starts << " isotope spectra in "
             << summary.count(LabelCode::IsotopeSpectrum) << " packets\n";
   if (summary.tests.empty()) {
-    std::cout << "  no short form test (a file of " << sim::default_frames(summary.format)
-              << (summary.format == FileFormat::ZEB ? " records" : " frames") << " holds four)\n";
+    std::cout << "  no short form test (a file of one cycle, the default, holds four)\n";
     return;
   }
   constexpr size_t kListed = 8;
@@ -68,7 +67,7 @@ int main(int argc, char** argv) {
   auto* telemetry = app.add_subcommand("telemetry", "write a telemetry file of the simulated instrument");
   telemetry->add_option("OUT", telemetry_path, "the file to write")->required();
   telemetry->add_option("-t,--type", type, "CSS, QM, GRM, FM or ZEB")->required();
-  auto* frames = telemetry->add_option("--frames", options.frames, "frames (ZEB: records) to write")
+  auto* frames = telemetry->add_option("--frames", options.frames, "frames (ZEB: records) to write (default: one three-hour cycle of the instrument)")
                      ->check(CLI::PositiveNumber);
   auto* size = telemetry->add_option("--size", options.size, "bytes to write (1G, 64MiB, ...)")
                    ->transform(CLI::AsSizeValue(false));

@@ -94,11 +94,13 @@ void Simulated_Instrument::plan_cycle() {
   // Atmosphere analysis: heaters up, carrier gas on, chromatograms and isotope spectra.
   at(4350, [this] { select_mode(kAtmosphere); });
   at(4360, [this] {
-    for (int h : {16, 17, 18, 19, 21, 3}) physics_.set_heater(h, true);
+    for (int h : {16, 18, 19, 21}) physics_.set_heater(h, true);
   });
+  at(5600, [this] { physics_.set_heater(16, false); });
+  at(5700, [this] { physics_.set_heater(3, true); });  // the oven, for the last spectra
   at(4500, [this] { physics_.set_gc_flow(true); });
   for (int64_t s = 4400; s < 6900; s += 30) {
-    at(s, [this] { auxiliary({18, 19, 16, 17, 21, 3, 22, 23, 24, 26, 28, 30, 31, 36, 34, 35}); });
+    at(s, [this] { auxiliary({18, 19, 16, 21, 3, 22, 23, 24, 26, 28, 30, 31, 36, 34, 35}); });
   }
   at(4600, [this] { rf_calibration(kRfNominalCount); });
   at(5000, [this] { limit_event(55008, 3, physics_.value(3) + 12.0, -20.0, 440.0); });
@@ -110,7 +112,7 @@ void Simulated_Instrument::plan_cycle() {
   plan_spectrum(5850, 0, 1025, 10);  // the longest: ten sub-packets
   plan_spectrum(6150, 200, 440, 4);
   at(6900, [this] {
-    for (int h : {16, 17, 18, 19, 21, 3}) physics_.set_heater(h, false);
+    for (int h : {16, 18, 19, 21, 3}) physics_.set_heater(h, false);
     physics_.set_gc_flow(false);
     event(1, 55107, {kAtmosphere});
   });

@@ -11,6 +11,7 @@
 #include "instrument_physics.h"
 #include "random.h"
 #include "sensor_codec.h"
+#include "sim/telemetry_writer.h"
 #include "sim_packet.h"
 
 namespace morvane::sim {
@@ -22,8 +23,8 @@ namespace morvane::sim {
 // so that any file of one cycle or more holds every kind of packet.
 class Simulated_Instrument {
  public:
-  static constexpr int64_t kCycleSeconds = 3 * 3600;
-  static constexpr int32_t kStartTime = 61200000;  // lander time of the first power-on
+  static constexpr int64_t kCycleSeconds = sim::kCycleSeconds;
+  static constexpr int32_t kStartTime = kFirstLanderTime;  // lander time of the first power-on
 
   explicit Simulated_Instrument(uint64_t seed);
 

@@ -159,6 +159,11 @@ void Telemetry_Stream::next_frame(std::vector<uint8_t>& frame) { state_->next_fr
 void Telemetry_Stream::next_record(std::string& line) { state_->next_record(line); }
 const Telemetry_Summary& Telemetry_Stream::summary() const { return state_->summary; }
 
+int32_t Telemetry_Stream::next_lander_time() {
+  if (!state_->held) state_->held = state_->take();
+  return state_->held->lander_time;
+}
+
 std::string Telemetry_Stream::zeb_header() const {
   // Items per record, format version, the lander time of the first power-on (high, low).
   std::string line;

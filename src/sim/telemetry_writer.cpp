@@ -14,13 +14,16 @@ namespace {
 
 constexpr size_t kBlockBytes = 1 << 20;
 
-// Frames (records) to write; for ZEB a size is checked as the records go.
+// Frames (records) to write; for ZEB a size, and for neither the end of the first cycle, is
+// checked as the records go.
 int64_t frames_wanted(const Telemetry_Options& options) {
   if (options.frames > 0) return options.frames;
-  if (options.size == 0) return default_frames(options.format);
-  if (options.format == FileFormat::ZEB) return INT64_MAX;
+  if (options.size == 0 || options.format == FileFormat::ZEB) return INT64_MAX;
   return std::max<int64_t>(1, static_cast<int64_t>(options.size / static_cast<uint64_t>(frame_stride(options.format))));
 }
+
+// One cycle ends in standby; the last half minute of it is left to the next file.
+constexpr int32_t kOneCycleEnd = kFirstLanderTime + kCycleSeconds - 30;
 
 }  // namespace
 
@@ -42,6 +45,7 @@ Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Optio
     std::string line;
     for (int64_t r = 0; r < frames; ++r) {
       if (options.frames <= 0 && options.size > 0 && bytes + block.size() >= options.size) break;
+      if (options.frames <= 0 && options.size == 0 && stream.next_lander_time() >= kOneCycleEnd) break;
       stream.next_record(line);
       block += line;
       if (block.size() >= kBlockBytes) flush();
@@ -49,6 +53,7 @@ Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Optio
   } else {
     std::vector<uint8_t> frame;
     for (int64_t f = 0; f < frames; ++f) {
+      if (options.frames <= 0 && options.size == 0 && stream.next_lander_time() >= kOneCycleEnd) break;
       stream.next_frame(frame);
       block.append(reinterpret_cast<const char*>(frame.data()), frame.size());
       if (block.size() >= kBlockBytes) flush();

@@ -22,9 +22,9 @@ std::array<Range_Record, 38> test_ranges(std::string_view mode) {
   const Range_Record second = eaft ? supply_gauge : line_gauge;
   // L-valve 7 in mode "Cruise Phase": its "after" samples are the final readings of gauges 1
   // and 2 (pressures, not currents), so its baselines come out near half the supply currents and
-  // its rises near 90 mA.
-  const Range_Record l_valve_7 = eaft ? Range_Record{"L-Valve 7", 3.5, 11, 28, 55, 15, 50}
-                                      : Range_Record{"L-Valve 7", 70, 105, 80, 115, 15, 50};
+  // its rises near 85 mA.
+  const Range_Record l_valve_7 = eaft ? Range_Record{"L-Valve 7", 3.5, 11, 15, 38, 15, 50}
+                                      : Range_Record{"L-Valve 7", 70, 105, 65, 100, 15, 50};
   return {{
       {"Pressure Gauge 1", 0, 0, 0, 0, first.min3, first.max3},
       {"Pressure Gauge 2", 0, 0, 0, 0, second.min3, second.max3},
@@ -37,12 +37,12 @@ std::array<Range_Record, 38> test_ranges(std::string_view mode) {
       {"Detector Voltage", 0, 0, 0, 0, 1.8, 2.5},
       {"RF Calibration", 0, 0, 0, 0, 550, 750},
       // Heaters: 5 V rise, 28 V rise (mA), temperature rise over about 46 s on.
-      {"Manifold 1", 2.5, 8, 30, 70, 6, 21},
-      {"Manifold 2", 2.5, 8, 30, 70, 6, 21},
-      {"GC heater", 2.5, 8, 30, 70, 8, 27},
-      {"Ion Trap", 2.5, 8, 30, 70, 4.5, 15},
-      {"Transfer Pipe", 2.5, 8, 30, 70, 7, 23},
-      {"Reactor 8", 2.5, 8, 30, 70, 17, 57},
+      {"Manifold 1", 2.5, 8, 18, 48, 6, 21},
+      {"Manifold 2", 2.5, 8, 18, 48, 6, 21},
+      {"GC heater", 2.5, 8, 18, 48, 8, 27},
+      {"Ion Trap", 2.5, 8, 18, 48, 4.5, 15},
+      {"Transfer Pipe", 2.5, 8, 18, 48, 7, 23},
+      {"Reactor 8", 2.5, 8, 18, 48, 17, 57},
       // Reactors: temperature rise after a minute on.
       {"Reactor 1", 0, 0, 0, 0, 70, 190},
       {"Reactor 2", 0, 0, 0, 0, 70, 190},
@@ -55,10 +55,10 @@ std::array<Range_Record, 38> test_ranges(std::string_view mode) {
       {"Reactor 14", 0, 0, 0, 0, 90, 240},
       {"Reactor 15", 0, 0, 0, 0, 90, 240},
       // L-valves: 5 V rise, 28 V rise, temperature rise over about half a minute.
-      {"L-Valve 1", 3.5, 11, 28, 55, 15, 50},
-      {"L-Valve 2", 3.5, 11, 28, 55, 15, 50},
-      {"L-Valve 5", 3.5, 11, 28, 55, 15, 50},
-      {"L-Valve 6", 3.5, 11, 28, 55, 15, 50},
+      {"L-Valve 1", 3.5, 11, 15, 38, 15, 50},
+      {"L-Valve 2", 3.5, 11, 15, 38, 15, 50},
+      {"L-Valve 5", 3.5, 11, 15, 38, 15, 50},
+      {"L-Valve 6", 3.5, 11, 15, 38, 15, 50},
       l_valve_7,
       // Supply rails, their baseline currents (mA) and the RF frequency (kHz).
       {"5V Voltage", 0, 0, 0, 0, 4.9, 5.1},

@@ -15,17 +15,19 @@ namespace morvane::sim {
 // What to write. A seed always gives the same file.
 struct Telemetry_Options {
   FileFormat format = FileFormat::CSS;
-  int64_t frames = 0;        // frames (ZEB: records) to write; 0 lets size decide
+  // Neither frames nor size: one cycle of the instrument (about 600 frames, 1560 ZEB records), so
+  // that every kind of packet and all four short form tests are in and the file ends in the quiet
+  // of standby rather than inside a test or a spectrum.
+  int64_t frames = 0;        // frames (ZEB: records) to write
   uint64_t size = 0;         // binary: as many whole frames as fit; ZEB: records until this many bytes
   uint64_t seed = 1;
   bool byte_reverse = true;  // words low byte first, the order the workstation starts up reading
   int spectra_kept = 16;     // isotope spectra whose bins the summary keeps
 };
 
-// Frames (ZEB: records, one a packet) of a file when neither frames nor size is given: one cycle
-// of the instrument, so that every kind of packet and all four short form tests are in and the
-// file ends in the quiet of standby rather than inside a test or a spectrum.
-inline int64_t default_frames(FileFormat format) { return format == FileFormat::ZEB ? 1560 : 600; }
+// The lander time of the simulated instrument's first packet, and the length of its cycle.
+inline constexpr int32_t kFirstLanderTime = 61200000;
+inline constexpr int32_t kCycleSeconds = 3 * 3600;
 
 // A short form test as written: its first packet.
 struct Written_Test {
@@ -79,6 +81,8 @@ class Telemetry_Stream {
   // ZEB: the header record's line, then each record's line (136 items and a line break).
   std::string zeb_header() const;
   void next_record(std::string& line);
+  // The lander time of the next packet to go out.
+  int32_t next_lander_time();
 
   // What was handed out so far (bytes not counted: the caller writes them).
   const Telemetry_Summary& summary() const;
