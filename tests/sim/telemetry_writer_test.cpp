@@ -108,7 +108,9 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
         ASSERT_GE(start, 22);
         ASSERT_LE(start, 249);
         ASSERT_LE(start + e.Packet_Length, stride) << "frame " << e.Packet_Frame;
-        if (list == &file.catalogue().Information_List) ASSERT_LE(e.Packet_Length, 64);
+        if (list == &file.catalogue().Information_List) {
+          ASSERT_LE(e.Packet_Length, 64);
+        }
       }
     }
   }
