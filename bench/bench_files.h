@@ -12,7 +12,7 @@ std::string bench_dir();
 uint64_t bench_bytes();
 // A CSS file of the simulated instrument: the whole 282-byte frames that fit in size bytes
 // (housekeeping, events, auxiliary data and spectra as a day of the instrument sends them).
-// Written once (a minute or so for a gibibyte) and reused while it is there.
+// Written once (about half a minute for a gibibyte) and reused while it is there.
 std::string frames_file(uint64_t size);
 // A ZEB text file of the simulated instrument of at least size bytes.
 std::string zeb_file(uint64_t size);

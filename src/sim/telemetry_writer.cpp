@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sim/telemetry_writer.h"
 
-#include <algorithm>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -19,7 +18,7 @@ constexpr size_t kBlockBytes = 1 << 20;
 int64_t frames_wanted(const Telemetry_Options& options) {
   if (options.frames > 0) return options.frames;
   if (options.size == 0 || options.format == FileFormat::ZEB) return INT64_MAX;
-  return std::max<int64_t>(1, static_cast<int64_t>(options.size / static_cast<uint64_t>(frame_stride(options.format))));
+  return static_cast<int64_t>(options.size / static_cast<uint64_t>(frame_stride(options.format)));
 }
 
 // One cycle ends in standby; the last half minute of it is left to the next file.
