@@ -96,15 +96,18 @@ void Simulated_Instrument::plan_cycle() {
   at(4360, [this] {
     for (int h : {16, 18, 19, 21}) physics_.set_heater(h, true);
   });
-  at(5600, [this] { physics_.set_heater(16, false); });
-  at(5700, [this] { physics_.set_heater(3, true); });  // the oven, for the last spectra
   at(4500, [this] { physics_.set_gc_flow(true); });
+  at(4700, [this] {
+    physics_.set_heater(16, false);  // the manifold is warm; its power goes to the oven
+    physics_.set_heater(3, true);
+  });
   for (int64_t s = 4400; s < 6900; s += 30) {
     at(s, [this] { auxiliary({18, 19, 16, 21, 3, 22, 23, 24, 26, 28, 30, 31, 36, 34, 35}); });
   }
   at(4600, [this] { rf_calibration(kRfNominalCount); });
-  at(5000, [this] { limit_event(55008, 3, physics_.value(3) + 12.0, -20.0, 440.0); });
-  at(5200, [this] { limit_event(55009, 3, physics_.value(3), -20.0, 440.0); });
+  // The oven overshoots its operating limit for a while.
+  at(5300, [this] { limit_event(55008, 3, std::max(physics_.value(3), 440.0) + 12.0, -20.0, 440.0); });
+  at(5500, [this] { limit_event(55009, 3, std::min(physics_.value(3), 436.0), -20.0, 440.0); });
   for (int i = 0; i < 7; ++i) at(4800 + 300 * i, [this] { gc_spectrum(); });
   plan_spectrum(4950, 0, 330, 3);
   plan_spectrum(5250, 35, 990, 9);   // up to bin 1024
