@@ -12,7 +12,7 @@ namespace morvane::sim {
 // seconds; the state moves only forward, by advance_to.
 class Instrument_Physics {
  public:
-  static constexpr int kValves = 19;     // V1..V16, then VA, VB, VC
+  static constexpr int kValves = 19;  // V1..V16, then VA, VB, VC
   static constexpr int kInjectors = 3;
 
   explicit Instrument_Physics(int64_t start_time);

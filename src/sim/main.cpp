@@ -27,7 +27,10 @@ extern "C" void request_stop(int) { stop_requested.store(true); }
 void print_summary(const std::string& path, const sim::Telemetry_Summary& summary, const sim::Telemetry_Options& o) {
   std::cout << path << ": " << format_tag(summary.format) << ", " << summary.frames
             << (summary.format == FileFormat::ZEB ? " records, " : " frames, ") << summary.bytes << " bytes (seed "
-            << o.seed << (summary.format == FileFormat::ZEB ? ")" : o.byte_reverse ? ", byte reverse on)" : ", byte reverse off)")
+            << o.seed
+            << (summary.format == FileFormat::ZEB ? ")"
+                : o.byte_reverse                  ? ", byte reverse on)"
+                                                  : ", byte reverse off)")
             << '\n';
   std::cout << "  " << summary.count(LabelCode::Complete) + summary.count(LabelCode::Concise) << " housekeeping, "
             << summary.count(LabelCode::AuxiliaryData) << " auxiliary, " << summary.count(LabelCode::GcSpectrum)
@@ -67,7 +70,9 @@ int main(int argc, char** argv) {
   auto* telemetry = app.add_subcommand("telemetry", "write a telemetry file of the simulated instrument");
   telemetry->add_option("OUT", telemetry_path, "the file to write")->required();
   telemetry->add_option("-t,--type", type, "CSS, QM, GRM, FM or ZEB")->required();
-  auto* frames = telemetry->add_option("--frames", options.frames, "frames (ZEB: records) to write (default: one three-hour cycle of the instrument)")
+  auto* frames = telemetry
+                     ->add_option("--frames", options.frames,
+                                  "frames (ZEB: records) to write (default: one three-hour cycle of the instrument)")
                      ->check(CLI::PositiveNumber);
   auto* size = telemetry->add_option("--size", options.size, "bytes to write (1G, 64MiB, ...)")
                    ->transform(CLI::AsSizeValue(false));

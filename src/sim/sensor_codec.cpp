@@ -19,7 +19,8 @@ bool is_thermocouple_sensor(int s) { return (s >= 1 && s <= 21) || s == 27; }
 }  // namespace
 
 Sensor_Codec::Sensor_Codec() {
-  for (size_t s = 1; s <= kSensors.size(); ++s) hk_step_[s] = std::ldexp(10.0 / 32768.0, kSensors[s - 1].scale_exponent);
+  for (size_t s = 1; s <= kSensors.size(); ++s)
+    hk_step_[s] = std::ldexp(10.0 / 32768.0, kSensors[s - 1].scale_exponent);
   ntype_.set_points(std::vector<std::pair<double, double>>(kNTypePoints.begin(), kNTypePoints.end()));
   const int steps = static_cast<int>((kFastHighest - kFastLowest) / kFastStep) + 1;
   emf_table_.reserve(static_cast<size_t>(steps));

@@ -42,7 +42,7 @@ class Sensor_Codec {
  private:
   NTypeTable ntype_;
   std::array<double, 37> hk_step_{};  // volts of one housekeeping byte step, by sensor
-  std::vector<double> emf_table_;  // every half degree from kFastLowest
+  std::vector<double> emf_table_;     // every half degree from kFastLowest
   static constexpr double kFastLowest = -270.0;
 };
 

@@ -24,12 +24,12 @@ struct Sim_Packet {
   std::array<uint8_t, kMaxLength> bytes{};
   int length = 0;
   LabelCode label = LabelCode::Unknown;
-  int event_class = 0;       // the class byte of events and acceptance reports
+  int event_class = 0;  // the class byte of events and acceptance reports
   int32_t lander_time = 0;
-  bool lost = false;         // lost on the way to the ground: never written
-  int test = -1;             // the short form test it belongs to (index of the run), or -1
-  int test_packet = 0;       // 1..8 within that test
-  int spectrum = -1;         // the isotope spectrum it belongs to (index of the run), or -1
+  bool lost = false;    // lost on the way to the ground: never written
+  int test = -1;        // the short form test it belongs to (index of the run), or -1
+  int test_packet = 0;  // 1..8 within that test
+  int spectrum = -1;    // the isotope spectrum it belongs to (index of the run), or -1
 
   void put_word(int offset, int word) {
     bytes[static_cast<size_t>(offset)] = static_cast<uint8_t>((word >> 8) & 0xFF);

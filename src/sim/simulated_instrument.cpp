@@ -170,9 +170,9 @@ void Simulated_Instrument::plan_cycle() {
       }
     });
   }
-  at(8300, [this] { event(1, 55050, {0x0000}); });      // an identifier the ground does not know
-  at(8310, [this] { event(1, 55002, {0x0000}); });      // a warning's identifier in a progress event
-  at(8320, [this] { event(3, 55005, {0x0000}); });      // an event class nobody defined
+  at(8300, [this] { event(1, 55050, {0x0000}); });  // an identifier the ground does not know
+  at(8310, [this] { event(1, 55002, {0x0000}); });  // a warning's identifier in a progress event
+  at(8320, [this] { event(3, 55005, {0x0000}); });  // an event class nobody defined
   at(8330, [this] {
     // An acceptance report of an unknown class.
     Sim_Packet p = start(kAcceptanceId, kStandalone, acceptance_sequence_, 24, LabelCode::UnknownAcceptance);
@@ -282,10 +282,9 @@ void Simulated_Instrument::plan_spectrum(int64_t offset, int first_bin, int bins
     struct Peak {
       double mass, height;
     };
-    static constexpr Peak kPeaks[] = {{12, 4.0e4},   {14, 2.0e4},   {16, 1.2e5},   {18, 3.0e5},   {19, 2.4e2},
-                                      {20, 6.0e2},   {22, 1.8e4},   {28, 2.0e6},   {29, 1.46e4},  {32, 5.0e5},
-                                      {33, 4.0e2},   {34, 2.0e3},   {40, 2.4e4},   {44, 9.0e6},   {45, 1.07e5},
-                                      {46, 3.69e4},  {47, 4.0e2},   {48, 1.5e1}};
+    static constexpr Peak kPeaks[] = {{12, 4.0e4}, {14, 2.0e4}, {16, 1.2e5},  {18, 3.0e5},  {19, 2.4e2}, {20, 6.0e2},
+                                      {22, 1.8e4}, {28, 2.0e6}, {29, 1.46e4}, {32, 5.0e5},  {33, 4.0e2}, {34, 2.0e3},
+                                      {40, 2.4e4}, {44, 9.0e6}, {45, 1.07e5}, {46, 3.69e4}, {47, 4.0e2}, {48, 1.5e1}};
     const double scale = 0.8 + 0.4 * random_.uniform();
     spectrum_words_.assign(1025, 0);
     for (int b = first_bin; b < first_bin + bins; ++b) {
@@ -331,7 +330,9 @@ Sim_Packet Simulated_Instrument::start(int identifier, int flags, int& counter, 
   return start_packet(identifier, flags, sequence, length, static_cast<int32_t>(now_), random_.below(65536), label);
 }
 
-double Simulated_Instrument::measure(int s) { return physics_.value(s) + random_.noise(Instrument_Physics::noise_sigma(s)); }
+double Simulated_Instrument::measure(int s) {
+  return physics_.value(s) + random_.noise(Instrument_Physics::noise_sigma(s));
+}
 
 uint16_t Simulated_Instrument::adc_reading(int s) {
   return codec_.adc_word(s, measure(s), physics_.board_temperature());
@@ -339,8 +340,9 @@ uint16_t Simulated_Instrument::adc_reading(int s) {
 
 void Simulated_Instrument::housekeeping(int sub_type) {
   const bool complete = sub_type == 2;
-  const LabelCode label = sub_type == 1 ? LabelCode::Concise : complete ? LabelCode::Complete
-                                                                        : LabelCode::HousekeepingUnknown;
+  const LabelCode label = sub_type == 1 ? LabelCode::Concise
+                          : complete    ? LabelCode::Complete
+                                        : LabelCode::HousekeepingUnknown;
   Sim_Packet p = start(kHousekeepingId, kStandalone, hk_sequence_, complete ? 96 : 58, label);
   p.put_word(16, sub_type);
   p.bytes[18] = static_cast<uint8_t>(mode_);
@@ -420,7 +422,8 @@ void Simulated_Instrument::gc_spectrum() {
   struct Peak {
     double bin, width, height;
   };
-  static constexpr Peak kPeaks[] = {{12, 1.8, 4.2e5}, {27, 2.5, 6.0e4}, {41, 3.0, 1.5e5}, {66, 3.5, 9.0e3}, {90, 4.0, 2.2e4}};
+  static constexpr Peak kPeaks[] = {
+      {12, 1.8, 4.2e5}, {27, 2.5, 6.0e4}, {41, 3.0, 1.5e5}, {66, 3.5, 9.0e3}, {90, 4.0, 2.2e4}};
   Sim_Packet p = start(kScienceId, kStandalone, science_sequence_, 32 + 2 * kMaxBins, LabelCode::GcSpectrum);
   p.put_word(16, 2);
   p.put_word(20, 1);
@@ -458,8 +461,9 @@ void Simulated_Instrument::event(int event_class, int id, const std::vector<int>
 void Simulated_Instrument::limit_event(int id, int sensor, double value, double low, double high) {
   // Limits are checked on the raw ADC words; the words convert without a cold junction.
   const int channel = kSensors[static_cast<size_t>(sensor - 1)].channel_id;
-  event(2, id, {channel, codec_.adc_word(sensor, value, 0.0), codec_.adc_word(sensor, high, 0.0),
-                codec_.adc_word(sensor, low, 0.0)});
+  event(2, id,
+        {channel, codec_.adc_word(sensor, value, 0.0), codec_.adc_word(sensor, high, 0.0),
+         codec_.adc_word(sensor, low, 0.0)});
 }
 
 void Simulated_Instrument::rf_calibration(int frequency_count) {
@@ -494,9 +498,9 @@ void Simulated_Instrument::telecommand(int type, int sub_type, int failure_code)
     return;
   }
   int detail1 = 0, detail2 = 0;
-  if (failure_code == 1) detail1 = 24, detail2 = 18;             // bytes announced, bytes received
-  if (failure_code == 2) detail1 = 0x3A7C, detail2 = 0x3A5C;     // checksum received, calculated
-  if (failure_code == 5) detail1 = mode_;                        // the mode that refused it
+  if (failure_code == 1) detail1 = 24, detail2 = 18;          // bytes announced, bytes received
+  if (failure_code == 2) detail1 = 0x3A7C, detail2 = 0x3A5C;  // checksum received, calculated
+  if (failure_code == 5) detail1 = mode_;                     // the mode that refused it
   Sim_Packet p = start(kAcceptanceId, kStandalone, acceptance_sequence_, 28, LabelCode::AcceptanceFailure);
   p.event_class = 2;
   p.put_word(14, 2 << 8);
@@ -525,8 +529,8 @@ void Simulated_Instrument::memory_dump(int memory_type, int cycle) {
   const int base = memory_type == kRamType ? 0x8000 : memory_type == kEepromType ? 0x4000 : 0x0000;
   for (int block = 0; block < 2; ++block) {
     const int words = block == 0 ? 8 : 9;
-    p.put_word(offset, memory_type - 149);                 // page
-    p.put_word(offset + 2, base + 0x0100 * (block + 1));   // address
+    p.put_word(offset, memory_type - 149);                // page
+    p.put_word(offset + 2, base + 0x0100 * (block + 1));  // address
     p.put_word(offset + 4, words);
     offset += 6;
     for (int w = 0; w < words; ++w, offset += 2) p.put_word(offset, static_cast<int>(contents.next() & 0xFFFF));

@@ -86,10 +86,10 @@ class Simulated_Instrument {
   int telecommand_sequence_ = 0;
   int memory_test_address_ = 0;
   int64_t last_science_time_ = 0;
-  std::vector<int> test_runs_;                // the scripted test of each run
-  std::array<Reading, 233> readings_{};       // the running test's readings 1..232
+  std::vector<int> test_runs_;           // the scripted test of each run
+  std::array<Reading, 233> readings_{};  // the running test's readings 1..232
   int spectrum_runs_ = 0;
-  std::vector<uint16_t> spectrum_words_;     // the bins of the spectrum being sent
+  std::vector<uint16_t> spectrum_words_;  // the bins of the spectrum being sent
   int data_loss_sub_packet_ = 0;
 };
 

@@ -40,8 +40,7 @@ void append_item(std::string& line, int32_t value, bool last) {
 }  // namespace
 
 struct Telemetry_Stream::State {
-  explicit State(const Telemetry_Options& o)
-      : options(o), instrument(o.seed), link(stream_seed(o.seed, 2)) {
+  explicit State(const Telemetry_Options& o) : options(o), instrument(o.seed), link(stream_seed(o.seed, 2)) {
     summary.format = o.format;
   }
 
@@ -77,10 +76,18 @@ struct Telemetry_Stream::State {
   }
 
   void frame_header(std::vector<uint8_t>& frame, int32_t number) {
-    const uint8_t header[12] = {0x1A, 0xCF, 0xFC, 0x1D,  // synchronisation marker
-                                static_cast<uint8_t>(number >> 24), static_cast<uint8_t>(number >> 16),
-                                static_cast<uint8_t>(number >> 8), static_cast<uint8_t>(number),
-                                0x4D, 0x56, 0x00, 0x03};  // lander, virtual channel
+    const uint8_t header[12] = {0x1A,
+                                0xCF,
+                                0xFC,
+                                0x1D,  // synchronisation marker
+                                static_cast<uint8_t>(number >> 24),
+                                static_cast<uint8_t>(number >> 16),
+                                static_cast<uint8_t>(number >> 8),
+                                static_cast<uint8_t>(number),
+                                0x4D,
+                                0x56,
+                                0x00,
+                                0x03};  // lander, virtual channel
     std::memcpy(frame.data(), header, sizeof header);
   }
 

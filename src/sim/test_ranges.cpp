@@ -23,8 +23,8 @@ std::array<Range_Record, 38> test_ranges(std::string_view mode) {
   // L-valve 7 in mode "Cruise Phase": its "after" samples are the final readings of gauges 1
   // and 2 (pressures, not currents), so its baselines come out near half the supply currents and
   // its rises near 85 mA.
-  const Range_Record l_valve_7 = eaft ? Range_Record{"L-Valve 7", 3.5, 11, 15, 38, 15, 50}
-                                      : Range_Record{"L-Valve 7", 70, 105, 65, 100, 15, 50};
+  const Range_Record l_valve_7 =
+      eaft ? Range_Record{"L-Valve 7", 3.5, 11, 15, 38, 15, 50} : Range_Record{"L-Valve 7", 70, 105, 65, 100, 15, 50};
   return {{
       {"Pressure Gauge 1", 0, 0, 0, 0, first.min3, first.max3},
       {"Pressure Gauge 2", 0, 0, 0, 0, second.min3, second.max3},

@@ -138,14 +138,14 @@ std::vector<Test_Step> test_script(std::string_view mode) {
     s.read(kRail28V);        // 230
     s.currents();            // 231, 232
   } else {
-    s.currents();                        // 179, 180
-    l_valve_group(s, {11, 12}, true);    // 181-190
-    l_valve_group(s, {13, 14}, true);    // 191-200
-    l_valve_group(s, {15}, false);       // 201-206
-    sensor_sweep(s, true);               // 207-216
-    s.read(kRail5V);                     // 217
-    s.read(kRail28V);                    // 218
-    s.currents();                        // 219, 220
+    s.currents();                                   // 179, 180
+    l_valve_group(s, {11, 12}, true);               // 181-190
+    l_valve_group(s, {13, 14}, true);               // 191-200
+    l_valve_group(s, {15}, false);                  // 201-206
+    sensor_sweep(s, true);                          // 207-216
+    s.read(kRail5V);                                // 217
+    s.read(kRail28V);                               // 218
+    s.currents();                                   // 219, 220
     for (int r : kLargeReactors) s.read_sensor(r);  // 221-232: cooling down
     for (int r : kSmallReactors) s.read_sensor(r);
     s.read_sensor(16);

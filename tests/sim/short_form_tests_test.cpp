@@ -62,8 +62,8 @@ TEST(ScriptedTests, EachModeHasAHealthyAndAFaultyTest) {
       } else {
         ++faulty;
         EXPECT_GE(t.failing_items.size(), 3u);
-        EXPECT_EQ(t.packet_message, "There was 1 missing science data packet (pkt no. " +
-                                        std::to_string(t.missing_packet) + ")");
+        EXPECT_EQ(t.packet_message,
+                  "There was 1 missing science data packet (pkt no. " + std::to_string(t.missing_packet) + ")");
       }
     }
     EXPECT_EQ(healthy, 1) << mode;
@@ -80,7 +80,8 @@ TEST_P(TestFiles, OnlyTheFirstPacketsOfTheTestsPassTheWordChecksOfTheirMode) {
   for (std::string_view mode : {"Cruise Phase", "EAFT"}) {
     std::vector<int32_t> found, expected;
     for (int32_t i = 1; i <= science.size(); ++i) {
-      if (science[i].Label == LabelCode::AuxiliaryData && passes_word_checks(file, science[i], mode)) found.push_back(i);
+      if (science[i].Label == LabelCode::AuxiliaryData && passes_word_checks(file, science[i], mode))
+        found.push_back(i);
     }
     for (const auto& t : file.written.tests) {
       if (scripted(t).mode == mode) expected.push_back(first_packet(file, t));
@@ -140,8 +141,16 @@ TEST_P(TestFiles, ReadingsLieWhereTheEvaluationTakesThem) {
       int reading, channel;
     };
     // The AD590 and the rails, at the start and in the final sweep; the first current samples.
-    const Expect expected[] = {{6, 28},  {6 + final_sweep, 28},  {11, 130},  {12, 131}, {final_sweep + 11, 130},
-                               {final_sweep + 12, 131}, {13, 136}, {14, 144}, {9, 65}, {9 + final_sweep, 65}};
+    const Expect expected[] = {{6, 28},
+                               {6 + final_sweep, 28},
+                               {11, 130},
+                               {12, 131},
+                               {final_sweep + 11, 130},
+                               {final_sweep + 12, 131},
+                               {13, 136},
+                               {14, 144},
+                               {9, 65},
+                               {9 + final_sweep, 65}};
     for (const Expect& x : expected) {
       const int channel = channel_of_reading(file, first, x.reading);
       if (channel == -1) continue;  // in the lost packet

@@ -22,8 +22,8 @@ TEST(SimCli, ConfigWritesABaseFolderThatLoads) {
 
 TEST(SimCli, TelemetryWritesTheFramesAskedForAndListsTheTests) {
   testing::TempDir dir;
-  const auto run = testing::run_program(kSim, {"telemetry", "--type", "qm", dir.path("t.qm"), "--frames", "600",
-                                               "--seed", "3", "--byte-reverse", "off"});
+  const auto run = testing::run_program(
+      kSim, {"telemetry", "--type", "qm", dir.path("t.qm"), "--frames", "600", "--seed", "3", "--byte-reverse", "off"});
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(std::filesystem::file_size(dir.path("t.qm")), 600u * 282);
   EXPECT_NE(run.out.find("QM, 600 frames, 169200 bytes (seed 3, byte reverse off)"), std::string::npos) << run.out;
@@ -36,7 +36,9 @@ TEST(SimCli, TelemetryWritesTheFramesAskedForAndListsTheTests) {
 
 TEST(SimCli, UsageErrorsExitWithStatus2AndFailuresWith1) {
   testing::TempDir dir;
-  EXPECT_EQ(testing::run_program(kSim, {"telemetry", "-t", "CSS", dir.path("a"), "--frames", "5", "--size", "9000"}).status, 2);
+  EXPECT_EQ(
+      testing::run_program(kSim, {"telemetry", "-t", "CSS", dir.path("a"), "--frames", "5", "--size", "9000"}).status,
+      2);
   EXPECT_EQ(testing::run_program(kSim, {"telemetry", "-t", "XYZ", dir.path("a")}).status, 2);
   EXPECT_EQ(testing::run_program(kSim, {"telemetry", "-t", "CSS", dir.path("a"), "--byte-reverse", "maybe"}).status, 2);
   const auto failed = testing::run_program(kSim, {"telemetry", "-t", "CSS", dir.path("no/such/folder/a")});

@@ -33,8 +33,8 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
     const int64_t expected = file.written.count(label) + (label == LabelCode::Empty ? phantom_frames : 0);
     EXPECT_EQ(found[static_cast<size_t>(l)], expected) << '"' << label_text(label) << '"';
     // ZEB records have no event class 10, so the two memory checksum labels cannot occur there.
-    const bool possible = format != FileFormat::ZEB ||
-                          (label != LabelCode::NpeMemoryChecksum && label != LabelCode::MemoryChecksum);
+    const bool possible =
+        format != FileFormat::ZEB || (label != LabelCode::NpeMemoryChecksum && label != LabelCode::MemoryChecksum);
     if (possible) {
       EXPECT_GT(found[static_cast<size_t>(l)], 0) << '"' << label_text(label) << '"';
     }
@@ -99,8 +99,8 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
   for (FileFormat format : {FileFormat::QM, FileFormat::FM}) {
     Simulated_File file(format);
     const int64_t stride = frame_stride(format);
-    for (const EntryList* list : {&file.catalogue().HK_List, &file.catalogue().Science_List,
-                                  &file.catalogue().Information_List}) {
+    for (const EntryList* list :
+         {&file.catalogue().HK_List, &file.catalogue().Science_List, &file.catalogue().Information_List}) {
       for (int32_t i = 1; i <= list->size(); ++i) {
         const Packet_Entry& e = (*list)[i];
         if (e.Packet_Length < 0 || e.Packet_Frame > file.written.frames) continue;  // slots

@@ -8,8 +8,8 @@
 namespace morvane::sim {
 
 struct Live_Options {
-  double rate = 2.0;    // frames a second
-  int64_t frames = 0;   // stop after this many; 0: until stopped
+  double rate = 2.0;   // frames a second
+  int64_t frames = 0;  // stop after this many; 0: until stopped
   uint64_t seed = 1;
   double half_written_chance = 1.0 / 25;  // frames written in two parts with a pause between
 };

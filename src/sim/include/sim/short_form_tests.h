@@ -20,11 +20,11 @@ struct Failing_Item {
 // readings, sent one after another within 900 s; one RF calibration report falls inside that
 // window. The faulty tests break exactly the items listed: an item not listed passes.
 struct Scripted_Test {
-  std::string_view mode;      // "Cruise Phase" or "EAFT"
+  std::string_view mode;  // "Cruise Phase" or "EAFT"
   bool healthy = true;
-  int32_t start_offset = 0;   // seconds from the start of a cycle to the test's first reading
-  int missing_packet = 0;     // 1..8: the packet lost on the way down (its sequence count skipped)
-  double rf_frequency = 0;    // kHz, from the calibration report in the test's window
+  int32_t start_offset = 0;  // seconds from the start of a cycle to the test's first reading
+  int missing_packet = 0;    // 1..8: the packet lost on the way down (its sequence count skipped)
+  double rf_frequency = 0;   // kHz, from the calibration report in the test's window
   std::vector<Failing_Item> failing_items;
   std::vector<std::string_view> failing_sub_systems;
   std::string_view packet_message;  // the summary's line about the eight packets

@@ -18,8 +18,8 @@ struct Telemetry_Options {
   // Neither frames nor size: one cycle of the instrument (about 600 frames, 1560 ZEB records), so
   // that every kind of packet and all four short form tests are in and the file ends in the quiet
   // of standby rather than inside a test or a spectrum.
-  int64_t frames = 0;        // frames (ZEB: records) to write
-  uint64_t size = 0;         // binary: as many whole frames as fit; ZEB: records until this many bytes
+  int64_t frames = 0;  // frames (ZEB: records) to write
+  uint64_t size = 0;   // binary: as many whole frames as fit; ZEB: records until this many bytes
   uint64_t seed = 1;
   bool byte_reverse = true;  // words low byte first, the order the workstation starts up reading
   int spectra_kept = 16;     // isotope spectra whose bins the summary keeps
