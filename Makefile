@@ -8,7 +8,7 @@ CMAKE_FLAGS ?=
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 
-.PHONY: all deps configure build test run bench screenshots fuzz sanitize clean
+.PHONY: all deps configure build test demo run bench screenshots fuzz sanitize clean
 
 all: build
 
@@ -26,11 +26,18 @@ build: configure
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) --timeout 300
 
-run: build
-	$(BUILD)/src/cli/morvane-cli summary data/sample/sample.qm -t QM --base data/sample/base
+# The demo set: a base folder and one file of each format from the simulated instrument.
+demo: build
+	cmake --build $(BUILD) --target demo
 
+# Until the workstation lands: the summary of the demo QM file, in the demo folder.
+run: demo
+	cd $(BUILD)/demo && ../src/cli/morvane-cli summary demo.qm -t QM
+
+# Big files come from the simulated instrument (MORVANE_BENCH_BYTES, default 1 GiB), kept in
+# MORVANE_BENCH_DIR (default /tmp/morvane-bench) between runs.
 bench: build
-	@echo "benchmarks arrive with the bench/ folder"
+	@for b in $(BUILD)/bench/*_bench; do echo "$$b"; "$$b" --benchmark_counters_tabular=true || exit 1; done
 
 screenshots: build
 	@echo "screenshots arrive with the workstation"

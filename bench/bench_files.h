@@ -10,11 +10,11 @@ namespace morvane::bench {
 std::string bench_dir();
 // Bytes of the big files (MORVANE_BENCH_BYTES, else 1 GiB).
 uint64_t bench_bytes();
-// A binary file of about size bytes of 282-byte frames, each holding a complete housekeeping
-// packet, an auxiliary packet and two events (five entries with the empty slot). Reused when
-// it already exists with that size.
+// A CSS file of the simulated instrument: the whole 282-byte frames that fit in size bytes
+// (housekeeping, events, auxiliary data and spectra as a day of the instrument sends them).
+// Written once (about half a minute for a gibibyte) and reused while it is there.
 std::string frames_file(uint64_t size);
-// A ZEB text file of about size bytes.
+// A ZEB text file of the simulated instrument of at least size bytes.
 std::string zeb_file(uint64_t size);
 // The peak resident memory of this process, bytes.
 uint64_t peak_rss();

@@ -7,6 +7,7 @@
 #include "core/error.h"
 #include "core/number_text.h"
 #include "sim/instrument_model.h"
+#include "sim/test_ranges.h"
 
 namespace morvane::sim {
 
@@ -54,6 +55,7 @@ std::string write_configuration(const std::string& dir) {
   }
   write_pressure_file(info / "Pressure Sensors.txt");
   write_pressure_file(info / "Default_Pressure Sensors.txt");
+  write_test_ranges(base.string());
   return base.string();
 }
 

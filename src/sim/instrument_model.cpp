@@ -26,6 +26,14 @@ const std::array<Sensor_Design, 36> kSensors = {{
     {"+28V Current", 56, 144, 2, "mA"},   {"RF Amplitude", 57, 66, 8, "V"},
 }};
 
+int sensor_of_channel(int channel) {
+  int sensor = 0;
+  for (size_t s = 0; s < kSensors.size(); ++s) {
+    if (kSensors[s].channel_id == channel) sensor = static_cast<int>(s) + 1;
+  }
+  return sensor;
+}
+
 // Readings in the same unit as the pressure voltage x 10: 5 at vacuum, 45 at one atmosphere.
 const std::array<Pressure_Design, 5> kPressureSensors = {{
     {22, 45.0, 5.0}, {23, 45.0, 5.0}, {24, 45.0, 5.0}, {25, 45.0, 5.0}, {26, 45.0, 5.0},

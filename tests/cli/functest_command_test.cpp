@@ -2,6 +2,8 @@
 // functest: the selection list and the evaluation of one test, their JSON keys and the report.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include <nlohmann/json.hpp>
 
 #include "sim/config_writer.h"
@@ -110,6 +112,7 @@ TEST_F(FunctestCommand, ATestBeyondTheListIsAnError) {
 }
 
 TEST_F(FunctestCommand, AMissingLimitFileIsAnErrorNamingIt) {
+  std::filesystem::remove(base + "/EGSE_info/Test Ranges/QM EAFT Mode.txt");
   const auto run = cli({"--mode", "eaft", "--test", "1"});
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("QM EAFT Mode.txt"), std::string::npos) << run.err;

@@ -20,6 +20,10 @@ struct Sensor_Design {
 // Sensor s is kSensors[s - 1]. Housekeeping packets carry sensor s at byte 21 + s.
 extern const std::array<Sensor_Design, 36> kSensors;
 
+// The sensor number that auxiliary packets mean by a channel ID (the last sensor with that ID,
+// as the workstation looks it up); 0 for a channel no sensor has.
+int sensor_of_channel(int channel);
+
 // Pressure sensor k (sensor 21 + k): reading at atmosphere and at vacuum.
 struct Pressure_Design {
   int16_t sensor_number;

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+// What the simulator writes, read back through the core: every label, the counts it promises,
+// the frames and sizes asked for, both byte orders, and spectra whose bins come back as written.
+#include "sim/telemetry_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "sim_fixture.h"
+
+namespace morvane {
+namespace {
+
+using testing::Simulated_File;
+
+class EveryFormat : public ::testing::TestWithParam<FileFormat> {};
+
+TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) {
+  const FileFormat format = GetParam();
+  Simulated_File file(format);
+  const auto found = testing::label_counts(file.catalogue());
+  // GRM and FM files count their frames in 256-byte units: the frames past the end read as zeros.
+  const int64_t phantom_frames = file.session.Packet_Count - file.written.frames;
+  if (has_280_byte_frames(format)) {
+    EXPECT_EQ(phantom_frames, rounded_frame_count(file.written.frames * 280 / 256.0) - file.written.frames);
+  } else {
+    EXPECT_EQ(phantom_frames, 0);
+  }
+  for (int l = 0; l < kLabelCount; ++l) {
+    const auto label = static_cast<LabelCode>(l);
+    const int64_t expected = file.written.count(label) + (label == LabelCode::Empty ? phantom_frames : 0);
+    EXPECT_EQ(found[static_cast<size_t>(l)], expected) << '"' << label_text(label) << '"';
+    // ZEB records have no event class 10, so the two memory checksum labels cannot occur there.
+    const bool possible =
+        format != FileFormat::ZEB || (label != LabelCode::NpeMemoryChecksum && label != LabelCode::MemoryChecksum);
+    if (possible) {
+      EXPECT_GT(found[static_cast<size_t>(l)], 0) << '"' << label_text(label) << '"';
+    }
+  }
+  const Catalogue_Counters& n = file.catalogue().counters;
+  EXPECT_EQ(n.Complete_Count, file.written.count(LabelCode::Complete));
+  EXPECT_EQ(n.Auxiliary_Count, file.written.count(LabelCode::AuxiliaryData));
+  EXPECT_EQ(n.Isotope_Packet_Count, file.written.count(LabelCode::IsotopeSpectrum));
+  // Every spectrum has one first and one last sub-packet, whichever bit the format family tests.
+  EXPECT_EQ(file.written.spectrum_starts, 5);
+  EXPECT_EQ(file.written.spectrum_ends, 5);
+  EXPECT_EQ(n.Isotope_Spectrum_Count, 5);
+  EXPECT_EQ(file.written.tests.size(), 4u);
+}
+
+TEST_P(EveryFormat, SpectraComeBackAsWritten) {
+  const FileFormat format = GetParam();
+  Simulated_File file(format);
+  const EntryList& science = file.catalogue().Science_List;
+  ASSERT_EQ(file.written.spectra.size(), 5u);
+  for (const sim::Written_Spectrum& spectrum : file.written.spectra) {
+    int32_t first = 0;
+    for (int32_t i = 1; i <= science.size(); ++i) {
+      if (science[i].Label == LabelCode::IsotopeSpectrum && science[i].Sequence_Count == spectrum.sequence_count &&
+          science[i].Packet_Frame == spectrum.frame) {
+        first = i;
+      }
+    }
+    ASSERT_GT(first, 0) << "spectrum at frame " << spectrum.frame;
+    std::vector<uint16_t> bins;
+    int expected_bin = spectrum.first_bin;
+    int32_t i = first;
+    for (int k = 0; k < spectrum.sub_packets; ++k, ++i) {
+      // Auxiliary packets may come between sub-packets; a chromatogram never does.
+      while (i <= science.size() && science[i].Label == LabelCode::AuxiliaryData) ++i;
+      ASSERT_LE(i, science.size());
+      const Packet_Entry& e = science[i];
+      ASSERT_EQ(e.Label, LabelCode::IsotopeSpectrum);
+      const int flags = spectrum.sub_packets == 1 ? 3 : k == 0 ? 2 : k == spectrum.sub_packets - 1 ? 1 : 0;
+      EXPECT_EQ(e.Segment_Flags, flags) << "sub-packet " << k + 1;
+      EXPECT_EQ(file.word(e, 28), expected_bin);
+      const int count = file.word(e, 30);
+      // The catalogue keeps a ZEB record's length field as it stands, a binary packet's whole length.
+      EXPECT_EQ(e.Packet_Length, (format == FileFormat::ZEB ? 25 : 32) + 2 * count);
+      for (int j = 0; j < count; ++j) bins.push_back(static_cast<uint16_t>(file.word(e, 32 + 2 * j)));
+      expected_bin += count;
+    }
+    EXPECT_EQ(bins, spectrum.bin_words);
+    EXPECT_LE(expected_bin, 1025);
+  }
+  // The longest spectrum has ten sub-packets and reaches bin 1024.
+  EXPECT_EQ(file.written.spectra[3].sub_packets, 10);
+  EXPECT_EQ(file.written.spectra[3].first_bin + static_cast<int>(file.written.spectra[3].bin_words.size()), 1025);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, EveryFormat,
+                         ::testing::Values(FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
+                                           FileFormat::ZEB),
+                         [](const auto& info) { return std::string(format_tag(info.param)); });
+
+TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSixtyFourBytes) {
+  for (FileFormat format : {FileFormat::QM, FileFormat::FM}) {
+    Simulated_File file(format);
+    const int64_t stride = frame_stride(format);
+    for (const EntryList* list :
+         {&file.catalogue().HK_List, &file.catalogue().Science_List, &file.catalogue().Information_List}) {
+      for (int32_t i = 1; i <= list->size(); ++i) {
+        const Packet_Entry& e = (*list)[i];
+        if (e.Packet_Length < 0 || e.Packet_Frame > file.written.frames) continue;  // slots
+        const int64_t start = e.Packet_Position - 1 - (e.Packet_Frame - 1) * stride;
+        ASSERT_GE(start, 22);
+        ASSERT_LE(start, 249);
+        ASSERT_LE(start + e.Packet_Length, stride) << "frame " << e.Packet_Frame;
+        if (list == &file.catalogue().Information_List) {
+          ASSERT_LE(e.Packet_Length, 64);
+        }
+      }
+    }
+  }
+}
+
+TEST(SimulatedTelemetry, TheSameSeedWritesTheSameFileAndAnotherSeedAnother) {
+  testing::TempDir dir;
+  sim::Telemetry_Options options;
+  options.frames = 300;
+  for (FileFormat format : {FileFormat::QM, FileFormat::ZEB}) {
+    options.format = format;
+    options.seed = 11;
+    sim::write_telemetry(dir.path("a"), options);
+    sim::write_telemetry(dir.path("b"), options);
+    options.seed = 12;
+    sim::write_telemetry(dir.path("c"), options);
+    EXPECT_EQ(testing::read_file(dir.path("a")), testing::read_file(dir.path("b")));
+    EXPECT_NE(testing::read_file(dir.path("a")), testing::read_file(dir.path("c")));
+  }
+}
+
+TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
+  testing::TempDir dir;
+  sim::Telemetry_Options options;
+  options.format = FileFormat::FM;
+  options.frames = 200;
+  sim::write_telemetry(dir.path("low"), options);
+  options.byte_reverse = false;
+  sim::write_telemetry(dir.path("high"), options);
+  std::string low = testing::read_file(dir.path("low"));
+  const std::string high = testing::read_file(dir.path("high"));
+  ASSERT_EQ(low.size(), high.size());
+  for (size_t i = 0; i + 1 < low.size(); i += 2) std::swap(low[i], low[i + 1]);
+  EXPECT_EQ(low, high);
+
+  options.frames = 0;
+  Simulated_File file(options);  // read with Byte Reverse off, as the file asks
+  EXPECT_EQ(file.catalogue().counters.Unknown_Count, file.written.count(LabelCode::Unknown) +
+                                                         file.written.count(LabelCode::UnknownProgressEvent) +
+                                                         file.written.count(LabelCode::UnknownAcceptance));
+  EXPECT_EQ(file.catalogue().HK_List[1].Lander_Time, 61200000);
+}
+
+TEST(SimulatedTelemetry, SizeGivesWholeFramesOrRecordsUpToIt) {
+  testing::TempDir dir;
+  sim::Telemetry_Options options;
+  options.size = 100000;
+  options.format = FileFormat::CSS;
+  auto written = sim::write_telemetry(dir.path("t.css"), options);
+  EXPECT_EQ(written.frames, 100000 / 282);
+  EXPECT_EQ(std::filesystem::file_size(dir.path("t.css")), written.frames * 282);
+  options.format = FileFormat::GRM;
+  written = sim::write_telemetry(dir.path("t.grm"), options);
+  EXPECT_EQ(std::filesystem::file_size(dir.path("t.grm")), (100000 / 280) * 280);
+  options.format = FileFormat::ZEB;
+  written = sim::write_telemetry(dir.path("t.zeb"), options);
+  const auto size = std::filesystem::file_size(dir.path("t.zeb"));
+  EXPECT_GE(size, 100000u);
+  EXPECT_LT(size, 101000u);  // one record more at most
+  EXPECT_EQ(written.bytes, size);
+}
+
+TEST(SimulatedTelemetry, HousekeepingFollowsTheModesOfTheCycle) {
+  Simulated_File file(FileFormat::QM);
+  const EntryList& hk = file.catalogue().HK_List;
+  std::vector<int> modes;
+  for (int32_t i = 1; i <= hk.size(); ++i) {
+    const int mode = file.session.telemetry().packet_byte(hk[i], 18, file.session.Byte_Reverse);
+    if (modes.empty() || modes.back() != mode) modes.push_back(mode);
+  }
+  // Standby, cruise phase, instrument checkout, atmosphere analysis, calibration, safe, standby.
+  EXPECT_EQ(modes, (std::vector<int>{0, 3, 4, 13, 11, 255, 0}));
+  // The board warms from the morning's 19 degrees and stays within a few degrees of 27.
+  for (int32_t i = 1; i <= hk.size(); ++i) {
+    const double board = file.session.HK_Sensor_Data.at(28, i) * 64 * 10.0 / 32768 * 100 - 273;
+    ASSERT_GT(board, 14.0) << i;
+    ASSERT_LT(board, 34.0) << i;
+  }
+}
+
+}  // namespace
+}  // namespace morvane
