@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// The simulated instrument's short form tests, evaluated against the limit files written with
+// its configuration: the healthy tests pass in both modes, in every format, and the faulty ones
+// fail exactly in the items they were made to break.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <tuple>
+#include <string>
+
+#include "functest/short_message_load.h"
+#include "functest/short_test.h"
+#include "sim/config_writer.h"
+#include "sim/short_form_tests.h"
+#include "sim/telemetry_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+struct Item_Result {
+  std::string sub_system;
+  std::string item;
+  bool operator<(const Item_Result& o) const { return std::tie(sub_system, item) < std::tie(o.sub_system, o.item); }
+};
+
+// Every item marked "Fail", under the summary's name of its sub-system.
+std::set<Item_Result> failing_items(const Short_Test_Evaluation& test) {
+  std::set<Item_Result> failing;
+  auto add = [&](const char* sub_system, const std::string& item, const Cell& result) {
+    if (result.text != kPass) failing.insert({sub_system, item});
+  };
+  for (const auto& row : test.sensors) add("Sensors", row.name, row.result);
+  for (const auto& row : test.valves) add("Valves", row.name, row.result);
+  for (const auto& row : test.injector_valves) add("Injector Valves", row.name, row.result);
+  for (const auto& row : test.heaters) add("Heaters", row.name, row.result);
+  for (const auto& row : test.large_reactors) add("Large Reactors", row.name, row.result);
+  for (const auto& row : test.small_reactors) add("Small Reactors", row.name, row.result);
+  for (const auto& row : test.l_valves) add("L-Valves", row.name, row.result);
+  for (const auto& row : test.rails) add("Voltages and RF", row.name, row.result);
+  return failing;
+}
+
+class SimulatedTests : public ::testing::TestWithParam<std::tuple<FileFormat, bool>> {};
+
+TEST_P(SimulatedTests, EvaluateAsTheInstrumentWasMadeToBehave) {
+  testing::TempDir dir;
+  Session session;
+  session.config = load_configuration(sim::write_configuration(dir.path("base")));
+  const auto [format, byte_reverse] = GetParam();
+  sim::Telemetry_Options options;
+  options.format = format;
+  options.byte_reverse = byte_reverse;
+  session.Byte_Reverse = byte_reverse;
+  const std::string path = dir.path("t.dat");
+  const sim::Telemetry_Summary written = sim::write_telemetry(path, options);
+  load_telemetry(session, path, format);
+
+  const auto& scripted = sim::scripted_tests();
+  int evaluated = 0;
+  for (const char* mode : {"Cruise Phase", "EAFT"}) {
+    session.Test_Mode = mode;
+    const Short_Test_List list = find_short_tests(session);
+    std::vector<const sim::Written_Test*> expected;
+    for (const auto& test : written.tests) {
+      if (scripted[static_cast<size_t>(test.scripted)].mode == mode) expected.push_back(&test);
+    }
+    ASSERT_EQ(list.Test_Count(), static_cast<int32_t>(expected.size())) << mode;
+    for (int32_t line = 1; line <= list.Test_Count(); ++line) {
+      const sim::Written_Test& written_test = *expected[static_cast<size_t>(line - 1)];
+      const sim::Scripted_Test& script = scripted[static_cast<size_t>(written_test.scripted)];
+      session.Current_Science_Index = science_index_of_line(list, line);
+      const Short_Test_Evaluation test = open_short_test(session);
+      SCOPED_TRACE(std::string(mode) + " test " + std::to_string(line));
+      EXPECT_EQ(test.start_label, start_label_text(written_test.lander_time));
+      EXPECT_EQ(test.passed(), script.healthy);
+      EXPECT_EQ(test.packet_message.text, script.packet_message);
+
+      std::set<Item_Result> wanted;
+      for (const auto& item : script.failing_items) wanted.insert({std::string(item.sub_system), std::string(item.item)});
+      const std::set<Item_Result> found = failing_items(test);
+      EXPECT_EQ(found.size(), wanted.size());
+      for (const auto& item : wanted) EXPECT_TRUE(found.count(item)) << item.sub_system << " / " << item.item;
+      for (const auto& item : found) EXPECT_TRUE(wanted.count(item)) << "unexpected " << item.sub_system << " / " << item.item;
+
+      std::set<std::string> failing_sub_systems;
+      for (const auto& row : test.subsystems) {
+        if (row.result.text != kPass) failing_sub_systems.insert(row.name);
+      }
+      std::set<std::string> wanted_sub_systems(script.failing_sub_systems.begin(), script.failing_sub_systems.end());
+      EXPECT_EQ(failing_sub_systems, wanted_sub_systems);
+      EXPECT_NEAR(std::stod(test.rf_frequency_text()), script.rf_frequency, 0.005);
+      ++evaluated;
+    }
+  }
+  EXPECT_EQ(evaluated, 4);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryFormat, SimulatedTests,
+                         ::testing::Values(std::tuple{FileFormat::CSS, true}, std::tuple{FileFormat::QM, true},
+                                           std::tuple{FileFormat::GRM, true}, std::tuple{FileFormat::FM, true},
+                                           std::tuple{FileFormat::ZEB, true}, std::tuple{FileFormat::CSS, false}),
+                         [](const auto& info) {
+                           return std::string(format_tag(std::get<0>(info.param))) +
+                                  (std::get<1>(info.param) ? "" : "_HighByteFirst");
+                         });
+
+}  // namespace
+}  // namespace morvane
