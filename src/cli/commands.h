@@ -8,10 +8,14 @@ namespace morvane::cli {
 // Each command adds itself with its options and the callback that runs it.
 void add_summary_command(CLI::App& app);
 void add_convert_command(CLI::App& app);
+void add_raw_command(CLI::App& app);
+void add_concise_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
   add_convert_command(app);
+  add_raw_command(app);
+  add_concise_command(app);
 }
 
 }  // namespace morvane::cli
