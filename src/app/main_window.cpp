@@ -306,7 +306,7 @@ void EGSE_MDI::mnuDisplayByteReverse_Click() {
 
 // --- Real-time collection ----------------------------------------------------------------
 
-bool EGSE_MDI::isCollecting() const { return menuItem("mnuDisplayRealTimeDataCollection")->isChecked(); }
+bool EGSE_MDI::isCollecting() const { return collecting_; }
 
 void EGSE_MDI::mnuDisplayRealTimeDataCollection_Click() {
   if (isCollecting()) {
@@ -317,15 +317,16 @@ void EGSE_MDI::mnuDisplayRealTimeDataCollection_Click() {
 }
 
 void EGSE_MDI::startCollection() {
-  menuItem("mnuDisplayRealTimeDataCollection")->setChecked(false);
   const QString path = QString::fromStdString(resolve_windows_path(logFile().toStdString()));
-  if (!loadSession(FileFormat::CSS, path, collecting_caption(path))) return;
-  timer_->start();
-  menuItem("mnuDisplayRealTimeDataCollection")->setChecked(true);
+  const bool started = loadSession(FileFormat::CSS, path, collecting_caption(path));
+  collecting_ = started || collecting_;
+  if (started) timer_->start();
+  menuItem("mnuDisplayRealTimeDataCollection")->setChecked(collecting_);
 }
 
 void EGSE_MDI::stopCollection() {
   timer_->stop();
+  collecting_ = false;
   menuItem("mnuDisplayRealTimeDataCollection")->setChecked(false);
 }
 

@@ -140,6 +140,7 @@ class EGSE_MDI : public QMainWindow {
   std::map<ViewKind, ViewFactory> factories_;
   std::map<ViewKind, QPointer<ChildView>> open_;
   std::map<QAction*, ViewKind> action_views_;
+  bool collecting_ = false;  // the check mark of "Real &Time Data Collection"
   bool loading_ = false;
   bool in_tick_ = false;
 };
