@@ -26,14 +26,28 @@ build: configure
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) --timeout 300
 
-run: build
-	$(BUILD)/src/cli/morvane-cli summary data/sample/sample.qm -t QM --base data/sample/base
+# What `make run` and `make screenshots` show: the simulator's demo set once this Makefile has
+# a `demo` target, else the small sample. The program starts in the base folder, where it
+# finds Morvane_Files.txt.
+ifneq ($(shell grep -qs '^demo:' $(firstword $(MAKEFILE_LIST)) && echo yes),)
+SHOW_DEPS := demo
+SHOW_BASE := $(BUILD)/demo
+SHOW_FILE := $(BUILD)/demo/demo.qm
+else
+SHOW_DEPS :=
+SHOW_BASE := data/sample/base
+SHOW_FILE := data/sample/sample.qm
+endif
+EGSE = $(abspath $(BUILD))/src/app/morvane-egse
+
+run: build $(SHOW_DEPS)
+	cd $(SHOW_BASE) && $(EGSE) --type QM $(abspath $(SHOW_FILE))
 
 bench: build
-	@echo "benchmarks arrive with the bench/ folder"
+	@for bench in $(BUILD)/bench/*_bench; do QT_QPA_PLATFORM=offscreen $$bench || exit 1; done
 
-screenshots: build
-	@echo "screenshots arrive with the workstation"
+screenshots: build $(SHOW_DEPS)
+	cd $(SHOW_BASE) && QT_QPA_PLATFORM=offscreen $(EGSE) --type QM $(abspath $(SHOW_FILE)) --screenshots $(CURDIR)/docs
 
 clean:
 	rm -rf $(BUILD)

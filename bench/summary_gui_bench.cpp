@@ -58,6 +58,7 @@ void BM_OpenSummary(benchmark::State& state) {
   window.resize(1200, 800);
   window.loadFile(FileFormat::CSS, QString::fromStdString(path));
   show_and_paint(window);
+  const uint64_t rss_before = bench::peak_rss();
   for (auto _ : state) {
     ChildView* summary = window.showView(ViewKind::Summary);
     show_and_paint(window);
@@ -68,8 +69,37 @@ void BM_OpenSummary(benchmark::State& state) {
     state.ResumeTiming();
   }
   state.counters["entries"] = static_cast<double>(entries_of(window.session()));
+  state.counters["peak_bytes_per_entry"] =
+      static_cast<double>(bench::peak_rss() - rss_before) / static_cast<double>(entries_of(window.session()));
 }
 BENCHMARK(BM_OpenSummary)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// Whether a list has laid out all its lines (its scroll bar reaches the last one).
+bool laid_out(const QListView* list) {
+  const QScrollBar* bar = list->verticalScrollBar();
+  return bar->maximum() + bar->pageStep() >= list->model()->rowCount();
+}
+
+// Opening the summary until every line of its housekeeping list is laid out, the batches
+// running between events.
+void BM_OpenSummaryFullyLaidOut(benchmark::State& state) {
+  const std::string path = bench::frames_file(bench::bench_bytes());
+  ConsoleDialogs dialogs;
+  EGSE_MDI window({}, dialogs);
+  window.resize(1200, 800);
+  window.loadFile(FileFormat::CSS, QString::fromStdString(path));
+  show_and_paint(window);
+  for (auto _ : state) {
+    auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
+    show_and_paint(window);
+    while (!laid_out(summary->list(0))) QApplication::processEvents();
+    state.PauseTiming();
+    window.closeView(ViewKind::Summary);
+    QApplication::processEvents();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(BM_OpenSummaryFullyLaidOut)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 // One jump to a random place of the information list (the longest) and its repaint.
 void BM_ScrollSummary(benchmark::State& state) {
@@ -82,6 +112,7 @@ void BM_ScrollSummary(benchmark::State& state) {
   summary->tabs()->setCurrentIndex(2);
   show_and_paint(window);
   QListView* list = summary->list(2);
+  while (!laid_out(list)) QApplication::processEvents();
   std::mt19937 random(7);
   for (auto _ : state) {
     QScrollBar* bar = list->verticalScrollBar();

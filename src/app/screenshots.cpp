@@ -80,6 +80,13 @@ QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
       frame->move(right, below_raw);
     }
   }
+  // The main window just holds them.
+  QRect bounds;
+  for (QMdiSubWindow* frame : window.mdiArea()->subWindowList()) bounds |= frame->geometry();
+  if (bounds.isValid()) {
+    const QSize chrome = window.size() - window.mdiArea()->viewport()->size();
+    window.resize(bounds.right() + 1 + chrome.width() + 8, bounds.bottom() + 1 + chrome.height() + 8);
+  }
   save(&window, QStringLiteral("morvane-egse"));
   return written;
 }

@@ -54,6 +54,8 @@ QWidget* make_headings(const Heading_Columns& columns, const QListView& list, QW
   return headings;
 }
 
+constexpr int kLayoutBatch = 1 << 16;
+
 // Wide enough for the longest line: the information line and an isotope line's marks.
 constexpr int kListCharacters = 62;
 
@@ -90,9 +92,12 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
   auto* list = new QListView(page);
   list->setObjectName(QStringLiteral("List%1").arg(tab + 1));
   list->setFont(fixed_pitch_font());
-  // Every line has the same height, so a list of millions lays out without measuring them.
+  // Every line has the same height, so a list of millions lays out without measuring them, and
+  // in batches between events: the first lines show at once, the rest follow while the window
+  // stays responsive.
   list->setUniformItemSizes(true);
-  list->setLayoutMode(QListView::SinglePass);
+  list->setLayoutMode(QListView::Batched);
+  list->setBatchSize(kLayoutBatch);
   list->setEditTriggers(QAbstractItemView::NoEditTriggers);
   list->setSelectionMode(QAbstractItemView::SingleSelection);
   // The lines are made from the catalogue when shown; with no file there are none.
