@@ -42,10 +42,12 @@ bool run_with_progress(QWidget* parent, const QString& label,
   dialog.setAutoClose(false);
   dialog.setAutoReset(false);
   QObject::connect(&dialog, &QProgressDialog::canceled, [&] { cancelled = true; });
+  dialog.setValue(0);  // starts the clock after which the dialog shows itself, progress or not
 
   QTimer poll;
   poll.setInterval(kPollMilliseconds);
   QObject::connect(&poll, &QTimer::timeout, [&] {
+    if (dialog.wasCanceled()) cancelled = true;
     if (total > 0 && !cancelled) {
       dialog.setMaximum(kSteps);
       dialog.setValue(static_cast<int>(done * kSteps / total));

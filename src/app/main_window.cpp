@@ -64,8 +64,7 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
 EGSE_MDI::~EGSE_MDI() {
   timer_->stop();
   // The child windows go before the session they read.
-  mdi_->closeAllSubWindows();
-  for (QMdiSubWindow* frame : mdi_->subWindowList()) delete frame;
+  delete mdi_;
 }
 
 QAction* EGSE_MDI::menuItem(const QString& name) const { return findChild<QAction*>(name); }
