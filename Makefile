@@ -30,17 +30,20 @@ test: build
 demo: build
 	cmake --build $(BUILD) --target demo
 
-# Until the workstation lands: the summary of the demo QM file, in the demo folder.
+# The workstation on the demo QM file, started in the demo base folder where it finds
+# Morvane_Files.txt.
+EGSE = $(abspath $(BUILD))/src/app/morvane-egse
 run: demo
-	cd $(BUILD)/demo && ../src/cli/morvane-cli summary demo.qm -t QM
+	cd $(BUILD)/demo && $(EGSE) --type QM $(abspath $(BUILD))/demo/demo.qm
 
 # Big files come from the simulated instrument (MORVANE_BENCH_BYTES, default 1 GiB), kept in
 # MORVANE_BENCH_DIR (default /tmp/morvane-bench) between runs.
 bench: build
-	@for b in $(BUILD)/bench/*_bench; do echo "$$b"; "$$b" --benchmark_counters_tabular=true || exit 1; done
+	@for b in $(BUILD)/bench/*_bench; do echo "$$b"; QT_QPA_PLATFORM=offscreen "$$b" --benchmark_counters_tabular=true || exit 1; done
 
-screenshots: build
-	@echo "screenshots arrive with the workstation"
+# PNG of every view on the demo data, for the README.
+screenshots: demo
+	cd $(BUILD)/demo && QT_QPA_PLATFORM=offscreen $(EGSE) --type QM $(abspath $(BUILD))/demo/demo.qm --screenshots $(CURDIR)/docs
 
 # Coverage-guided fuzzing of every reader and decoder that takes file bytes or text, each target
 # for FUZZ_SECONDS, from the seed corpus in tests/fuzz/corpus (findings land in build-fuzz/).

@@ -13,6 +13,8 @@ void add_hk_command(CLI::App& app);
 void add_aux_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_spectrum_command(CLI::App& app);
+void add_raw_command(CLI::App& app);
+void add_concise_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -22,6 +24,8 @@ inline void add_commands(CLI::App& app) {
   add_aux_command(app);
   add_info_command(app);
   add_spectrum_command(app);
+  add_raw_command(app);
+  add_concise_command(app);
 }
 
 }  // namespace morvane::cli

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "child_view.h"
+#include "views/concise_frame.h"
+
+class QLabel;
+class QPushButton;
+class QScrollBar;
+
+namespace morvane {
+
+// Concise_Form: the type of each source packet in one frame, in eight slots, with a scroll
+// bar over the frames and a button that pauses and resumes real-time collection.
+class Concise_Form : public ChildView {
+  Q_OBJECT
+
+ public:
+  explicit Concise_Form(EGSE_MDI& mdi);
+
+  // Update_Concise_Form: the newest frame.
+  void updateRealtime() override;
+  // Fills the eight slots for a frame.
+  void Show_Lander_Packet(int32_t frame);
+  // Command1: switches the main window's collection timer off ("Continue") or on ("Pause").
+  void Command1_Click();
+
+  QString slotText(int k) const;
+  QString frameText() const;
+  QPushButton* pauseButton() const { return command1_; }
+  QScrollBar* scrollBar() const { return scroll_; }
+
+ private:
+  void setFrameRange(int32_t last);
+
+  std::array<QLabel*, kConciseSlots> slots_{};
+  QLabel* frame_label_;
+  QScrollBar* scroll_;
+  QPushButton* command1_;
+};
+
+}  // namespace morvane

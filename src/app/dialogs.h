@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace morvane {
+
+// Every question and message the program puts to the user goes through one Dialogs object
+// owned beside the main window, so that tests can answer them without a modal loop.
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  // The file chosen to open or to write, or an empty text when the user cancelled.
+  virtual QString openFileName(QWidget* parent, const QString& caption, const QString& folder,
+                               const QString& filter) = 0;
+  virtual QString saveFileName(QWidget* parent, const QString& caption, const QString& folder,
+                               const QString& filter) = 0;
+  // The folder chosen, or an empty text when the user cancelled.
+  virtual QString existingFolder(QWidget* parent, const QString& caption, const QString& folder) = 0;
+
+  // A plain message box under the program's own caption, with OK.
+  virtual void message(QWidget* parent, const QString& text) = 0;
+  // True when the user answers OK (Yes).
+  virtual bool askOkCancel(QWidget* parent, const QString& text) = 0;
+  virtual bool askYesNo(QWidget* parent, const QString& text) = 0;
+};
+
+// The dialogs of the desktop: QFileDialog and QMessageBox.
+class QtDialogs : public Dialogs {
+ public:
+  QString openFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
+  QString saveFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
+  QString existingFolder(QWidget* parent, const QString& caption, const QString& folder) override;
+  void message(QWidget* parent, const QString& text) override;
+  bool askOkCancel(QWidget* parent, const QString& text) override;
+  bool askYesNo(QWidget* parent, const QString& text) override;
+};
+
+// The caption of the program's message boxes.
+inline constexpr const char* kProgramCaption = "Morvane EGSE";
+
+}  // namespace morvane
+
+namespace morvane {
+
+// Dialogs for a run without a user (screenshots, scripts): messages go to the error stream and
+// every question is answered with Cancel.
+class ConsoleDialogs : public Dialogs {
+ public:
+  QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+  QString existingFolder(QWidget*, const QString&, const QString&) override { return {}; }
+  void message(QWidget* parent, const QString& text) override;
+  bool askOkCancel(QWidget*, const QString&) override { return false; }
+  bool askYesNo(QWidget*, const QString&) override { return false; }
+};
+
+}  // namespace morvane

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "raw_view.h"
+
+#include <algorithm>
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include "core/session.h"
+#include "drawing_view.h"
+#include "fixed_font.h"
+#include "views/raw_frame.h"
+
+namespace morvane {
+
+namespace {
+
+// The surface holds the widest grid: 141 words, the last column starting at 5310 twips.
+constexpr int kSurfaceWidth = 6200;
+constexpr int kSurfaceHeight = 18 * kRawRowHeight + 100;
+constexpr int kPageFrames = 10;
+
+}  // namespace
+
+RawData::RawData(EGSE_MDI& mdi)
+    : ChildView(mdi, ViewKind::RawData),
+      label1_(new QLabel(this)),
+      label2_(new QLabel(this)),
+      scroll_(new QScrollBar(Qt::Vertical, this)),
+      picture_(new DrawingView(this)) {
+  const Session& s = session();
+  setWindowTitle(s.File_Name.empty() ? QString::fromUtf8(view_title(kind())) : QString::fromStdString(s.File_Name));
+  label1_->setObjectName("Label1");
+  label2_->setObjectName("Label2");
+  scroll_->setObjectName("VScroll1");
+  picture_->setObjectName("Picture1");
+  picture_->setFont(fixed_pitch_font());
+  picture_->setSurfaceTwips(kSurfaceWidth, kSurfaceHeight);
+  picture_->setMinimumSize(picture_->sizeHint());
+
+  auto* layout = new QGridLayout(this);
+  layout->addWidget(label1_, 0, 0);
+  layout->addWidget(label2_, 1, 0);
+  layout->addWidget(picture_, 2, 0);
+  layout->addWidget(scroll_, 2, 1);
+  layout->setRowStretch(2, 1);
+
+  label1_->setText(QString::fromStdString(raw_count_label(s.Packet_Count)));
+  setFrameRange();
+  scroll_->setValue(1);
+  current_frame_ = 1;
+  label2_->setText(QString::fromStdString(raw_frame_label(current_frame_)));
+  connect(scroll_, &QScrollBar::valueChanged, this, &RawData::VScroll1_Change);
+  drawFrame();
+}
+
+void RawData::setFrameRange() {
+  // Packet_Count is a 32-bit count and so is the scroll bar's range: every frame has a step.
+  const QSignalBlocker quiet(scroll_);
+  scroll_->setRange(1, std::max<int32_t>(session().Packet_Count, 1));
+  scroll_->setSingleStep(1);
+  scroll_->setPageStep(kPageFrames);
+}
+
+void RawData::VScroll1_Change(int value) {
+  current_frame_ = value;
+  label2_->setText(QString::fromStdString(raw_frame_label(current_frame_)));
+  drawFrame();
+}
+
+void RawData::drawFrame() {
+  // With no file there is nothing to read: the grid stays empty.
+  if (!session().loaded()) {
+    picture_->clear();
+    return;
+  }
+  const bool drawn = guarded([&] { picture_->setDrawing(Display_Raw_Frame(session(), current_frame_).words); });
+  if (!drawn) picture_->clear();
+}
+
+void RawData::showFrame(int32_t n) {
+  if (n == scroll_->value()) {
+    VScroll1_Change(n);
+  } else {
+    scroll_->setValue(n);
+  }
+}
+
+void RawData::updateRealtime() {
+  const int32_t newest = session().Packet_Count;
+  label1_->setText(QString::fromStdString(raw_count_label(newest)));
+  setFrameRange();
+  {
+    const QSignalBlocker quiet(scroll_);
+    scroll_->setValue(std::max<int32_t>(newest, 1));
+  }
+  // The newest frame may have grown since it was last drawn, so it is drawn again in any case.
+  VScroll1_Change(scroll_->value());
+}
+
+QString RawData::countLabel() const { return label1_->text(); }
+
+QString RawData::frameLabel() const { return label2_->text(); }
+
+void RawData::wheelEvent(QWheelEvent* event) {
+  const int steps = event->angleDelta().y() / 120;
+  if (steps != 0) scroll_->setValue(scroll_->value() - steps);
+  event->accept();
+}
+
+}  // namespace morvane

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "child_view.h"
+
+class QLabel;
+class QScrollBar;
+
+namespace morvane {
+
+class DrawingView;
+
+// One whole frame of the loaded file as hexadecimal words (ZEB: one record's items), stepped
+// through frames 1..Packet_Count with the scroll bar, independently of the catalogue. The
+// scroll bar takes every frame a file can have, each reachable one step at a time.
+class RawData : public ChildView {
+  Q_OBJECT
+
+ public:
+  explicit RawData(EGSE_MDI& mdi);
+
+  // UpdateRawData: the count again, and the newest frame.
+  void updateRealtime() override;
+  // Shows frame n (the scroll bar moves there).
+  void showFrame(int32_t n);
+  int32_t currentFrame() const { return current_frame_; }
+
+  QString countLabel() const;
+  QString frameLabel() const;
+  QScrollBar* scrollBar() const { return scroll_; }
+  DrawingView* picture() const { return picture_; }
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void setFrameRange();
+  // VScroll1_Change: the frame of the scroll bar, its label and its words.
+  void VScroll1_Change(int value);
+  void drawFrame();
+
+  QLabel* label1_;
+  QLabel* label2_;
+  QScrollBar* scroll_;
+  DrawingView* picture_;
+  int32_t current_frame_ = 1;
+};
+
+}  // namespace morvane

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "screenshots.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPixmap>
+
+#include "main_window.h"
+
+namespace morvane {
+
+namespace {
+
+// Makes the first entry of an entry window's kind current; false when the file has none.
+bool choose_first_entry(Session& session, ViewKind kind) {
+  const Catalogue& c = session.catalogue;
+  auto first_science = [&](auto wanted) {
+    for (int32_t i = 1; i <= c.Science_Count(); ++i) {
+      if (wanted(c.Science_List[i].Label)) return i;
+    }
+    return 0;
+  };
+  switch (kind) {
+    case ViewKind::Housekeeping: session.Current_HK_Index = 1; return c.HK_Count() > 0;
+    case ViewKind::Information: session.Current_Information_Index = 1; return c.Information_Count() > 0;
+    case ViewKind::Auxiliary:
+      session.Current_Science_Index = first_science([](LabelCode l) { return l == LabelCode::AuxiliaryData; });
+      return session.Current_Science_Index > 0;
+    case ViewKind::Spectra:
+      session.Current_Science_Index = first_science(
+          [](LabelCode l) { return l == LabelCode::GcSpectrum || l == LabelCode::IsotopeSpectrum; });
+      return session.Current_Science_Index > 0;
+    default: return true;
+  }
+}
+
+void settle() {
+  for (int i = 0; i < 3; ++i) QApplication::processEvents();
+}
+
+}  // namespace
+
+QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
+  QDir().mkpath(folder);
+  QStringList written;
+  auto save = [&](QWidget* widget, const QString& name) {
+    settle();
+    const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
+    if (widget->grab().save(path)) written << path;
+  };
+  window.resize(1280, 860);
+  window.show();
+  for (const ViewKind kind : kAllViewKinds) {
+    if (!window.isRegistered(kind) || !choose_first_entry(window.session(), kind)) continue;
+    ChildView* view = window.showView(kind);
+    if (!view) continue;
+    if (is_entry_view(kind)) view->showCurrentEntry();
+    QMdiSubWindow* frame = window.frameOf(view);
+    frame->adjustSize();
+    save(frame, QString::fromUtf8(view_name(kind)));
+    window.closeView(kind);
+  }
+  // The packet overview as a user sees it: the summary, with the raw and concise views beside it.
+  window.resize(1400, 900);
+  int right = 0;
+  int below_raw = 0;
+  for (const ViewKind kind : {ViewKind::Summary, ViewKind::RawData, ViewKind::Concise}) {
+    if (!window.isRegistered(kind)) continue;
+    QMdiSubWindow* frame = window.frameOf(window.showView(kind));
+    frame->adjustSize();
+    if (kind == ViewKind::Summary) {
+      frame->move(0, 0);
+      right = frame->width();
+    } else if (kind == ViewKind::RawData) {
+      frame->move(right, 0);
+      below_raw = frame->height();
+    } else {
+      frame->move(right, below_raw);
+    }
+  }
+  // The main window just holds them.
+  QRect bounds;
+  for (QMdiSubWindow* frame : window.mdiArea()->subWindowList()) bounds |= frame->geometry();
+  if (bounds.isValid()) {
+    const QSize chrome = window.size() - window.mdiArea()->viewport()->size();
+    window.resize(bounds.right() + 1 + chrome.width() + 8, bounds.bottom() + 1 + chrome.height() + 8);
+  }
+  save(&window, QStringLiteral("morvane-egse"));
+  return written;
+}
+
+}  // namespace morvane

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace morvane {
+
+// What the workstation remembers between runs (QSettings of the application).
+
+// The log file that real-time collection follows by default, written as the ground station's
+// documents name it; it is found like a configuration path (letter case and separators).
+inline constexpr const char* kDefaultLogFile = "c:\\windows\\desktop\\ZEB - CDMS\\tmlog.dat";
+
+// The log file to follow: the user's choice, or the default.
+QString log_file_setting();
+void set_log_file_setting(const QString& path);
+
+// The base folder the user picked when Morvane_Files.txt could not be used; empty if none.
+QString base_folder_setting();
+void set_base_folder_setting(const QString& folder);
+
+// The folder of the last telemetry file opened, where the open dialog starts.
+QString last_folder_setting();
+void set_last_folder_setting(const QString& folder);
+
+}  // namespace morvane

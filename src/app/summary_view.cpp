@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "summary_view.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "fixed_font.h"
+#include "main_window.h"
+#include "views/summary_lines.h"
+
+namespace morvane {
+
+namespace {
+
+// Captions on the view that carry no count of their own.
+constexpr const char* kStaticCaptions[] = {"Sequence count from", "Lander Time (s)"};
+
+// Where the headings stand over each list: the first character column and the width, in
+// characters, of the type, sequence count, lander time and frame columns of its lines.
+struct Heading_Columns {
+  int start[4];
+  int width[4];
+};
+constexpr Heading_Columns kHeadingColumns[] = {
+    {{8, 18, 28, 39}, {10, 10, 11, 9}},  // housekeeping
+    {{8, 26, 35, 46}, {18, 9, 11, 9}},   // science
+    {{8, 33, 41, 50}, {25, 8, 9, 9}},    // information
+};
+// kSummaryHeadings in the order of those columns: "Type", "Sequence      Count", "Lander Time (s)", "Lander pkt".
+constexpr int kHeadingOrder[] = {1, 2, 3, 0};
+
+// The headings above a list, each over its column and wrapped within its width as the narrow
+// captions of the list's columns are.
+QWidget* make_headings(const Heading_Columns& columns, const QListView& list, QWidget* parent) {
+  auto* headings = new QWidget(parent);
+  const QFont font = fixed_pitch_font();
+  const QFontMetrics metrics(font);
+  const int character = metrics.horizontalAdvance(QLatin1Char('0'));
+  const int offset = list.frameWidth() + list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1;
+  for (int c = 0; c < 4; ++c) {
+    auto* label = new QLabel(QString::fromUtf8(kSummaryHeadings[kHeadingOrder[c]]), headings);
+    label->setFont(font);
+    label->setWordWrap(true);
+    label->setAlignment((c == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
+    label->setGeometry(offset + columns.start[c] * character, 0, columns.width[c] * character, 2 * metrics.lineSpacing());
+  }
+  headings->setFixedHeight(2 * metrics.lineSpacing() + 2);
+  return headings;
+}
+
+constexpr int kLayoutBatch = 1 << 16;
+
+// Wide enough for the longest line: the information line and an isotope line's marks.
+constexpr int kListCharacters = 62;
+
+bool at_end(const QListView* list) {
+  const QScrollBar* bar = list->verticalScrollBar();
+  return bar->value() == bar->maximum();
+}
+
+}  // namespace
+
+Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
+  const Session& s = session();
+  file_label_ = new QLabel(QString::fromStdString(s.File_Name), this);
+  file_label_->setObjectName("FileNameLabel");
+  file_label_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+  tabs_ = new QTabWidget(this);
+  tabs_->setObjectName("SSTab1");
+  tabs_->addTab(makeListTab(0, SummaryListModel::List::Housekeeping), "Housekeeping");
+  tabs_->addTab(makeListTab(1, SummaryListModel::List::Science), "Science");
+  tabs_->addTab(makeListTab(2, SummaryListModel::List::Information), "Information");
+
+  auto* body = new QHBoxLayout;
+  body->addWidget(makeCountPanel());
+  body->addWidget(tabs_, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(file_label_);
+  layout->addLayout(body, 1);
+  Enter_Label_Information();
+}
+
+QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
+  auto* page = new QWidget;
+  auto* list = new QListView(page);
+  list->setObjectName(QStringLiteral("List%1").arg(tab + 1));
+  list->setFont(fixed_pitch_font());
+  // Every line has the same height, so a list of millions lays out without measuring them, and
+  // in batches between events: the first lines show at once, the rest follow while the window
+  // stays responsive.
+  list->setUniformItemSizes(true);
+  list->setLayoutMode(QListView::Batched);
+  list->setBatchSize(kLayoutBatch);
+  list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list->setSelectionMode(QAbstractItemView::SingleSelection);
+  // The lines are made from the catalogue when shown; with no file there are none.
+  auto* model = new SummaryListModel(session(), which, list);
+  list->setModel(model);
+  connect(list, &QListView::doubleClicked, this, [this, tab](const QModelIndex& index) {
+    if (!index.isValid()) return;
+    if (tab == 0) List1_DblClick(index.row());
+    if (tab == 1) List2_DblClick(index.row());
+    if (tab == 2) List3_DblClick(index.row());
+  });
+  list->setMinimumWidth(QFontMetrics(list->font()).horizontalAdvance(QString(kListCharacters, QLatin1Char('0'))) +
+                       list->verticalScrollBar()->sizeHint().width() + 2 * list->frameWidth());
+  lists_[static_cast<size_t>(tab)] = list;
+  models_[static_cast<size_t>(tab)] = model;
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(make_headings(kHeadingColumns[tab], *list, page));
+  layout->addWidget(list, 1);
+  return page;
+}
+
+QWidget* Summary::makeCountPanel() {
+  auto* panel = new QWidget;
+  auto* grid = new QGridLayout(panel);
+  grid->setVerticalSpacing(2);
+  int row = 0;
+  for (const Summary_Count& count : summary_counts(session())) {
+    auto* caption = new QLabel(QString::fromStdString(count.caption), panel);
+    if (count.key.empty()) {
+      grid->addWidget(caption, row++, 0, 1, 2);
+      continue;
+    }
+    auto* value = new QLabel(panel);
+    value->setObjectName(QString::fromStdString(count.key));
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setMinimumWidth(80);
+    grid->addWidget(caption, row, 0);
+    grid->addWidget(value, row++, 1);
+    count_labels_[count.key] = value;
+  }
+  for (const char* text : kStaticCaptions) grid->addWidget(new QLabel(QString::fromUtf8(text), panel), row++, 0, 1, 2);
+  grid->setRowStretch(row, 1);
+  return panel;
+}
+
+void Summary::Enter_Label_Information() {
+  for (const Summary_Count& count : summary_counts(session())) {
+    const auto found = count_labels_.find(count.key);
+    if (found != count_labels_.end()) found->second->setText(QString::fromStdString(count.value));
+  }
+}
+
+QString Summary::countText(const std::string& key) const {
+  const auto found = count_labels_.find(key);
+  return found == count_labels_.end() ? QString() : found->second->text();
+}
+
+void Summary::updateRealtime() {
+  guarded([&] {
+    for (size_t tab = 0; tab < models_.size(); ++tab) {
+      const bool follow = at_end(lists_[tab]);
+      if (models_[tab]->appendNewEntries() > 0 && follow) lists_[tab]->scrollToBottom();
+    }
+    Enter_Label_Information();
+  });
+}
+
+void Summary::List1_DblClick(int row) {
+  guarded([&] {
+    session().Current_HK_Index = row + 1;
+    mdi().showHousekeepingEntry();
+  });
+}
+
+void Summary::List2_DblClick(int row) {
+  guarded([&] {
+    session().Current_Science_Index = row + 1;
+    switch (models_[1]->entry(row).Label) {
+      case LabelCode::AuxiliaryData: mdi().showAuxiliaryEntry(); break;
+      case LabelCode::GcSpectrum:
+      case LabelCode::IsotopeSpectrum: mdi().showSpectraEntry(); break;
+      default: break;  // other science packets have no view
+    }
+  });
+}
+
+void Summary::List3_DblClick(int row) {
+  guarded([&] {
+    session().Current_Information_Index = row + 1;
+    mdi().showInformationEntry();
+  });
+}
+
+}  // namespace morvane

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+
+#include "child_view.h"
+#include "summary_model.h"
+
+class QLabel;
+class QListView;
+class QTabWidget;
+
+namespace morvane {
+
+// The summary of the loaded file: every count of the catalogue, and on three tabs one line per
+// housekeeping, science and information entry. A double click makes the entry current and
+// opens the window that decodes it.
+class Summary : public ChildView {
+  Q_OBJECT
+
+ public:
+  explicit Summary(EGSE_MDI& mdi);
+
+  // UpDateSummaryForm: appends the lines of the entries added since the last pass and
+  // refreshes the counts. A list scrolled to its end stays at its end.
+  void updateRealtime() override;
+
+  // The double clicks, by 0-based line.
+  void List1_DblClick(int row);
+  void List2_DblClick(int row);
+  void List3_DblClick(int row);
+
+  QTabWidget* tabs() const { return tabs_; }
+  // The list of a tab (0 housekeeping, 1 science, 2 information) and its model.
+  QListView* list(int tab) const { return lists_[static_cast<size_t>(tab)]; }
+  SummaryListModel* model(int tab) const { return models_[static_cast<size_t>(tab)]; }
+  // The value shown beside a count ("12", "- N/A -"), by its key ("hk_count", ...).
+  QString countText(const std::string& key) const;
+
+ private:
+  void Enter_Label_Information();
+  QWidget* makeCountPanel();
+  QWidget* makeListTab(int tab, SummaryListModel::List list);
+
+  QLabel* file_label_ = nullptr;
+  QTabWidget* tabs_ = nullptr;
+  std::array<QListView*, 3> lists_{};
+  std::array<SummaryListModel*, 3> models_{};
+  std::map<std::string, QLabel*> count_labels_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "view_registry.h"
+
+#include "concise_view.h"
+#include "main_window.h"
+#include "raw_view.h"
+#include "summary_view.h"
+
+namespace morvane {
+
+void register_standard_views(EGSE_MDI& mdi) {
+  mdi.registerView(ViewKind::RawData, [](EGSE_MDI& m) { return new RawData(m); });
+  mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
+  mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
+}
+
+}  // namespace morvane

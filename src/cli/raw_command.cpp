@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// raw: the raw view of one frame, its labels and its hexadecimal words (ZEB: the record's items)
+// with the place and colour the view draws each in.
+#include <iostream>
+#include <memory>
+
+#include "cli_common.h"
+#include "commands.h"
+#include "views/raw_frame.h"
+
+namespace morvane::cli {
+
+namespace {
+
+struct RawOptions {
+  FileOptions file;
+  int32_t frame = 1;
+};
+
+void print_raw_text(const Raw_Frame& frame) {
+  std::cout << frame.label1 << '\n' << frame.label2 << '\n';
+  for (size_t i = 0; i < frame.words.size(); ++i) {
+    const int column = static_cast<int>(i % kRawWordsPerRow);
+    if (column > 0) std::cout << (column == 4 ? "  " : " ");
+    std::cout << frame.words[i].text;
+    if (column == kRawWordsPerRow - 1 || i + 1 == frame.words.size()) std::cout << '\n';
+  }
+}
+
+Json raw_json(const Raw_Frame& frame) {
+  Json words = Json::array();
+  for (const Placed_Text& word : frame.words) {
+    words.push_back(Json{{"text", word.text},
+                         {"x", word.x},
+                         {"y", word.y},
+                         {"colour", colour_json(word.colour.red, word.colour.green, word.colour.blue)}});
+  }
+  return Json{{"frame", frame.frame}, {"label1", frame.label1}, {"label2", frame.label2}, {"words", words}};
+}
+
+}  // namespace
+
+void add_raw_command(CLI::App& app) {
+  auto options = std::make_shared<RawOptions>();
+  CLI::App* command = app.add_subcommand("raw", "The hexadecimal words of one frame, as the raw view shows them");
+  add_file_options(command, options->file);
+  command->add_option("--frame", options->frame, "Frame (ZEB: record) number, from 1")->check(CLI::PositiveNumber);
+  command->callback([options] {
+    const Session session = open_session(options->file, false);
+    const int32_t last = std::max(session.Packet_Count, 1);
+    if (options->frame > last) {
+      throw CommandError("frame " + std::to_string(options->frame) + " is beyond the file's " +
+                         std::to_string(session.Packet_Count) + " frames");
+    }
+    const Raw_Frame frame = Display_Raw_Frame(session, options->frame);
+    if (options->file.json) {
+      print_json(raw_json(frame));
+    } else {
+      print_raw_text(frame);
+    }
+  });
+}
+
+}  // namespace morvane::cli
