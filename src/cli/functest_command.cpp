@@ -35,7 +35,7 @@ void print_list(const Short_Test_List& list, bool json) {
     return;
   }
   std::cout << list.Label1 << '\n';
-  if (!list.lines.empty()) std::cout << "      " << kSeqCountHeading << "   " << kLanderTimeHeading << '\n';
+  if (!list.lines.empty()) std::cout << "      " << kTestListSequenceHeading << "   " << kTestListTimeHeading << '\n';
   for (const std::string& line : list.lines) std::cout << line << '\n';
   std::cout << list.Label2 << '\n';
 }

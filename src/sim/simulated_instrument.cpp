@@ -152,7 +152,7 @@ void Simulated_Instrument::plan_cycle() {
   // The anomaly drill: every rejection code, every warning, and packets no table names.
   const std::pair<int, int> rejected[] = {{6, 2}, {195, 1}, {17, 17}, {194, 1}, {193, 12}, {6, 5}, {193, 255}};
   for (int code = 1; code <= 7; ++code) {
-    const auto [type, sub_type] = rejected[code - 1];
+    const int type = rejected[code - 1].first, sub_type = rejected[code - 1].second;
     at(8000 + 10 * code, [this, type, sub_type, code] { telecommand(type, sub_type, code); });
   }
   const int warnings[] = {55002, 55003, 55004, 55006, 55007, 55101, 55102, 55104, 55108, 55109, 55110, 55111, 55112};
