@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "core/error.h"
 #include "sim/config_writer.h"
 #include "test_files.h"
@@ -330,6 +332,28 @@ TEST(Catalogue, AFailedOpenChangesNothing) {
   EXPECT_THROW(load_telemetry(f.session, f.dir.path("missing.dat"), FileFormat::QM), RuntimeError);
   EXPECT_EQ(f.session.File_Name, f.dir.path("t.dat"));
   EXPECT_EQ(f.catalogue().HK_Count(), 1);
+}
+
+}  // namespace
+}  // namespace morvane
+
+namespace morvane {
+namespace {
+
+TEST(CatalogueLimits, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
+  testing::TempDir dir;
+  const std::string path = dir.path("huge.css");
+  testing::write_file(path, "");
+  std::filesystem::resize_file(path, largest_supported_size(FileFormat::CSS) + 1);  // sparse: no disk used
+  Session session;
+  try {
+    load_telemetry(session, path, FileFormat::CSS);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 6);
+    EXPECT_NE(error.message().find("2147483580 bytes"), std::string::npos) << error.message();
+  }
+  EXPECT_EQ(session.catalogue.Information_Count(), 0);
 }
 
 }  // namespace
