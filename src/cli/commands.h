@@ -15,6 +15,8 @@ void add_info_command(CLI::App& app);
 void add_spectrum_command(CLI::App& app);
 void add_raw_command(CLI::App& app);
 void add_concise_command(CLI::App& app);
+void add_trend_command(CLI::App& app);
+void add_integrity_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -26,6 +28,8 @@ inline void add_commands(CLI::App& app) {
   add_spectrum_command(app);
   add_raw_command(app);
   add_concise_command(app);
+  add_trend_command(app);
+  add_integrity_command(app);
 }
 
 }  // namespace morvane::cli

@@ -24,6 +24,25 @@ double cold_junction_term(const Configuration& config, double celsius) {
   return config.NType.NType_Reverse_Lookup(celsius) / 1000000;
 }
 
+double hk_entry_cold_junction_term(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index) {
+  const Sensor_Record& board = config.sensor(28);
+  double voltage = hk_voltage(hk_signed_reading(28, bytes.at(28, index)), board.Scale_Exponent);
+  double celsius = 0;
+  std::string unit = board.Sensor_Unit;
+  Convert_Sensor(config, 28, voltage, celsius, unit);
+  return cold_junction_term(config, celsius);
+}
+
+Sensor_Value hk_sensor_value(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index, int sensor,
+                             double cold_junction) {
+  const Sensor_Record& record = config.sensor(sensor);
+  double voltage = hk_voltage(hk_signed_reading(sensor, bytes.at(sensor, index)), record.Scale_Exponent);
+  if (is_thermocouple(sensor)) voltage += cold_junction * 100;
+  Sensor_Value result{0, record.Sensor_Unit};
+  Convert_Sensor(config, sensor, voltage, result.value, result.unit);
+  return result;
+}
+
 double decode_hk_sensors(Session& session, int32_t index) {
   Configuration& config = session.config;
   session.catalogue.HK_List.at(index);  // an entry outside the list is out of range

@@ -31,6 +31,21 @@ double cold_junction_term(const Configuration& config, double celsius);
 // An entry outside the housekeeping list, or a table without sensor 28, is "Subscript out of range".
 double decode_hk_sensors(Session& session, int32_t index);
 
+// The cold-junction term of housekeeping entry `index` computed from its sensor bytes alone,
+// without touching the shared records: sensor 28's byte, its voltage and temperature, then
+// cold_junction_term. A table without sensor 28 is "Subscript out of range".
+double hk_entry_cold_junction_term(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index);
+
+// The engineering value and unit of one sensor of housekeeping entry `index` as the sensor page
+// computes it, without touching the shared records: sign rule, voltage, the cold-junction term
+// x 100 added for the thermocouple channels (pass 0 for none), then the conversion.
+struct Sensor_Value {
+  double value = 0;
+  std::string unit;
+};
+Sensor_Value hk_sensor_value(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index, int sensor,
+                             double cold_junction);
+
 // One line of the sensor page as the batch tool lists it.
 struct Sensor_Line {
   std::string group;  // the heading the line stands under ("" for the board temperature)

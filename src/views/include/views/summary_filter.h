@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "core/packet_entry.h"
+
+namespace morvane {
+
+// An inclusive range of whole numbers; either end may be open.
+struct Number_Range {
+  std::optional<int64_t> from;
+  std::optional<int64_t> to;
+  bool contains(int64_t value) const { return (!from || value >= *from) && (!to || value <= *to); }
+  bool open() const { return !from && !to; }
+};
+
+// What the summary lists are narrowed to: entries of the chosen labels (all when none is chosen)
+// whose sequence count, lander time and frame lie in their ranges. Every condition must hold.
+struct Summary_Filter {
+  std::set<LabelCode> labels;
+  Number_Range sequence;
+  Number_Range lander_time;
+  Number_Range frame;
+
+  bool empty() const { return labels.empty() && sequence.open() && lander_time.open() && frame.open(); }
+  bool matches(const Packet_Entry& entry) const {
+    return (labels.empty() || labels.count(entry.Label) > 0) && sequence.contains(entry.Sequence_Count) &&
+           lander_time.contains(entry.Lander_Time) && frame.contains(entry.Packet_Frame);
+  }
+};
+
+// The 1-based entry numbers of the list that match, in list order.
+std::vector<int32_t> filter_entries(const EntryList& list, const Summary_Filter& filter);
+
+// The labels that occur in a list, in label order: what a label choice offers.
+std::vector<LabelCode> labels_in(const EntryList& list);
+
+}  // namespace morvane

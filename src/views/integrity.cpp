@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "views/integrity.h"
+
+#include <optional>
+
+#include "core/number_text.h"
+
+namespace morvane {
+
+std::string_view finding_kind_name(Finding_Kind kind) {
+  switch (kind) {
+    case Finding_Kind::SequenceGap: return "sequence_gap";
+    case Finding_Kind::SequenceRepeat: return "sequence_repeat";
+    case Finding_Kind::TimeBackwards: return "time_backwards";
+    case Finding_Kind::TimeJump: return "time_jump";
+    case Finding_Kind::PastFrameEnd: return "past_frame_end";
+    case Finding_Kind::EmptyFrame: return "empty_frame";
+    case Finding_Kind::UnknownIdentifier: return "unknown_identifier";
+    case Finding_Kind::PartialFrame: return "partial_frame";
+    case Finding_Kind::PastEndOfFile: return "past_end_of_file";
+  }
+  return "";
+}
+
+std::string_view catalogue_list_name(Catalogue_List list) {
+  switch (list) {
+    case Catalogue_List::HK: return "hk";
+    case Catalogue_List::Science: return "science";
+    case Catalogue_List::Information: return "information";
+  }
+  return "";
+}
+
+namespace {
+
+constexpr int32_t kSequenceModulus = 16384;
+
+class Report_Builder {
+ public:
+  Report_Builder(Integrity_Report& report, size_t max) : report_(report), max_(max) {}
+  void add(Finding_Kind kind, Catalogue_List list, int32_t index, std::string text) {
+    ++report_.counts[static_cast<size_t>(kind)];
+    if (report_.findings.size() >= max_) {
+      report_.truncated = true;
+      return;
+    }
+    report_.findings.push_back(Finding{kind, list, index, std::move(text)});
+  }
+
+ private:
+  Integrity_Report& report_;
+  size_t max_;
+};
+
+// The packets one source sends: each keeps its own sequence count and clock.
+enum class Stream { Housekeeping, Science, ProgressEvents, Acceptance, MemoryDumps, None };
+
+Stream stream_of(LabelCode label) {
+  switch (label) {
+    case LabelCode::Concise: case LabelCode::Complete: case LabelCode::HousekeepingUnknown:
+      return Stream::Housekeeping;
+    case LabelCode::AuxiliaryData: case LabelCode::GcSpectrum: case LabelCode::IsotopeSpectrum:
+    case LabelCode::ScienceUnknown:
+      return Stream::Science;
+    case LabelCode::NormalProgressEvent: case LabelCode::WarningAnomalousEvent: case LabelCode::NpeMemoryChecksum:
+    case LabelCode::UnknownProgressEvent:
+      return Stream::ProgressEvents;
+    case LabelCode::AcceptanceSuccess: case LabelCode::AcceptanceFailure: case LabelCode::MemoryChecksum:
+    case LabelCode::UnknownAcceptance:
+      return Stream::Acceptance;
+    case LabelCode::MemoryDump: return Stream::MemoryDumps;
+    case LabelCode::Empty: case LabelCode::Unknown: return Stream::None;
+  }
+  return Stream::None;
+}
+
+const char* stream_name(Stream stream) {
+  switch (stream) {
+    case Stream::Housekeeping: return "housekeeping";
+    case Stream::Science: return "science";
+    case Stream::ProgressEvents: return "progress event";
+    case Stream::Acceptance: return "acceptance report";
+    case Stream::MemoryDumps: return "memory dump";
+    case Stream::None: return "";
+  }
+  return "";
+}
+
+struct Stream_State {
+  std::optional<int32_t> sequence;
+  std::optional<int32_t> time;
+};
+
+void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t index, Stream stream,
+                        Stream_State& state, const Integrity_Options& options, Report_Builder& out) {
+  const std::string kind = stream_name(stream);
+  const int32_t sequence = ((e.Sequence_Count % kSequenceModulus) + kSequenceModulus) % kSequenceModulus;
+  if (state.sequence) {
+    const int32_t expected = (*state.sequence + 1) % kSequenceModulus;
+    if (sequence == *state.sequence) {
+      out.add(Finding_Kind::SequenceRepeat, list, index,
+              "The " + kind + " sequence count " + std::to_string(sequence) + " comes twice");
+    } else if (sequence != expected) {
+      const int32_t missing = ((sequence - expected) % kSequenceModulus + kSequenceModulus) % kSequenceModulus;
+      out.add(Finding_Kind::SequenceGap, list, index,
+              "The " + kind + " sequence count " + std::to_string(sequence) + " follows " +
+                  std::to_string(*state.sequence) + ": " + std::to_string(missing) +
+                  (missing == 1 ? " packet" : " packets") + " missing");
+    }
+  }
+  if (state.time) {
+    const int64_t step = static_cast<int64_t>(e.Lander_Time) - *state.time;
+    if (step < 0) {
+      out.add(Finding_Kind::TimeBackwards, list, index,
+              "The " + kind + " lander time goes back from " + std::to_string(*state.time) + " s to " +
+                  std::to_string(e.Lander_Time) + " s");
+    } else if (stream == Stream::Housekeeping && step > options.time_jump_seconds) {
+      out.add(Finding_Kind::TimeJump, list, index,
+              "The " + kind + " lander time jumps " + std::to_string(step) + " s, from " +
+                  std::to_string(*state.time) + " s to " + std::to_string(e.Lander_Time) + " s");
+    }
+  }
+  state.sequence = sequence;
+  state.time = e.Lander_Time;
+}
+
+void check_list(const Session& session, const EntryList& list, Catalogue_List which,
+                std::array<Stream_State, 5>& streams, const Integrity_Options& options, Report_Builder& out) {
+  const bool binary = is_binary(session.File_Type);
+  const int64_t stride = frame_stride(session.File_Type);
+  const int64_t file_size = static_cast<int64_t>(session.telemetry().bytes().size());
+  for (int32_t i = 1; i <= list.size(); ++i) {
+    const Packet_Entry& e = list[i];
+    const Stream stream = stream_of(e.Label);
+    if (stream != Stream::None) {
+      check_stream_entry(e, which, i, stream, streams[static_cast<size_t>(stream)], options, out);
+      if (binary) {
+        const int64_t frame_end = static_cast<int64_t>(e.Packet_Frame) * stride;  // 1-based last byte
+        const int64_t packet_end = static_cast<int64_t>(e.Packet_Position) + e.Packet_Length - 1;
+        if (packet_end > frame_end) {
+          out.add(Finding_Kind::PastFrameEnd, which, i,
+                  "The packet runs " + std::to_string(packet_end - frame_end) + " bytes past the end of frame " +
+                      std::to_string(e.Packet_Frame));
+        }
+      }
+      continue;
+    }
+    const bool first_slot = !binary || e.Packet_Position == (e.Packet_Frame - 1) * stride + 23;
+    if (binary && (e.Packet_Frame - 1) * stride >= file_size) continue;  // reported once, below
+    if (e.Label == LabelCode::Empty && first_slot) {
+      out.add(Finding_Kind::EmptyFrame, which, i,
+              std::string(binary ? "Frame " : "Record ") + std::to_string(e.Packet_Frame) + " holds no packets");
+    } else if (e.Label == LabelCode::Unknown) {
+      const TelemetryFile& file = session.telemetry();
+      const int32_t identifier =
+          binary ? file.packet_word(e, 0, session.Byte_Reverse) : file.zeb().record(e.Packet_Frame)[5];
+      out.add(Finding_Kind::UnknownIdentifier, which, i,
+              "Unknown identifier " + (binary ? "0x" + hex4(identifier) : std::to_string(identifier)) +
+                  (binary ? " in frame " : " in record ") + std::to_string(e.Packet_Frame) +
+                  ": the rest of it is skipped");
+    }
+  }
+}
+
+// The entry of the last frame the file holds some bytes of, for findings about the file's end.
+int32_t first_information_entry_at_or_after(const EntryList& list, int64_t frame) {
+  for (int32_t i = 1; i <= list.size(); ++i) {
+    if (list[i].Packet_Frame >= frame) return i;
+  }
+  return list.size();
+}
+
+void check_file_end(const Session& session, Report_Builder& out) {
+  const EntryList& information = session.catalogue.Information_List;
+  if (is_binary(session.File_Type)) {
+    const int64_t stride = frame_stride(session.File_Type);
+    const int64_t size = static_cast<int64_t>(session.telemetry().bytes().size());
+    const int64_t whole = size / stride;
+    if (size % stride != 0) {
+      out.add(Finding_Kind::PartialFrame, Catalogue_List::Information,
+              first_information_entry_at_or_after(information, whole + 1),
+              "The file ends inside frame " + std::to_string(whole + 1) + ", after " + std::to_string(size % stride) +
+                  " of its " + std::to_string(stride) + " bytes");
+    }
+    const int64_t present = (size + stride - 1) / stride;
+    if (session.Packet_Count > present) {
+      out.add(Finding_Kind::PastEndOfFile, Catalogue_List::Information,
+              first_information_entry_at_or_after(information, present + 1),
+              "Frames " + std::to_string(present + 1) + " to " + std::to_string(session.Packet_Count) +
+                  " lie past the end of the file (the frame count is in 256-byte units): they read as zeros");
+    }
+  } else {
+    const int64_t items = session.telemetry().zeb().item_count();
+    if (items % kZebItemsPerRecord != 0) {
+      out.add(Finding_Kind::PartialFrame, Catalogue_List::Information, information.size(),
+              "The file ends inside record " + std::to_string(items / kZebItemsPerRecord) + ", after " +
+                  std::to_string(items % kZebItemsPerRecord) + " of its 136 items");
+    }
+  }
+}
+
+}  // namespace
+
+Integrity_Report check_integrity(const Session& session, const Integrity_Options& options) {
+  Integrity_Report report;
+  if (!session.loaded()) return report;
+  Report_Builder out(report, options.max_findings);
+  std::array<Stream_State, 5> streams{};
+  const Catalogue& c = session.catalogue;
+  check_list(session, c.HK_List, Catalogue_List::HK, streams, options, out);
+  check_list(session, c.Science_List, Catalogue_List::Science, streams, options, out);
+  check_list(session, c.Information_List, Catalogue_List::Information, streams, options, out);
+  check_file_end(session, out);
+  return report;
+}
+
+}  // namespace morvane

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "views/integrity.h"
+
+#include <gtest/gtest.h>
+
+#include "decoder_fixture.h"
+
+namespace morvane::testing {
+namespace {
+
+class Integrity : public DecoderTest {
+ protected:
+  Integrity_Report check(FrameWriter& writer, FileFormat format = FileFormat::CSS, size_t cut = 0) {
+    auto bytes = writer.bytes();
+    if (cut) bytes.resize(bytes.size() - cut);
+    write_bytes(dir.path("t.dat"), bytes);
+    load_telemetry(session, dir.path("t.dat"), format);
+    return check_integrity(session);
+  }
+  static std::vector<std::string> kinds(const Integrity_Report& report) {
+    std::vector<std::string> names;
+    for (const auto& f : report.findings) {
+      names.push_back(std::string(finding_kind_name(f.kind)) + " " + std::string(catalogue_list_name(f.list)) + " " +
+                      std::to_string(f.index));
+    }
+    return names;
+  }
+};
+
+Packet hk(int32_t sequence, int32_t time) { return Packet{0x0F34, sequence, 51, 0, time, {{16, 1}}, {}}; }
+Packet event(int32_t sequence, int32_t time) { return Packet{0x0F37, sequence, 11, 0, time, {{14, 0x0100}}, {}}; }
+
+TEST_F(Integrity, SequenceGapsAndRepeatsWrapAt14Bits) {
+  FrameWriter writer(282);
+  writer.add_frame({hk(16382, 10), hk(16383, 18), hk(0, 26)});  // the wrap is no gap
+  writer.add_frame({hk(0, 34), hk(4, 42)});                      // a repeat, then 3 missing
+  const auto report = check(writer);
+  EXPECT_EQ(kinds(report), (std::vector<std::string>{"sequence_repeat hk 4", "sequence_gap hk 5"}));
+  EXPECT_EQ(report.findings[1].text, "The housekeeping sequence count 4 follows 0: 3 packets missing");
+}
+
+TEST_F(Integrity, EachPacketKindKeepsItsOwnCountAndClock) {
+  FrameWriter writer(282);
+  writer.add_frame({hk(1, 100), event(50, 101), hk(2, 108), event(51, 5000), hk(3, 90)});
+  const auto report = check(writer);
+  // The event's long pause is normal; housekeeping going back is not.
+  EXPECT_EQ(kinds(report), (std::vector<std::string>{"time_backwards hk 3"}));
+  FrameWriter jumping(282);
+  jumping.add_frame({hk(1, 100), hk(2, 800)});
+  EXPECT_EQ(kinds(check(jumping)), (std::vector<std::string>{"time_jump hk 2"}));
+}
+
+TEST_F(Integrity, PacketsPastTheirFrameEmptyFramesAndUnknownIdentifiers) {
+  FrameWriter writer(282);
+  writer.add_frame({Packet{0x0F3C, 1, 290, 0, 5, {{16, 1}}, {}}});  // 297 bytes from offset 22
+  writer.add_frame({});
+  writer.add_frame({hk(2, 6), Packet{0x1234, 0, 11, 0, 0, {}, {}}});
+  const auto report = check(writer);
+  EXPECT_EQ(kinds(report), (std::vector<std::string>{"past_frame_end science 1", "empty_frame information 1",
+                                                     "unknown_identifier information 2"}));
+  EXPECT_EQ(report.findings[0].text, "The packet runs 37 bytes past the end of frame 1");
+  EXPECT_EQ(report.findings[2].text, "Unknown identifier 0x1234 in frame 3: the rest of it is skipped");
+}
+
+TEST_F(Integrity, TheEndOfTheFile) {
+  FrameWriter writer(282);
+  writer.add_frame({hk(1, 1)});
+  writer.add_frame({hk(2, 2)});
+  const auto cut = check(writer, FileFormat::CSS, 100);
+  EXPECT_EQ(kinds(cut).back(), "partial_frame information 2");
+  EXPECT_EQ(cut.findings.back().text, "The file ends inside frame 2, after 182 of its 282 bytes");
+
+  FrameWriter grm(280);
+  for (int f = 0; f < 10; ++f) grm.add_frame({hk(f + 1, f + 1)});
+  const auto extra = check(grm, FileFormat::GRM);  // 2800 bytes count as 11 frames
+  EXPECT_EQ(kinds(extra), (std::vector<std::string>{"past_end_of_file information 11"}));
+}
+
+TEST_F(Integrity, ACapKeepsTheCountsOfEveryFinding) {
+  FrameWriter writer(282);
+  for (int f = 0; f < 20; ++f) writer.add_frame({});
+  write_bytes(dir.path("t.dat"), writer.bytes());
+  load_telemetry(session, dir.path("t.dat"), FileFormat::CSS);
+  Integrity_Options options;
+  options.max_findings = 5;
+  const auto report = check_integrity(session, options);
+  EXPECT_EQ(report.findings.size(), 5u);
+  EXPECT_TRUE(report.truncated);
+  EXPECT_EQ(report.counts[static_cast<size_t>(Finding_Kind::EmptyFrame)], 20);
+}
+
+}  // namespace
+}  // namespace morvane::testing

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "views/trend_series.h"
+
+#include <gtest/gtest.h>
+
+#include "core/conversion.h"
+#include "core/error.h"
+#include "decoder_fixture.h"
+#include "views/hk_sensors.h"
+
+namespace morvane::testing {
+namespace {
+
+class TrendSeries : public DecoderTest {};
+
+TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
+  load({hk_packet(2, sensor_bytes({{1, 40}, {22, 0xF0}, {28, 160}, {33, 211}}), {}, 1, 100),
+        hk_packet(1, sensor_bytes({{1, 90}, {22, 0x20}, {28, 140}, {33, 72}}), {}, 2, 108),
+        hk_packet(2, sensor_bytes({{1, 0xF0}, {22, 0x7F}, {28, 255}, {33, 210}}), {}, 3, 116)});
+  for (const bool cold_junction : {true, false}) {
+    const auto series = trend_series(session, {1, 22, 28, 33}, cold_junction);
+    ASSERT_EQ(series.size(), 4u);
+    for (int32_t k = 1; k <= 3; ++k) {
+      const double term = decode_hk_sensors(session, k);  // the page, writing the shared records
+      for (const auto& one : series) {
+        const Sensor_Record& record = session.config.sensor(one.number);
+        const auto& [time, value] = one.points[static_cast<size_t>(k - 1)];
+        EXPECT_EQ(time, session.catalogue.HK_List[k].Lander_Time);
+        if (cold_junction || !is_thermocouple(one.number)) {
+          EXPECT_DOUBLE_EQ(value, record.Value) << "sensor " << one.number << " entry " << k;
+        } else {
+          EXPECT_NE(value, record.Value) << "the page adds " << term * 100 << " V to a thermocouple";
+        }
+        EXPECT_EQ(one.unit, record.Sensor_Unit);
+      }
+    }
+  }
+}
+
+TEST_F(TrendSeries, GrowsWithTheCatalogue) {
+  load({hk_packet(2, {}, {}, 1, 100)});
+  auto series = trend_series(session, {29}, true);
+  ASSERT_EQ(series[0].points.size(), 1u);
+  FrameWriter writer(282);
+  writer.add_frame({hk_packet(2, {}, {}, 1, 100)});
+  writer.add_frame({hk_packet(1, {}, {}, 2, 108)});
+  write_bytes(dir.path("t.dat"), writer.bytes());
+  ASSERT_TRUE(extend_catalogue(session));
+  extend_trend_series(session, series, true);
+  ASSERT_EQ(series[0].points.size(), 2u);
+  EXPECT_EQ(series[0].points[1].first, 108);
+  EXPECT_EQ(series[0].name, "Docking Stn");
+}
+
+TEST(TrendDecimation, EachColumnKeepsItsLowestAndHighestValue) {
+  std::vector<std::pair<int32_t, double>> points;
+  for (int32_t t = 0; t < 1000; ++t) points.emplace_back(t, t % 10 == 0 ? -5.0 : static_cast<double>(t % 7));
+  const auto columns = decimate_min_max(points, 0, 999, 10);
+  ASSERT_EQ(columns.size(), 10u);
+  for (const auto& c : columns) {
+    EXPECT_EQ(c.low, -5.0);
+    EXPECT_EQ(c.high, 6.0);
+  }
+  EXPECT_TRUE(decimate_min_max(points, 2000, 3000, 10).empty());
+  EXPECT_EQ(decimate_min_max(points, 0, 9, 3).size(), 3u);
+}
+
+TEST(TrendSensorList, AcceptsAllOrNumbersWithinTheTable) {
+  EXPECT_EQ(parse_sensor_list("all", 3), (std::vector<int>{1, 2, 3}));
+  EXPECT_EQ(parse_sensor_list("1,22, 28", 36), (std::vector<int>{1, 22, 28}));
+  for (const char* bad : {"", "0", "37", "1.5", "a", "1,,2"}) EXPECT_THROW(parse_sensor_list(bad, 36), RuntimeError) << bad;
+}
+
+}  // namespace
+}  // namespace morvane::testing
