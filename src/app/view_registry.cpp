@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view_registry.h"
 
+#include "auxiliary_form.h"
 #include "concise_view.h"
 #include "housekeeping_form.h"
 #include "main_window.h"
@@ -14,6 +15,7 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
   mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
   mdi.registerView(ViewKind::Housekeeping, [](EGSE_MDI& m) { return new Housekeeping_form(m); });
+  mdi.registerView(ViewKind::Auxiliary, [](EGSE_MDI& m) { return new Auxiliary_form(m); });
 }
 
 }  // namespace morvane
