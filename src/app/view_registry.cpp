@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "view_registry.h"
 
+#include "ad590_dialog.h"
 #include "auxiliary_form.h"
+#include "calibration_dialog.h"
 #include "concise_view.h"
 #include "housekeeping_form.h"
 #include "main_window.h"
@@ -16,6 +18,8 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
   mdi.registerView(ViewKind::Housekeeping, [](EGSE_MDI& m) { return new Housekeeping_form(m); });
   mdi.registerView(ViewKind::Auxiliary, [](EGSE_MDI& m) { return new Auxiliary_form(m); });
+  mdi.registerView(ViewKind::AD590, [](EGSE_MDI& m) { return new AD590_Dialog(m); });
+  mdi.registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) { return new Calibration_Dialog(m); });
 }
 
 }  // namespace morvane
