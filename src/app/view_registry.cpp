@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "view_registry.h"
 
+#include "ad590_dialog.h"
+#include "auxiliary_form.h"
+#include "calibration_dialog.h"
 #include "concise_view.h"
+#include "housekeeping_form.h"
 #include "main_window.h"
 #include "raw_view.h"
 #include "summary_view.h"
@@ -12,6 +16,10 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::RawData, [](EGSE_MDI& m) { return new RawData(m); });
   mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
   mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
+  mdi.registerView(ViewKind::Housekeeping, [](EGSE_MDI& m) { return new Housekeeping_form(m); });
+  mdi.registerView(ViewKind::Auxiliary, [](EGSE_MDI& m) { return new Auxiliary_form(m); });
+  mdi.registerView(ViewKind::AD590, [](EGSE_MDI& m) { return new AD590_Dialog(m); });
+  mdi.registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) { return new Calibration_Dialog(m); });
 }
 
 }  // namespace morvane

@@ -37,6 +37,18 @@ Json readings_json(const std::vector<Aux_Row>& rows) {
   return json;
 }
 
+void print_aux_text(const Aux_Opening& opening, const Aux_Page& page) {
+  std::ostream& out = std::cout;
+  out << kAuxiliaryLabelCaptions[0] << "  " << page.aux_number << '\n'
+      << kAuxiliaryStaticTexts[1] << "  " << opening.packet_count << '\n'
+      << kAuxiliaryLabelCaptions[1] << "  " << page.sequence << '\n'
+      << kAuxiliaryLabelCaptions[2] << "  " << page.lander_time << '\n'
+      << kAuxiliaryStaticTexts[2] << "  " << opening.ad590_text << '\n'
+      << kAuxiliaryStaticTexts[3] << "\n\n"
+      << kAuxiliaryStaticTexts[0] << "  " << page.channel_count << '\n'
+      << drawing_as_text(page.table.drawing, 90, 220);
+}
+
 void run_aux(const AuxOptions& options) {
   Session session = open_session(options.file);
   if (options.ad590) AD590_Cal(session.config).Command1_Click(session.config, *options.ad590);
@@ -49,25 +61,21 @@ void run_aux(const AuxOptions& options) {
   const Aux_Page page = state.VScroll1_Change(session, options.index);
   const Packet_Entry& entry = session.catalogue.Science_List.at(state.Aux_Index[static_cast<size_t>(options.index - 1)]);
   if (options.file.json) {
-    print_json(Json{{"aux_number", state.Current_Aux_Number},
-                    {"auxiliary_count", session.catalogue.counters.Auxiliary_Count},
-                    {"sequence_count", entry.Sequence_Count},
-                    {"lander_time", entry.Lander_Time},
-                    {"channel_count", state.Channel_Count()},
-                    {"ad590_text", opening.ad590_text},
-                    {"science_index", state.Aux_Index[static_cast<size_t>(options.index - 1)]},
-                    {"readings", readings_json(page.table.rows)}});
-    return;
+    Json json{{"aux_number", state.Current_Aux_Number},
+              {"auxiliary_count", session.catalogue.counters.Auxiliary_Count},
+              {"sequence_count", entry.Sequence_Count},
+              {"lander_time", entry.Lander_Time},
+              {"channel_count", state.Channel_Count()},
+              {"ad590_text", opening.ad590_text},
+              {"science_index", state.Aux_Index[static_cast<size_t>(options.index - 1)]},
+              {"readings", readings_json(page.table.rows)}};
+    if (page.table.error) json["table_error"] = page.table.error->message();
+    print_json(json);
+  } else {
+    print_aux_text(opening, page);
   }
-  std::ostream& out = std::cout;
-  out << kAuxiliaryLabelCaptions[0] << "  " << page.aux_number << '\n'
-      << kAuxiliaryStaticTexts[1] << "  " << opening.packet_count << '\n'
-      << kAuxiliaryLabelCaptions[1] << "  " << page.sequence << '\n'
-      << kAuxiliaryLabelCaptions[2] << "  " << page.lander_time << '\n'
-      << kAuxiliaryStaticTexts[2] << "  " << opening.ad590_text << '\n'
-      << kAuxiliaryStaticTexts[3] << "\n\n"
-      << kAuxiliaryStaticTexts[0] << "  " << page.channel_count << '\n'
-      << drawing_as_text(page.table.drawing, 90, 220);
+  // The table is shown as far as it goes; a reading of no sensor still ends the command with its error.
+  if (page.table.error) throw *page.table.error;
 }
 
 }  // namespace

@@ -59,8 +59,9 @@ Aux_Table draw_aux_table(const Configuration& config, const std::vector<Aux_Read
     Aux_Row row;
     row.sensor = Get_Sensor_ID(config, reading.Channel_ID);
     if (row.sensor < 1 || row.sensor > config.Sensor_Count()) {
-      raise(ErrorNumber::SubscriptOutOfRange,
-            "reading " + std::to_string(i) + ": channel ID " + std::to_string(reading.Channel_ID) + " names no sensor");
+      const std::string what = "reading " + std::to_string(i) + ": channel ID " + std::to_string(reading.Channel_ID);
+      table.error = RuntimeError(ErrorNumber::SubscriptOutOfRange, what + " names no sensor");
+      break;
     }
     const Sensor_Record& record = config.sensor(row.sensor);
     row.name = record.Sensor_Name;

@@ -29,8 +29,14 @@ class FakeDialogs : public Dialogs {
   std::deque<QString> files;    // answers to open and save dialogs; "" is a cancel
   std::deque<QString> folders;  // answers to folder dialogs
   std::vector<QString> messages;
-  std::vector<std::string> events;  // "message", "file", "folder" as they happened
+  std::vector<std::string> events;  // "message", "file", "folder", "question" as they happened
   std::function<void()> on_message;  // called as each message is shown
+  struct Question {
+    QString text;
+    bool yes_no = false;  // Yes / No rather than OK / Cancel
+  };
+  std::deque<bool> answers;        // answers to questions, OK or Yes being true; none left: true
+  std::vector<Question> questions;  // the questions asked, in order
 
   QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return next_file(); }
   QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return next_file(); }
@@ -46,10 +52,18 @@ class FakeDialogs : public Dialogs {
     messages.push_back(text);
     if (on_message) on_message();
   }
-  bool askOkCancel(QWidget*, const QString&) override { return true; }
-  bool askYesNo(QWidget*, const QString&) override { return true; }
+  bool askOkCancel(QWidget*, const QString& text) override { return next_answer(text, false); }
+  bool askYesNo(QWidget*, const QString& text) override { return next_answer(text, true); }
 
  private:
+  bool next_answer(const QString& text, bool yes_no) {
+    events.push_back("question");
+    questions.push_back({text, yes_no});
+    if (answers.empty()) return true;
+    const bool answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
   QString next_file() {
     events.push_back("file");
     if (files.empty()) return {};

@@ -159,6 +159,20 @@ TEST_F(HkAuxCliTest, AuxTakesTheAd590TemperatureAsTheDialogDoes) {
   EXPECT_EQ(cli({"aux", "--index", "1", "--ad590", "abc"}).status, 2);
 }
 
+TEST_F(HkAuxCliTest, AuxReportsAReadingOfNoSensorAfterTheRowsBeforeIt) {
+  FrameWriter writer(282);
+  writer.add_frame({Packet{0x0F3C, 12, 29, 0, 2000, {{16, 1}, {18, 2}, {20, 0}, {22, 2001}, {24, 101}, {26, 0},
+                                                       {28, 0}, {30, 2002}, {32, 999}, {34, 0}}, {}}});
+  testing::write_bytes(dir.path("t.dat"), writer.bytes());
+  const auto run = cli({"aux", "--index", "1", "--json"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err.rfind("error: Subscript out of range", 0), 0u) << run.err;
+  const json j = json::parse(run.out);
+  ASSERT_EQ(j["readings"].size(), 1u);
+  EXPECT_EQ(j["readings"][0]["name"], "Reactor 1");
+  EXPECT_NE(j["table_error"].get<std::string>().find("channel ID 999"), std::string::npos) << j["table_error"];
+}
+
 TEST_F(HkAuxCliTest, AuxWithoutAuxiliaryPacketsSaysSo) {
   FrameWriter writer(282);
   writer.add_frame({hk(2, {})});

@@ -83,16 +83,20 @@ TEST_F(AuxiliaryTest, TheLastSensorWithTheChannelIdNamesTheReading) {
   EXPECT_EQ(page.table.rows[0].unit, "kV");
 }
 
-TEST_F(AuxiliaryTest, AChannelIdOfNoSensorIsAnError) {
-  load({aux_packet({{0, 1, 999, 0}})});
+TEST_F(AuxiliaryTest, AChannelIdOfNoSensorEndsTheTableWithAnError) {
+  load({aux_packet({{0, 1, 101, 0}, {0, 2, 999, 0}, {0, 3, 102, 0}}, 8)});
   state.Form_Load(session);
-  try {
-    state.Update_Auxiliary_Packet_Info(session);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-    EXPECT_NE(error.detail().find("channel ID 999"), std::string::npos) << error.detail();
-  }
+  const Aux_Page page = state.Update_Auxiliary_Packet_Info(session);
+  ASSERT_TRUE(page.table.error);
+  EXPECT_EQ(page.table.error->number(), 9);
+  EXPECT_NE(page.table.error->detail().find("reading 2: channel ID 999"), std::string::npos)
+      << page.table.error->detail();
+  ASSERT_EQ(page.table.rows.size(), 1u);  // the rows before it stay
+  EXPECT_EQ(page.table.rows[0].name, "Reactor 1");
+  EXPECT_EQ(text_at(page.table.drawing, 0, 420), "Reactor 1");
+  EXPECT_EQ(text_at(page.table.drawing, 0, 640), "(nothing)");
+  EXPECT_EQ(page.sequence, "8");  // and so do the labels
+  EXPECT_EQ(page.channel_count, "3");
 }
 
 TEST_F(AuxiliaryTest, AtMost29ReadingsFit) {

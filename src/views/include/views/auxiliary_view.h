@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/catalogue.h"
 #include "core/configuration.h"
+#include "core/error.h"
 #include "core/session.h"
 #include "views/drawing.h"
 
@@ -63,8 +65,11 @@ struct Aux_Row {
 struct Aux_Table {
   Drawing drawing;  // headings and rows, right-aligned columns
   std::vector<Aux_Row> rows;
+  // A reading whose channel ID names no sensor ends the table with "Subscript out of range": the
+  // rows before it stay, so the view shows what it can and reports this error.
+  std::optional<RuntimeError> error;
 };
-// Lays out the readings; a channel ID that names no sensor is "Subscript out of range".
+// Lays out the readings up to the first whose channel ID names no sensor.
 Aux_Table draw_aux_table(const Configuration& config, const std::vector<Aux_Reading>& readings);
 
 // What the view shows for one packet: the table and the value labels.
@@ -99,6 +104,7 @@ class AuxiliaryState {
   // Shows auxiliary packet `value` (1-based); Current_Science_Index is not written back.
   Aux_Page VScroll1_Change(const Session& session, int32_t value);
   // Loads (binary files) and lays out packet Aux_Index(Current_Aux_Number); AD590_EMF is read afresh.
+  // The labels are filled even when the table stops at a reading of no sensor (page.table.error).
   Aux_Page Update_Auxiliary_Packet_Info(const Session& session);
 
   int32_t Channel_Count() const { return static_cast<int32_t>(readings.size()); }

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "ad590_dialog.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+
+#include "auxiliary_form.h"
+#include "calibration/pressure_calibration.h"
+#include "core/session.h"
+#include "main_window.h"
+
+namespace morvane {
+
+namespace {
+
+// Where the dialog appears in the main window, in twips.
+constexpr int kDialogLeft = 2400;
+constexpr int kDialogTop = 1200;
+
+}  // namespace
+
+AD590_Dialog::AD590_Dialog(EGSE_MDI& mdi)
+    : ChildView(mdi, ViewKind::AD590),
+      setting_(session().config),
+      text1_(new QLineEdit(QString::fromStdString(setting_.text()), this)),
+      command1_(new QPushButton(QString::fromUtf8(kAcceptButton), this)),
+      command2_(new QPushButton(QString::fromUtf8(kCancelButton), this)) {
+  setWindowTitle(QString::fromUtf8(kAD590Caption));
+  text1_->setObjectName("Text1");
+  command1_->setObjectName("Command1");
+  command2_->setObjectName("Command2");
+  auto* label1 = new QLabel(QString::fromUtf8(kAD590Label), this);
+  auto* label2 = new QLabel(QString::fromUtf8(kAD590Explanation), this);
+  label1->setObjectName("Label1");
+  label2->setObjectName("Label2");
+  text1_->setMaximumWidth(text1_->fontMetrics().horizontalAdvance(QString(12, QChar('0'))));
+  command1_->setDefault(true);
+
+  auto* layout = new QGridLayout(this);
+  layout->addWidget(label1, 0, 0);
+  layout->addWidget(text1_, 0, 1);
+  layout->addWidget(label2, 1, 0, 1, 2);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(command1_);
+  buttons->addWidget(command2_);
+  layout->addLayout(buttons, 2, 0, 1, 2);
+
+  connect(command1_, &QPushButton::clicked, this, &AD590_Dialog::Command1_Click);
+  connect(command2_, &QPushButton::clicked, this, &AD590_Dialog::Command2_Click);
+  connect(text1_, &QLineEdit::returnPressed, this, &AD590_Dialog::Command1_Click);
+}
+
+void AD590_Dialog::showEvent(QShowEvent* event) {
+  ChildView::showEvent(event);
+  if (placed_) return;
+  placed_ = true;
+  mdi().placeView(this, kDialogLeft, kDialogTop);
+}
+
+void AD590_Dialog::Command1_Click() {
+  guarded([&] {
+    if (!setting_.Command1_Click(session().config, text1_->text().toStdString())) return;
+    // The auxiliary view shows the new correction at once rather than at its next scroll.
+    if (auto* auxiliary = qobject_cast<Auxiliary_form*>(mdi().view(ViewKind::Auxiliary))) {
+      auxiliary->calibrationChanged();
+    }
+  });
+  closeDialog();
+}
+
+void AD590_Dialog::Command2_Click() { closeDialog(); }
+
+void AD590_Dialog::closeDialog() {
+  // The frame is deleted once control is back in the event loop, not under the button's click.
+  if (QMdiSubWindow* frame = mdi().frameOf(this)) {
+    frame->close();
+  } else {
+    close();
+  }
+}
+
+}  // namespace morvane

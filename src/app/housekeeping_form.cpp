@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+#include "housekeeping_form.h"
+
+#include <algorithm>
+#include <string_view>
+#include <variant>
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include "core/session.h"
+#include "dialogs.h"
+#include "drawing_view.h"
+#include "error_trap.h"
+#include "form_widgets.h"
+#include "main_window.h"
+
+namespace morvane {
+
+namespace {
+
+// The surface holds both pages: the sensor page's second column ends near 6600 twips, the
+// register page's last row lies at 5400.
+constexpr int kSurfaceWidth = 7000;
+constexpr int kSurfaceHeight = 5700;
+constexpr int kPageEntries = 10;
+
+}  // namespace
+
+Housekeeping_form::Housekeeping_form(EGSE_MDI& mdi)
+    : ChildView(mdi, ViewKind::Housekeeping),
+      packet_type_(new QLabel(this)),
+      scroll_(new QScrollBar(Qt::Vertical, this)),
+      picture_(new DrawingView(this)),
+      command1_(new QPushButton(QString::fromUtf8(kMoreButton), this)) {
+  setWindowTitle(QString::fromUtf8(kHousekeepingCaption));
+  packet_type_->setObjectName("Label_Packet_Type");
+  scroll_->setObjectName("VScroll1");
+  picture_->setObjectName("Picture1");
+  command1_->setObjectName("Command1");
+  picture_->setFont(page_font(picture_->font()));
+  picture_->setSurfaceTwips(kSurfaceWidth, kSurfaceHeight);
+  picture_->setMinimumSize(picture_->sizeHint());
+
+  // The header: the packet type across the top, then the six values in two rows of three,
+  // each behind its static caption.
+  auto* header = new QGridLayout;
+  header->addWidget(packet_type_, 0, 0, 1, 6);
+  int k = 0;
+  for (const char* caption : kHKHeaderCaptions) {
+    // The mode holds its name too ("12  -  Ice Core Analysis(HTO)").
+    const bool mode = std::string_view(caption) == "Mode";
+    QLabel* value = value_label(this, QStringLiteral("Label_%1").arg(k + 1), mode ? 26 : 10);
+    header->addWidget(new QLabel(QString::fromUtf8(caption), this), 1 + k / 3, 2 * (k % 3));
+    header->addWidget(value, 1 + k / 3, 2 * (k % 3) + 1);
+    header_[caption] = value;
+    ++k;
+  }
+  header->setColumnStretch(1, 1);
+  header->setColumnStretch(3, 1);
+  header->setColumnStretch(5, 2);
+
+  auto* layout = new QGridLayout(this);
+  layout->addLayout(header, 0, 0, 1, 2);
+  layout->addWidget(new QLabel(QString::fromUtf8(kSensorReadingsCaption), this), 1, 0);
+  layout->addWidget(picture_, 2, 0);
+  layout->addWidget(scroll_, 2, 1);
+  layout->addWidget(command1_, 3, 0, 1, 2, Qt::AlignRight);
+  layout->setRowStretch(2, 1);
+
+  connect(scroll_, &QScrollBar::valueChanged, this, &Housekeeping_form::VScroll1_Change);
+  connect(command1_, &QPushButton::clicked, this, &Housekeeping_form::Command1_Click);
+
+  // Form_Load: without housekeeping packets the bar stops at 1 and nothing is drawn.
+  command1_->setVisible(false);
+  const Scroll_Setting opening = HousekeepingState::Form_Load_scroll(session());
+  {
+    const QSignalBlocker quiet(scroll_);
+    scroll_->setRange(1, std::max<int32_t>(opening.maximum, 1));
+    scroll_->setPageStep(kPageEntries);
+    scroll_->setValue(opening.value);
+  }
+  guarded([&] {
+    if (const std::optional<Sensor_Page> page = state_.Form_Load(session())) showSensorPage(*page);
+  });
+}
+
+void Housekeeping_form::moveScroll(const Scroll_Setting& setting, bool redraw_anyway) {
+  if (setting.maximum < 1) return;  // still no housekeeping packet
+  bool moved = false;
+  {
+    const QSignalBlocker quiet(scroll_);
+    scroll_->setRange(1, setting.maximum);
+    moved = scroll_->value() != setting.value;
+    scroll_->setValue(setting.value);
+  }
+  if (moved || redraw_anyway) VScroll1_Change(scroll_->value());
+}
+
+void Housekeeping_form::updateRealtime() {
+  // A bar that did not move keeps its page (the register page stays open), unless nothing has
+  // been drawn yet: the first housekeeping packet of a log that had none.
+  moveScroll(HousekeepingState::UpdateRealtime(session()), !page_shown_);
+}
+
+void Housekeeping_form::showCurrentEntry() {
+  // The entry already on its sensor page (the view has just opened on it) is not drawn twice.
+  moveScroll(HousekeepingState::Update(session()), state_.Showing_Registers || !page_shown_);
+}
+
+void Housekeeping_form::calibrationChanged() {
+  if (!page_shown_) return;
+  if (state_.Showing_Registers) return;  // the register page reads no table
+  guarded([&] { showSensorPage(state_.Update_Sensor_readings(session())); });
+}
+
+void Housekeeping_form::VScroll1_Change(int value) {
+  command1_->setText(QString::fromUtf8(kMoreButton));
+  const bool drawn = guarded([&] { showSensorPage(state_.VScroll1_Change(session(), value)); });
+  if (!drawn) {
+    picture_->clear();
+    command1_->setVisible(false);
+    page_shown_ = false;
+  }
+}
+
+void Housekeeping_form::Command1_Click() {
+  guarded([&] {
+    auto shown = state_.Command1_Click(session());
+    if (auto* sensors = std::get_if<Sensor_Page>(&shown)) {
+      showSensorPage(*sensors);
+    } else {
+      picture_->setDrawing(std::move(std::get<Register_Page>(shown).drawing));
+    }
+    command1_->setText(QString::fromUtf8(state_.button_caption()));
+  });
+}
+
+void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
+  picture_->setDrawing(page.drawing);
+  const HK_Header& h = page.header;
+  packet_type_->setText(QString::fromStdString(h.packet_type));
+  const std::string* values[] = {&h.packet_number, &h.sequence, &h.lander_time, &h.packet_count, &h.mode, &h.line};
+  for (size_t k = 0; k < std::size(kHKHeaderCaptions); ++k) {
+    header_[kHKHeaderCaptions[k]]->setText(QString::fromStdString(*values[k]));
+  }
+  command1_->setText(QString::fromUtf8(state_.button_caption()));
+  command1_->setVisible(page.more_visible);
+  page_shown_ = true;
+  // The mode could not be read (a line high byte of 128): the page is there, the error is told.
+  if (page.mode_error) mdi().dialogs().message(this, error_text(*page.mode_error));
+}
+
+QString Housekeeping_form::headerText(const std::string& caption) const {
+  const auto found = header_.find(caption);
+  return found == header_.end() ? QString() : found->second->text();
+}
+
+QString Housekeeping_form::packetTypeText() const { return packet_type_->text(); }
+
+void Housekeeping_form::wheelEvent(QWheelEvent* event) {
+  const int steps = event->angleDelta().y() / 120;
+  if (steps != 0) scroll_->setValue(scroll_->value() - steps);
+  event->accept();
+}
+
+}  // namespace morvane

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "child_view.h"
+#include "views/housekeeping_view.h"
+
+class QLabel;
+class QPushButton;
+class QScrollBar;
+
+namespace morvane {
+
+class DrawingView;
+
+// Housekeeping_form: one housekeeping packet at a time, its sensor page or (complete packets
+// only) its register page, with a scroll bar over the housekeeping entries. The current entry is
+// the session's Current_HK_Index, shared with the summary view.
+class Housekeeping_form : public ChildView {
+  Q_OBJECT
+
+ public:
+  explicit Housekeeping_form(EGSE_MDI& mdi);
+
+  // UpdateRealtime: the bar follows the newest housekeeping packet.
+  void updateRealtime() override;
+  // Update: the summary chose Current_HK_Index; its sensor page is shown.
+  void showCurrentEntry() override;
+  // A calibration changed the tables the conversions read: the sensor page is drawn again.
+  void calibrationChanged();
+
+  // VScroll1_Change: entry `value` on the sensor page.
+  void VScroll1_Change(int value);
+  // Command1_Click: switches between the sensor and the register page.
+  void Command1_Click();
+
+  bool showingRegisters() const { return state_.Showing_Registers; }
+  // The value label beside a static caption ("HK Packet number", "Mode", ...).
+  QString headerText(const std::string& caption) const;
+  QString packetTypeText() const;
+  QScrollBar* scrollBar() const { return scroll_; }
+  QPushButton* moreButton() const { return command1_; }
+  DrawingView* picture() const { return picture_; }
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  // Moves the bar; a page is drawn when the value changed or when `redraw_anyway`.
+  void moveScroll(const Scroll_Setting& setting, bool redraw_anyway);
+  void showSensorPage(const Sensor_Page& page);
+
+  HousekeepingState state_;
+  QLabel* packet_type_;
+  std::map<std::string, QLabel*> header_;
+  QScrollBar* scroll_;
+  DrawingView* picture_;
+  QPushButton* command1_;
+  bool page_shown_ = false;
+};
+
+}  // namespace morvane
