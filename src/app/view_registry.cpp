@@ -2,6 +2,7 @@
 #include "view_registry.h"
 
 #include "concise_view.h"
+#include "information_form.h"
 #include "main_window.h"
 #include "raw_view.h"
 #include "summary_view.h"
@@ -12,6 +13,7 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::RawData, [](EGSE_MDI& m) { return new RawData(m); });
   mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
   mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
+  mdi.registerView(ViewKind::Information, [](EGSE_MDI& m) { return new Information_Form(m); });
 }
 
 }  // namespace morvane
