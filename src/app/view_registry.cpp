@@ -5,6 +5,7 @@
 #include "information_form.h"
 #include "main_window.h"
 #include "raw_view.h"
+#include "spectra_form.h"
 #include "summary_view.h"
 
 namespace morvane {
@@ -13,6 +14,7 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::RawData, [](EGSE_MDI& m) { return new RawData(m); });
   mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
   mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
+  mdi.registerView(ViewKind::Spectra, [](EGSE_MDI& m) { return new Spectra_Form(m); });
   mdi.registerView(ViewKind::Information, [](EGSE_MDI& m) { return new Information_Form(m); });
 }
 
