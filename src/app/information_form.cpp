@@ -20,10 +20,11 @@ namespace {
 
 // The raw dump holds eight words a row; a ZEB record's 136 items take seventeen rows.
 constexpr int kDumpWidth = 6200;
+constexpr int kDumpRowHeight = 250;
 constexpr int kDumpMargin = 60;
 int dump_height(FileFormat type) {
   const int last_item = type == FileFormat::ZEB ? kZebItemsPerRecord : Information_Words::kWordTexts;
-  return dump_grid_position(last_item, type != FileFormat::ZEB).y + kDumpMargin + 250;
+  return dump_grid_position(last_item, type != FileFormat::ZEB).y + kDumpRowHeight + kDumpMargin;
 }
 
 // The translation area holds the longest line and a dump table's three rows below y = 600.
