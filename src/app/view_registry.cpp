@@ -6,8 +6,10 @@
 #include "calibration_dialog.h"
 #include "concise_view.h"
 #include "housekeeping_form.h"
+#include "information_form.h"
 #include "main_window.h"
 #include "raw_view.h"
+#include "spectra_form.h"
 #include "summary_view.h"
 
 namespace morvane {
@@ -20,6 +22,8 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::Auxiliary, [](EGSE_MDI& m) { return new Auxiliary_form(m); });
   mdi.registerView(ViewKind::AD590, [](EGSE_MDI& m) { return new AD590_Dialog(m); });
   mdi.registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) { return new Calibration_Dialog(m); });
+  mdi.registerView(ViewKind::Spectra, [](EGSE_MDI& m) { return new Spectra_Form(m); });
+  mdi.registerView(ViewKind::Information, [](EGSE_MDI& m) { return new Information_Form(m); });
 }
 
 }  // namespace morvane

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "summary_view.h"
 
+#include <QLabel>
 #include <QListView>
 #include <QMdiArea>
 #include <QTabWidget>
 #include <QTest>
 
 #include "app_fixture.h"
-#include "placeholder_view.h"
+#include "information_form.h"
 #include "views/summary_lines.h"
 
 namespace morvane {
@@ -101,9 +102,9 @@ TEST_F(SummaryView, InformationLinesOpenTheInformationView) {
   Summary* summary = open_summary();
   summary->List3_DblClick(1);
   EXPECT_EQ(window->session().Current_Information_Index, 2);
-  auto* placeholder = dynamic_cast<PlaceholderView*>(window->view(ViewKind::Information));
-  ASSERT_NE(placeholder, nullptr);
-  EXPECT_TRUE(placeholder->text().contains("Entry 2")) << placeholder->text().toStdString();
+  auto* form = dynamic_cast<Information_Form*>(window->view(ViewKind::Information));
+  ASSERT_NE(form, nullptr);
+  EXPECT_EQ(form->label(3)->text(), "Information Pkt 2");
 }
 
 TEST_F(SummaryView, ARegisteredViewIsOpenedOnceAndAskedForEachEntry) {

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include "child_view.h"
+#include "views/spectrum_view.h"
+
+class QLabel;
+class QPushButton;
+class QScrollBar;
+
+namespace morvane {
+
+class SpectrumPlot;
+
+// Spectra_Form: the spectra of the loaded file, one at a time (HScroll1), the header of one
+// sub-packet of a complete spectrum (HScroll2), and the graph of its bins with the six buttons
+// that zoom and pan the X axis and step the Y scale. It shows what its decoder holds after
+// each step, so a GC spectrum keeps the bins of the complete spectrum before it.
+class Spectra_Form : public ChildView {
+  Q_OBJECT
+
+ public:
+  explicit Spectra_Form(EGSE_MDI& mdi);
+
+  // A summary double click on a spectrum line: the window comes to the front as it was (on a
+  // file loaded since it opened, it starts again on spectrum 1).
+  void showCurrentEntry() override;
+  // The six buttons: the decoder's step, then Update_Graph.
+  void Command_Click(Spectrum_Button button);
+
+  QScrollBar* spectrumScroll() const { return hscroll1_; }   // HScroll1
+  QScrollBar* subPacketScroll() const { return hscroll2_; }  // HScroll2
+  QPushButton* button(Spectrum_Button which) const { return buttons_[static_cast<size_t>(which)]; }
+  SpectrumPlot* plot() const { return plot_; }  // Picture1
+  // The window's labels by number (Label3, Label14, Label20, ...); the spectrum's title is
+  // titleLabel(). nullptr for a number the window does not have.
+  QLabel* label(int number) const;
+  QLabel* titleLabel() const { return title_; }
+  const Spectrum_View& decoder() const { return view_; }
+
+ private:
+  // Form_Load: the spectra of the loaded file, spectrum 1 on the whole range.
+  void Form_Load();
+  // Whether another file was loaded since Form_Load; if so, Form_Load again.
+  bool reloadedFile();
+  // HScroll1_Change: spectrum s, then Update_Graph.
+  void HScroll1_Change(int value);
+  // HScroll2_Change: the header of sub-packet k of the complete spectrum on view.
+  void HScroll2_Change(int value);
+  // Display_Spectrum_Information: the title, the sub-packet line and scroll bar, the header.
+  void Display_Spectrum_Information();
+  // Update_Graph: the axis labels, the buttons' enabling and the graph.
+  void Update_Graph();
+  QWidget* makeHeaderPanel();
+  QWidget* makeAxisPanel();
+
+  Spectrum_View view_;
+  std::weak_ptr<TelemetryFile> opened_on_;  // the file of Form_Load
+  QLabel* title_;
+  QLabel* label14_;
+  QScrollBar* hscroll1_;
+  QScrollBar* hscroll2_;
+  SpectrumPlot* plot_;
+  std::array<QPushButton*, 6> buttons_{};
+  std::array<QLabel*, 8> header_values_{};  // in the order of Spectrum_View::header_rows()
+};
+
+}  // namespace morvane
