@@ -3,6 +3,8 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <iostream>
 
 namespace morvane {
@@ -33,6 +35,11 @@ bool QtDialogs::askOkCancel(QWidget* parent, const QString& text) {
 bool QtDialogs::askYesNo(QWidget* parent, const QString& text) {
   return QMessageBox::question(parent, kProgramCaption, text, QMessageBox::Yes | QMessageBox::No) ==
          QMessageBox::Yes;
+}
+
+bool QtDialogs::choosePrinter(QWidget* parent, QPrinter& printer) {
+  QPrintDialog dialog(&printer, parent);
+  return dialog.exec() == QDialog::Accepted;
 }
 
 }  // namespace morvane

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class QPrinter;
 class QWidget;
 
 namespace morvane {
@@ -26,6 +27,10 @@ class Dialogs {
   // True when the user answers OK (Yes).
   virtual bool askOkCancel(QWidget* parent, const QString& text) = 0;
   virtual bool askYesNo(QWidget* parent, const QString& text) = 0;
+
+  // Lets the user set up the printer for a print job; false when the user cancelled. Without a
+  // print dialog (a run without a user) every print is cancelled.
+  virtual bool choosePrinter(QWidget* /*parent*/, QPrinter& /*printer*/) { return false; }
 };
 
 // The dialogs of the desktop: QFileDialog and QMessageBox.
@@ -37,6 +42,7 @@ class QtDialogs : public Dialogs {
   void message(QWidget* parent, const QString& text) override;
   bool askOkCancel(QWidget* parent, const QString& text) override;
   bool askYesNo(QWidget* parent, const QString& text) override;
+  bool choosePrinter(QWidget* parent, QPrinter& printer) override;
 };
 
 // The caption of the program's message boxes.

@@ -384,13 +384,14 @@ void EGSE_MDI::mnuExportScienceSpectra_Click() {
   showExport(ViewKind::ExportSpectra);
 }
 
-void EGSE_MDI::mnuTest_Cruise_Phase_mode_Click() {
-  session_.Test_Mode = "Cruise Phase";
-  showView(ViewKind::ShortTestList);
-}
+void EGSE_MDI::mnuTest_Cruise_Phase_mode_Click() { showShortTestList("Cruise Phase"); }
 
-void EGSE_MDI::mnuTest_EAFT_mode_Click() {
-  session_.Test_Mode = "EAFT";
+void EGSE_MDI::mnuTest_EAFT_mode_Click() { showShortTestList("EAFT"); }
+
+void EGSE_MDI::showShortTestList(const char* mode) {
+  session_.Test_Mode = mode;
+  // A list already open was made for its mode and the catalogue of its time: it is made anew.
+  closeView(ViewKind::ShortTestList);
   showView(ViewKind::ShortTestList);
 }
 

@@ -129,6 +129,8 @@ class EGSE_MDI : public QMainWindow {
   void destroyView(ViewKind kind);
   void showEntryView(ViewKind kind);
   void showExport(ViewKind kind);
+  // Sets Test_Mode and shows the short form test list made in it.
+  void showShortTestList(const char* mode);
   // Loads path into a fresh session on a worker thread and puts it in place. Returns false
   // when nothing changed (cancelled, or the file could not be opened).
   bool loadSession(FileFormat type, const QString& path, const QString& caption_prefix);

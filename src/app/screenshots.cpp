@@ -3,11 +3,16 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPixmap>
+#include <QTabWidget>
 
+#include "functest/short_message_load.h"
 #include "main_window.h"
+#include "short_test_view.h"
+#include "test_form_view.h"
 
 namespace morvane {
 
@@ -32,7 +37,27 @@ bool choose_first_entry(Session& session, ViewKind kind) {
       session.Current_Science_Index = first_science(
           [](LabelCode l) { return l == LabelCode::GcSpectrum || l == LabelCode::IsotopeSpectrum; });
       return session.Current_Science_Index > 0;
+    case ViewKind::ShortTestList: session.Test_Mode = "Cruise Phase"; return true;
+    case ViewKind::ShortTest: {
+      // The second test of the mode is the faulty one: its failures show in red.
+      session.Test_Mode = "Cruise Phase";
+      const Short_Test_List tests = find_short_tests(session);
+      if (tests.Test_Count() == 0) return false;
+      session.Current_Science_Index = science_index_of_line(tests, tests.Test_Count() >= 2 ? 2 : 1);
+      return true;
+    }
     default: return true;
+  }
+}
+
+// Shows a window the way its picture is most telling: the verdicts of an evaluation, a conversion
+// in the general tests dialog.
+void stage(ChildView* view) {
+  if (auto* test = qobject_cast<ShortTest*>(view)) test->tabs()->setCurrentIndex(test->tabs()->count() - 1);
+  if (auto* form = qobject_cast<TestForm*>(view)) {
+    form->sensorField()->setText("28");
+    form->voltageField()->setText("2.98");
+    form->Command1_Click();
   }
 }
 
@@ -57,6 +82,7 @@ QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
     ChildView* view = window.showView(kind);
     if (!view) continue;
     if (is_entry_view(kind)) view->showCurrentEntry();
+    stage(view);
     QMdiSubWindow* frame = window.frameOf(view);
     frame->adjustSize();
     save(frame, QString::fromUtf8(view_name(kind)));

@@ -10,7 +10,10 @@
 #include "main_window.h"
 #include "raw_view.h"
 #include "spectra_form.h"
+#include "short_test_list_view.h"
+#include "short_test_view.h"
 #include "summary_view.h"
+#include "test_form_view.h"
 
 namespace morvane {
 
@@ -24,6 +27,9 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) { return new Calibration_Dialog(m); });
   mdi.registerView(ViewKind::Spectra, [](EGSE_MDI& m) { return new Spectra_Form(m); });
   mdi.registerView(ViewKind::Information, [](EGSE_MDI& m) { return new Information_Form(m); });
+  mdi.registerView(ViewKind::ShortTestList, [](EGSE_MDI& m) { return new ShortMessageLoad(m); });
+  mdi.registerView(ViewKind::ShortTest, [](EGSE_MDI& m) { return new ShortTest(m); });
+  mdi.registerView(ViewKind::GeneralTests, [](EGSE_MDI& m) { return new TestForm(m); });
 }
 
 }  // namespace morvane

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QPrinter>
 #include <QSettings>
 #include <QWindow>
 
@@ -28,8 +29,9 @@ class FakeDialogs : public Dialogs {
  public:
   std::deque<QString> files;    // answers to open and save dialogs; "" is a cancel
   std::deque<QString> folders;  // answers to folder dialogs
+  std::deque<QString> printers;  // answers to print dialogs: the PDF file the printer writes; "" is a cancel
   std::vector<QString> messages;
-  std::vector<std::string> events;  // "message", "file", "folder", "question" as they happened
+  std::vector<std::string> events;  // "message", "file", "folder", "question", "print" as they happened
   std::function<void()> on_message;  // called as each message is shown
   struct Question {
     QString text;
@@ -54,6 +56,16 @@ class FakeDialogs : public Dialogs {
   }
   bool askOkCancel(QWidget*, const QString& text) override { return next_answer(text, false); }
   bool askYesNo(QWidget*, const QString& text) override { return next_answer(text, true); }
+  bool choosePrinter(QWidget*, QPrinter& printer) override {
+    events.push_back("print");
+    if (printers.empty()) return false;
+    const QString file = printers.front();
+    printers.pop_front();
+    if (file.isEmpty()) return false;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    return true;
+  }
 
  private:
   bool next_answer(const QString& text, bool yes_no) {

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// The general tests dialog: a sensor number and a voltage typed by hand, converted as the views
+// convert their readings.
+#include <string>
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "app_fixture.h"
+#include "core/conversion.h"
+#include "core/number_text.h"
+#include "test_form_view.h"
+
+namespace morvane {
+namespace {
+
+class GeneralTests : public testing::AppTest {
+ protected:
+  TestForm* open_form() {
+    window->menuItem("mnuGeneraltests")->trigger();
+    return static_cast<TestForm*>(window->view(ViewKind::GeneralTests));
+  }
+  static void convert(TestForm* form, const QString& sensor, const QString& voltage) {
+    form->sensorField()->setText(sensor);
+    form->voltageField()->setText(voltage);
+    QTest::mouseClick(form->convertButton(), Qt::LeftButton);
+  }
+};
+
+TEST_F(GeneralTests, OpensWithSensorZeroAndTheKeptVoltage) {
+  TestForm* form = open_form();
+  ASSERT_NE(form, nullptr);
+  EXPECT_EQ(form->windowTitle(), "Test Form");
+  EXPECT_EQ(form->sensorField()->text(), "0");
+  EXPECT_EQ(form->voltageField()->text(), "0");
+  EXPECT_EQ(form->convertButton()->text(), "Command1");
+  EXPECT_TRUE(form->valueField()->text().isEmpty());
+}
+
+TEST_F(GeneralTests, TheButtonConvertsAsTheViewsDo) {
+  struct Case {
+    const char* sensor;
+    const char* voltage;
+    int number;
+  };
+  // The AD590, a thermocouple, a pressure gauge, blanks around the number, and a sensor the table
+  // does not know.
+  for (const Case& c : {Case{"28", "2.98", 28}, Case{"5", "0.012", 5}, Case{"22", "3.5", 22}, Case{" 28 ", "-1.25", 28},
+                        Case{"999", "1", 999}}) {
+    SCOPED_TRACE(std::string(c.sensor) + " at " + c.voltage);
+    TestForm* form = open_form();
+    convert(form, c.sensor, c.voltage);
+    double voltage = std::stod(c.voltage);
+    double value = 0;
+    std::string unit;
+    Convert_Sensor(window->session().config, c.number, voltage, value, unit);
+    EXPECT_EQ(form->valueField()->text().toStdString(), general_text(value));
+    EXPECT_EQ(form->unitField()->text().toStdString(), unit);
+    if (c.number == 999) {
+      EXPECT_EQ(form->valueField()->text(), "0");
+      EXPECT_EQ(form->unitField()->text(), "");
+    }
+  }
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(GeneralTests, ABadSensorNumberIsAMessageAndChangesNothing) {
+  TestForm* form = open_form();
+  convert(form, "28", "2.98");
+  const QString value = form->valueField()->text();
+  const std::pair<const char*, const char*> bad[] = {
+      {"abc", "Type mismatch"}, {"1.5", "Type mismatch"}, {"40000", "Overflow"}, {"", "Type mismatch"}};
+  for (const auto& [text, description] : bad) {
+    dialogs.messages.clear();
+    convert(form, text, "1");
+    ASSERT_EQ(dialogs.messages.size(), 1u) << text;
+    EXPECT_TRUE(dialogs.messages[0].startsWith(description)) << dialogs.messages[0].toStdString();
+    EXPECT_EQ(form->valueField()->text(), value) << text;
+  }
+  EXPECT_NE(window->view(ViewKind::GeneralTests), nullptr);
+}
+
+}  // namespace
+}  // namespace morvane
