@@ -13,6 +13,7 @@ void add_hk_command(CLI::App& app);
 void add_aux_command(CLI::App& app);
 void add_info_command(CLI::App& app);
 void add_spectrum_command(CLI::App& app);
+void add_export_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -22,6 +23,7 @@ inline void add_commands(CLI::App& app) {
   add_aux_command(app);
   add_info_command(app);
   add_spectrum_command(app);
+  add_export_command(app);
 }
 
 }  // namespace morvane::cli
