@@ -22,7 +22,7 @@ std::optional<int32_t> entry_number(const std::string& text, int32_t limit) {
 Export_Range::Export_Range(int32_t limit) : limit_(limit) { Check2_Click(true); }
 
 void Export_Range::reset() {
-  from_ = "1";
+  from_ = std::string("1");  // a move: GCC 12 warns (falsely, -Wrestrict) on assigning the literal
   to_ = std::to_string(limit_);
 }
 
