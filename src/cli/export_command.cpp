@@ -36,7 +36,9 @@ struct Export_Command {
 
 const Export_Command kCommands[] = {
     {Export_Kind::Housekeeping, "hk", "Housekeeping packets", {"raw", "calibrated", "calibrated-ad590"}},
-    {Export_Kind::Auxiliary, "aux", "Science auxiliary data (a range of science entries)",
+    {Export_Kind::Auxiliary,
+     "aux",
+     "Science auxiliary data (a range of science entries)",
      {"adc", "voltage", "calibrated", "calibrated-ad590"}},
     {Export_Kind::DS_Calibration, "dscal", "Docking-station calibration data", {"distance", "adc", "voltage"}},
     {Export_Kind::Spectra, "spectra", "Science spectra", {"raw", "excel"}},
@@ -82,7 +84,9 @@ void run_export(const Export_Command& command, ExportOptions options) {
   Export_Dialog dialog(command.kind, session);
   dialog.format = index_of(command.formats, options.format);
   dialog.delimiter = index_of({"tab", "comma", "semicolon"}, options.delimiter);
-  if (command.kind == Export_Kind::Housekeeping) dialog.sensors = sensor_selection(options.sensors, dialog.sensors.size());
+  if (command.kind == Export_Kind::Housekeeping) {
+    dialog.sensors = sensor_selection(options.sensors, dialog.sensors.size());
+  }
   if (options.ad590) dialog.ad590_text = *options.ad590;
   if (!options.all) {
     dialog.range().Check2_Click(false);

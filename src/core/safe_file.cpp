@@ -33,7 +33,8 @@ std::string folder_of(const std::string& path) {
 Replacement_File::Replacement_File(std::string path, Write_Function write)
     : path_(std::move(path)), write_(std::move(write)) {
   const std::filesystem::path target(path_);
-  std::string name = (std::filesystem::path(folder_of(path_)) / ("." + target.filename().string() + ".XXXXXX")).string();
+  std::string name =
+      (std::filesystem::path(folder_of(path_)) / ("." + target.filename().string() + ".XXXXXX")).string();
   std::vector<char> buffer(name.begin(), name.end());
   buffer.push_back('\0');
   fd_ = ::mkstemp(buffer.data());

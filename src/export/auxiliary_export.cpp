@@ -42,9 +42,7 @@ Export_Result write_auxiliary(const Session& session, const Aux_Export& options,
   switch (options.format) {
     case Aux_Format::ADC: out.text("Word"); break;
     case Aux_Format::Voltage: out.text("ADC Voltage(V)"); break;
-    default:
-      out.text("Reading");
-      out.text("Units");
+    default: out.text("Reading"); out.text("Units");
   }
   out.end_line(true);
   out.end_line(false);
@@ -82,9 +80,7 @@ Export_Result write_auxiliary(const Session& session, const Aux_Export& options,
         switch (options.format) {
           case Aux_Format::ADC: integer_cell(out, row.word); break;
           case Aux_Format::Voltage: voltage_cell(out, row.adc_voltage); break;
-          default:
-            out.number(row.value, general_text(row.value));
-            out.text(row.unit);
+          default: out.number(row.value, general_text(row.value)); out.text(row.unit);
         }
       }
       out.end_line(true);

@@ -45,12 +45,11 @@ void DS_Calibration_Index::for_each(const Session& session, Entry_Range range,
                                     const std::function<bool(int32_t, const DS_Reading&)>& visit) const {
   const EntryList& hk = session.catalogue.HK_List;
   const int32_t exponent = hk_entries_ > 0 ? session.config.sensor(kDockingStationSensor).Scale_Exponent : 0;
-  int32_t k = 1;      // next housekeeping entry
-  size_t a = 0;       // next auxiliary reading
+  int32_t k = 1;  // next housekeeping entry
+  size_t a = 0;   // next auxiliary reading
   for (int32_t number = 1; number <= range.to; ++number) {
-    const bool from_hk =
-        k <= hk_entries_ &&
-        (a == aux_.size() || !before(aux_[a].frame, aux_[a].position, hk[k].Packet_Frame, hk[k].Packet_Position));
+    const bool from_hk = k <= hk_entries_ && (a == aux_.size() || !before(aux_[a].frame, aux_[a].position,
+                                                                          hk[k].Packet_Frame, hk[k].Packet_Position));
     if (!from_hk && a == aux_.size()) return;
     if (number < range.from) {
       if (from_hk) {
@@ -77,8 +76,8 @@ void DS_Calibration_Index::for_each(const Session& session, Entry_Range range,
   }
 }
 
-Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index,
-                                   const DS_Export& options, Line_Sink& out, const Export_Progress& progress) {
+Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index, const DS_Export& options,
+                                   Line_Sink& out, const Export_Progress& progress) {
   static constexpr const char* kDataLines[] = {"Data in calibrated position (mm)", "Data in sensor ADC values",
                                                "Data in sensor voltages (V)"};
   static constexpr const char* kColumnHeads[] = {"Position", "ADC value", "Voltage"};

@@ -136,8 +136,8 @@ Export_Result Export_Dialog::write(Session& session, const Export_Request& reque
                                       output, progress);
         break;
       case Export_Kind::Spectra:
-        result = write_spectra(session, *spectra_, {request.range, static_cast<Spectra_Format>(request.format)},
-                               output, progress);
+        result = write_spectra(session, *spectra_, {request.range, static_cast<Spectra_Format>(request.format)}, output,
+                               progress);
         break;
     }
   } catch (...) {

@@ -5,10 +5,10 @@
 #include <memory>
 #include <string>
 
+#include "cells.h"
 #include "core/conversion.h"
 #include "core/error.h"
 #include "core/number_text.h"
-#include "cells.h"
 #include "views/hk_sensors.h"
 
 namespace morvane {

@@ -51,9 +51,9 @@ Export_Result write_spectra(const Session& session, const Spectrum_Table& table,
     }
     integer_cell(out, row);
     for (const auto& spectrum : spectra) {
-      const bool shown = spectrum && (options.format == Spectra_Format::Raw
-                                          ? row <= spectrum->bin_count
-                                          : spectrum->written.test(static_cast<size_t>(row)));
+      const bool shown =
+          spectrum && (options.format == Spectra_Format::Raw ? row <= spectrum->bin_count
+                                                             : spectrum->written.test(static_cast<size_t>(row)));
       if (shown) {
         // Counts are whole numbers below 2^31 (4095 x 32768 at most).
         integer_cell(out, static_cast<int64_t>(spectrum->bins[static_cast<size_t>(row)]));

@@ -34,7 +34,8 @@ class ExportCommandTest : public ::testing::Test {
     writer.add_frame({hk(1001, {{29, 0}, {33, 210}})});
     writer.add_frame({hk(1002, {{29, 1}})});
     // An auxiliary packet: a docking-station reading at 0.625 V.
-    writer.add_frame({Packet{0x0F3C, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
+    writer.add_frame(
+        {Packet{0x0F3C, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
     testing::write_bytes(dir.path("t.dat"), writer.bytes());
   }
   testing::ProgramRun cli(const std::string& kind, std::vector<std::string> arguments) {

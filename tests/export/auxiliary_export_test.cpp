@@ -88,7 +88,8 @@ TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
 }
 
 TEST_F(AuxiliaryExport, ARangeWithoutAuxiliaryPacketsHasOnlyTheHeadings) {
-  EXPECT_EQ(exported(Aux_Format::ADC, {2, 2}), std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n");
+  EXPECT_EQ(exported(Aux_Format::ADC, {2, 2}),
+            std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n");
 }
 
 TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeIt) {

@@ -31,7 +31,8 @@ TEST(ExportDialogTexts, EachDialogHasItsCaptionsAndMessage) {
        "Export housekeeping data to excel",
        "HK Packets",
        "Housekeeping packet ranges not valid",
-       {"Raw Data", "Calibrated Data         (no AD590 correction)", "Calibrated Data         (with AD590 correction)"}},
+       {"Raw Data", "Calibrated Data         (no AD590 correction)",
+        "Calibrated Data         (with AD590 correction)"}},
       {Export_Kind::Auxiliary,
        "Export Auxiliary data to excel",
        "Aux Packets",
@@ -170,7 +171,8 @@ TEST_F(ExportDialog, AFileThatCannotBeCreatedEndsTheExportSilently) {
 }
 
 int files_in(const std::string& folder) {
-  return static_cast<int>(std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()));
+  namespace fs = std::filesystem;
+  return static_cast<int>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
 TEST_F(ExportDialog, AFinishedExportReplacesTheFileAndLeavesNothingElse) {

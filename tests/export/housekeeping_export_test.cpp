@@ -65,7 +65,8 @@ TEST_F(HousekeepingExport, WritesEachFormatsLinesInEveryDelimiter) {
   for (const Case& c : cases) {
     for (const char delimiter : {'\t', ',', ';'}) {
       SCOPED_TRACE(std::string(hk_export_title(c.format)) + ", delimiter " + std::to_string(int{delimiter}));
-      EXPECT_EQ(exported(c.format, {1, 2}, ticked(kColumns), delimiter), testing::with_delimiter(c.expected, delimiter));
+      EXPECT_EQ(exported(c.format, {1, 2}, ticked(kColumns), delimiter),
+                testing::with_delimiter(c.expected, delimiter));
     }
   }
 }

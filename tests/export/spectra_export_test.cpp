@@ -31,7 +31,9 @@ class SpectraExport : public testing::ExportTest {
     }
     packets.push_back(gc_packet({0, 0, {0x10}}));  // spectrum 4, after the complete ones
     // Spectrum 3: 300 bins from bin 35, 5 counts each.
-    for (int k = 0; k < 3; ++k) packets.push_back(isotope_packet({k == 0 ? 2 : 0, 35 + 100 * k, std::vector(100, 0x50)}));
+    for (int k = 0; k < 3; ++k) {
+      packets.push_back(isotope_packet({k == 0 ? 2 : 0, 35 + 100 * k, std::vector(100, 0x50)}));
+    }
     load(packets);
     table = build_spectrum_table(session.catalogue);
     ASSERT_EQ(table.spectrum_count(), 4);

@@ -43,7 +43,7 @@ class DS_Calibration_Index {
 
  private:
   struct Aux_Place {
-    int32_t frame = 0;     // the packet's frame and position order it among the housekeeping packets
+    int32_t frame = 0;  // the packet's frame and position order it among the housekeeping packets
     int32_t position = 0;
     int32_t time = 0;
     int32_t word = 0;
@@ -66,7 +66,7 @@ struct DS_Export {
 // "Voltage", an empty line, then one row per entry: its time and its position (the sensor
 // conversion of its voltage, "0.00"), ADC counts or voltage ("0.000"), each cell followed by the
 // delimiter.
-Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index,
-                                   const DS_Export& options, Line_Sink& out, const Export_Progress& progress = {});
+Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index, const DS_Export& options,
+                                   Line_Sink& out, const Export_Progress& progress = {});
 
 }  // namespace morvane

@@ -22,12 +22,12 @@ enum class Export_Kind { Housekeeping, Auxiliary, DS_Calibration, Spectra };
 
 // The fixed texts of one export dialog.
 struct Export_Dialog_Texts {
-  std::string_view caption;        // the window's caption
-  std::string_view range_frame;    // the frame around From, To and All
-  std::string_view invalid_range;  // the message of a range that is not valid
-  std::string_view format_frame;   // the frame around the data format options
+  std::string_view caption;               // the window's caption
+  std::string_view range_frame;           // the frame around From, To and All
+  std::string_view invalid_range;         // the message of a range that is not valid
+  std::string_view format_frame;          // the frame around the data format options
   std::vector<std::string_view> formats;  // the options' captions, Option4 first
-  std::string_view sheet_name;     // the workbook's sheet
+  std::string_view sheet_name;            // the workbook's sheet
 };
 const Export_Dialog_Texts& export_dialog_texts(Export_Kind kind);
 
@@ -47,8 +47,7 @@ struct Delimiter_Option {
   char character;
 };
 // Option1 "Tab" (character 9), Option2 "Comma" (44), Option3 "Semicolon" (59).
-inline constexpr std::array<Delimiter_Option, 3> kDelimiterOptions{
-    {{"Tab", '\t'}, {"Comma", ','}, {"Semicolon", ';'}}};
+inline constexpr std::array<Delimiter_Option, 3> kDelimiterOptions{{{"Tab", '\t'}, {"Comma", ','}, {"Semicolon", ';'}}};
 
 // The main window's guard before it opens an export dialog: "Please load an EGSE data file"
 // while no file is loaded; for the spectra also "The EGSE data file contains no spectra" when
@@ -59,7 +58,7 @@ std::optional<std::string> export_guard(const Session& session, Export_Kind kind
 struct Export_Request {
   Export_Kind kind = Export_Kind::Housekeeping;
   Entry_Range range;
-  int format = 0;          // the data format option, 0 for Option4
+  int format = 0;  // the data format option, 0 for Option4
   char delimiter = '\t';
   std::vector<bool> sensors;  // housekeeping: sensor s has a column when sensors[s - 1]
   double ad590_celsius = 0;   // auxiliary, AD590 format: the AD590 temperature entered
