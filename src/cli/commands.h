@@ -17,6 +17,7 @@ void add_raw_command(CLI::App& app);
 void add_concise_command(CLI::App& app);
 void add_trend_command(CLI::App& app);
 void add_integrity_command(CLI::App& app);
+void add_export_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -30,6 +31,7 @@ inline void add_commands(CLI::App& app) {
   add_concise_command(app);
   add_trend_command(app);
   add_integrity_command(app);
+  add_export_command(app);
 }
 
 }  // namespace morvane::cli

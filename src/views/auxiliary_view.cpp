@@ -45,6 +45,30 @@ std::string ad590_temperature_text(const Configuration& config) {
   return format_pattern(config.NType.NType_Lookup(config.AD590_EMF), "0.00");
 }
 
+Aux_Row aux_row(const Configuration& config, const Aux_Reading& reading, int i) {
+  Aux_Row row;
+  row.sensor = Get_Sensor_ID(config, reading.Channel_ID);
+  if (row.sensor < 1 || row.sensor > config.Sensor_Count()) {
+    raise(ErrorNumber::SubscriptOutOfRange,
+          "reading " + std::to_string(i) + ": channel ID " + std::to_string(reading.Channel_ID) + " names no sensor");
+  }
+  const Sensor_Record& record = config.sensor(row.sensor);
+  row.name = record.Sensor_Name;
+  row.channel_id = reading.Channel_ID;
+  row.word = reading.Reading_Word;
+  row.time = reading.Reading_Time;
+  row.adc_voltage = ADC_Voltage(reading.Reading_Word);
+  row.adc_voltage_text = format_pattern(row.adc_voltage, "0.00000");
+
+  // The thermocouple channels' cold junction is the AD590's: microvolts to volts, times the gain of 100.
+  double voltage = row.adc_voltage;
+  if (is_thermocouple(row.sensor)) voltage += config.AD590_EMF / 10000;
+  row.unit = record.Sensor_Unit;
+  Convert_Sensor(config, row.sensor, voltage, row.value, row.unit);
+  row.value_text = format_pattern(row.value, "0.00");
+  return row;
+}
+
 Aux_Table draw_aux_table(const Configuration& config, const std::vector<Aux_Reading>& readings) {
   Aux_Table table;
   auto put = [&](std::string text, int x, int y, Anchor anchor = Anchor::Left) {
@@ -57,27 +81,12 @@ Aux_Table draw_aux_table(const Configuration& config, const std::vector<Aux_Read
   for (const Aux_Reading& reading : readings) {
     const int y = 220 * ++i + 200;
     Aux_Row row;
-    row.sensor = Get_Sensor_ID(config, reading.Channel_ID);
-    if (row.sensor < 1 || row.sensor > config.Sensor_Count()) {
-      const std::string what = "reading " + std::to_string(i) + ": channel ID " + std::to_string(reading.Channel_ID);
-      table.error = RuntimeError(ErrorNumber::SubscriptOutOfRange, what + " names no sensor");
+    try {
+      row = aux_row(config, reading, i);
+    } catch (const RuntimeError& error) {
+      table.error = error;  // the rows before it stay
       break;
     }
-    const Sensor_Record& record = config.sensor(row.sensor);
-    row.name = record.Sensor_Name;
-    row.channel_id = reading.Channel_ID;
-    row.word = reading.Reading_Word;
-    row.time = reading.Reading_Time;
-    row.adc_voltage = ADC_Voltage(reading.Reading_Word);
-    row.adc_voltage_text = format_pattern(row.adc_voltage, "0.00000");
-
-    // The thermocouple channels' cold junction is the AD590's: microvolts to volts, times the gain of 100.
-    double voltage = row.adc_voltage;
-    if (is_thermocouple(row.sensor)) voltage += config.AD590_EMF / 10000;
-    row.unit = record.Sensor_Unit;
-    Convert_Sensor(config, row.sensor, voltage, row.value, row.unit);
-    row.value_text = format_pattern(row.value, "0.00");
-
     put(row.name, 0, y);
     put(std::to_string(row.channel_id), 4800, y, Anchor::Right);
     put(std::to_string(row.word), 5700, y, Anchor::Right);

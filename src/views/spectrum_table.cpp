@@ -71,6 +71,7 @@ double decode_bin(int32_t word) { return std::ldexp(static_cast<double>(word / 1
 void assemble_spectrum(const TelemetryFile& file, const EntryList& science, const Spectrum_Column& column,
                        bool byte_reverse, Sub_Packets which, Assembled_Spectrum& spectrum) {
   spectrum.bin_count = 0;
+  spectrum.written.reset();
   const int last = which == Sub_Packets::All ? kMaxSubPackets : kMaxSubPackets - 1;
   for (int k = 1; k <= last; ++k) {
     const Packet_Entry& entry = science.at(column[static_cast<size_t>(k - 1)]);
@@ -82,6 +83,7 @@ void assemble_spectrum(const TelemetryFile& file, const EntryList& science, cons
         raise(ErrorNumber::SubscriptOutOfRange, "bin " + std::to_string(bin) + " (bins run 0..1024)");
       }
       spectrum.bins[static_cast<size_t>(bin)] = decode_bin(file.packet_word(entry, 32 + 2 * j, byte_reverse));
+      spectrum.written.set(static_cast<size_t>(bin));
       ++spectrum.bin_count;
     }
     if (k == kMaxSubPackets || column[static_cast<size_t>(k)] == 0) break;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "calibration/safe_file.h"
+#include "core/safe_file.h"
 #include "core/configuration.h"
 
 namespace morvane {

@@ -62,6 +62,10 @@ struct Aux_Row {
   std::string unit;
 };
 
+// The row of reading number i (1-based, for the message) as the table shows it. A channel ID that
+// names no sensor is "Subscript out of range".
+Aux_Row aux_row(const Configuration& config, const Aux_Reading& reading, int i);
+
 struct Aux_Table {
   Drawing drawing;  // headings and rows, right-aligned columns
   std::vector<Aux_Row> rows;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <vector>
 
@@ -53,9 +54,10 @@ enum class Sub_Packets { AllButTenth, All };
 struct Assembled_Spectrum {
   Spectrum_Bins bins{};
   int32_t bin_count = 0;  // bins read, whatever numbers they went to
+  std::bitset<kLastBin + 1> written;  // the bins this assembly wrote
 };
 
-// Assembles complete spectrum column into spectrum: bin_count starts again at 0, and each
+// Assembles complete spectrum column into spectrum: bin_count and written start afresh, and each
 // sub-packet at P writes its N bins (word at P + 30) from bin F (word at P + 28), decoded from
 // the words at P + 32 + 2j. Bins no sub-packet writes keep their values. Sub-packet 1 is always
 // read, even when its cell is empty ("Subscript out of range"); a bin beyond 1024 is "Subscript

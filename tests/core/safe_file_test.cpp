@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "calibration/safe_file.h"
+#include "core/safe_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -61,6 +61,27 @@ TEST(SafeFile, AFailedWriteLeavesTheOldFileAndNoOther) {
   });
   EXPECT_EQ(number, 57);
   EXPECT_EQ(testing::read_file(path), "old\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
+}
+
+TEST(SafeFile, AReplacementWrittenInPartsTakesTheNameOnlyWhenCommitted) {
+  testing::TempDir dir;
+  const std::string path = dir.path("export.txt");
+  testing::write_file(path, "old\n");
+  {
+    Replacement_File file(path);
+    EXPECT_EQ(fs::path(file.temporary_path()).parent_path(), fs::path(path).parent_path());
+    file.write("first part, ");
+    EXPECT_EQ(testing::read_file(path), "old\n");
+  }  // dropped without commit
+  EXPECT_EQ(testing::read_file(path), "old\n");
+  EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
+
+  Replacement_File file(path);
+  file.write("first part, ");
+  file.write("second part\n");
+  file.commit();
+  EXPECT_EQ(testing::read_file(path), "first part, second part\n");
   EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
 }
 

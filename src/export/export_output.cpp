@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "export/export_output.h"
+
+#include <unistd.h>
+
+#include <cctype>
+#include <cerrno>
+#include <cstring>
+
+#include "core/error.h"
+#include "text_output.h"
+#include "workbook_output.h"
+
+namespace morvane {
+
+Export_File_Type export_file_type(std::string_view path) {
+  constexpr std::string_view kExtension = ".xlsx";
+  if (path.size() < kExtension.size()) return Export_File_Type::Delimited_Text;
+  const std::string_view end = path.substr(path.size() - kExtension.size());
+  for (size_t i = 0; i < end.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(end[i])) != kExtension[i]) return Export_File_Type::Delimited_Text;
+  }
+  return Export_File_Type::Workbook;
+}
+
+std::unique_ptr<Export_Output> open_export_output(const std::string& path, Export_File_Type type, char delimiter,
+                                                  std::string_view sheet_name) {
+  // The new content is renamed over the old file, which a folder allows whatever the file's
+  // own permission; a file that could not be opened for output is refused all the same.
+  if (::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
+    raise(ErrorNumber::PermissionDenied, path + ": " + std::strerror(errno));
+  }
+  if (type == Export_File_Type::Workbook) return std::make_unique<Workbook_Output>(path, sheet_name);
+  return std::make_unique<Text_Output>(path, delimiter);
+}
+
+}  // namespace morvane

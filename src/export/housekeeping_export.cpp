@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "export/housekeeping_export.h"
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "cells.h"
+#include "core/conversion.h"
+#include "core/error.h"
+#include "core/number_text.h"
+#include "views/hk_sensors.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int kBoardSensor = 28;  // the cold junction's temperature
+
+// A sensor byte as the calibrated formats write it.
+struct Calibrated {
+  bool ready = false;
+  int32_t raw = 0;
+  double voltage = 0;  // after the conversion, which overwrites a pressure channel's voltage
+  double value = 0;
+  std::string unit;
+  std::string text;
+};
+
+// One ticked sensor's column. A calibrated value depends only on the byte (and, for a corrected
+// thermocouple, on the packet's board-temperature byte), so each byte is converted and written
+// as text once per export rather than once per packet: the text of a million rows costs what
+// their copying costs.
+struct Column {
+  int sensor = 0;
+  bool corrected = false;  // a thermocouple channel of the AD590 format
+  std::array<Calibrated, 256> by_byte;
+};
+
+class Housekeeping_Writer {
+ public:
+  Housekeeping_Writer(Session& session, const HK_Export& options) : session_(session), options_(options) {
+    const int count = session.config.Sensor_Count();
+    for (int s = 1; s <= count && s <= static_cast<int>(options.sensors.size()); ++s) {
+      if (!options.sensors[static_cast<size_t>(s - 1)]) continue;
+      columns_.push_back(std::make_unique<Column>());
+      columns_.back()->sensor = s;
+      columns_.back()->corrected = options.format == HK_Format::Calibrated_AD590 && is_thermocouple(s);
+    }
+  }
+
+  void headings(Line_Sink& out) {
+    const Configuration& config = session_.config;
+    out.text(hk_export_title(options_.format));
+    out.end_line(false);
+    out.text("HK number");
+    out.text("Lander time");
+    for (const auto& column : columns_) out.text(config.sensor(column->sensor).Sensor_Name);
+    out.end_line(true);
+    out.text("     ");
+    out.text("seconds");
+    for (const auto& column : columns_) out.text(config.sensor(column->sensor).Sensor_Unit);
+    out.end_line(true);
+    out.end_line(false);
+  }
+
+  void row(Line_Sink& out, int32_t k) {
+    const Packet_Entry& entry = session_.catalogue.HK_List.at(k);
+    const HK_Sensor_Table& bytes = session_.HK_Sensor_Data;
+    if (options_.format == HK_Format::Calibrated_AD590) board_byte(bytes.at(kBoardSensor, k));
+
+    integer_cell(out, k);
+    integer_cell(out, entry.Lander_Time);
+    for (const auto& column : columns_) {
+      const uint8_t byte = bytes.at(column->sensor, k);
+      if (options_.format == HK_Format::Raw) {
+        out.number(byte, kByteTexts[byte]);
+        continue;
+      }
+      const Calibrated& c = calibrated(*column, byte);
+      // The view's records follow the export, packet by packet.
+      Sensor_Record& record = session_.config.sensor(column->sensor);
+      record.Raw_Reading = c.raw;
+      record.Voltage = c.voltage;
+      record.Value = c.value;
+      record.Sensor_Unit = c.unit;
+      out.number(c.value, c.text);
+    }
+    out.end_line(true);
+  }
+
+ private:
+  // The cold-junction term of a packet whose board temperature byte is this; a new byte makes
+  // the corrected columns' texts stale.
+  void board_byte(uint8_t byte) {
+    if (byte == board_byte_) return;
+    board_byte_ = byte;
+    const Configuration& config = session_.config;
+    double voltage = hk_voltage(hk_signed_reading(kBoardSensor, byte), config.sensor(kBoardSensor).Scale_Exponent);
+    double celsius = 0;
+    std::string unit;
+    Convert_Sensor(config, kBoardSensor, voltage, celsius, unit);
+    cold_junction_term_ = cold_junction_term(config, celsius);
+    for (auto& column : columns_) {
+      if (!column->corrected) continue;
+      for (Calibrated& c : column->by_byte) c.ready = false;
+    }
+  }
+
+  const Calibrated& calibrated(Column& column, uint8_t byte) {
+    Calibrated& c = column.by_byte[byte];
+    if (c.ready) return c;
+    const Configuration& config = session_.config;
+    const Sensor_Record& record = config.sensor(column.sensor);
+    c.raw = hk_signed_reading(column.sensor, byte);
+    c.voltage = hk_voltage(c.raw, record.Scale_Exponent);
+    if (column.corrected) c.voltage += cold_junction_term_ * 100;
+    c.unit = record.Sensor_Unit;
+    Convert_Sensor(config, column.sensor, c.voltage, c.value, c.unit);
+    c.text = general_text(c.value);
+    c.ready = true;
+    return c;
+  }
+
+  static const std::array<std::string, 256> kByteTexts;
+
+  Session& session_;
+  const HK_Export& options_;
+  std::vector<std::unique_ptr<Column>> columns_;
+  int board_byte_ = -1;
+  double cold_junction_term_ = 0;
+};
+
+const std::array<std::string, 256> Housekeeping_Writer::kByteTexts = [] {
+  std::array<std::string, 256> texts;
+  for (size_t b = 0; b < texts.size(); ++b) texts[b] = std::to_string(b);
+  return texts;
+}();
+
+}  // namespace
+
+const char* hk_export_title(HK_Format format) {
+  switch (format) {
+    case HK_Format::Raw: return "Housekeeping - Raw data";
+    case HK_Format::Calibrated: return "Housekeeping - Calibrated Data (no AD590 correction)";
+    case HK_Format::Calibrated_AD590: return "Housekeeping - Calibrated Data (with AD590 correction)";
+  }
+  return "";
+}
+
+Export_Result write_housekeeping(Session& session, const HK_Export& options, Line_Sink& out,
+                                 const Export_Progress& progress) {
+  Housekeeping_Writer writer(session, options);
+  writer.headings(out);
+  Export_Result result;
+  Progress_Ticker ticker(progress, options.range.size());
+  for (int32_t k = options.range.from; k <= options.range.to; ++k) {
+    if (!ticker.at(result.rows)) {
+      result.cancelled = true;
+      return result;
+    }
+    writer.row(out, k);
+    ++result.rows;
+  }
+  ticker.finished();
+  return result;
+}
+
+}  // namespace morvane

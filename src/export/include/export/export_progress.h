@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+
+namespace morvane {
+
+// Told now and then how far a long export is (done of total steps: rows, or spectra read and
+// rows); returns false to cancel it. The lines written before a cancel stay in the file.
+using Export_Progress = std::function<bool(int64_t done, int64_t total)>;
+
+// What an export wrote.
+struct Export_Result {
+  int64_t rows = 0;  // data rows (spectra: bin rows), the heading lines not counted
+  bool cancelled = false;
+};
+
+// Reports about every half per cent, so a dialog's bar moves smoothly without costing the loop.
+class Progress_Ticker {
+ public:
+  Progress_Ticker(const Export_Progress& progress, int64_t total)
+      : progress_(progress), total_(total), step_(std::max<int64_t>(1, total / 200)), next_(0) {}
+
+  // False when the user cancelled; reports when done has reached the next step.
+  bool at(int64_t done) {
+    if (!progress_ || done < next_) return true;
+    next_ = done + step_;
+    return progress_(done, total_);
+  }
+  // The last report (done = total); everything is written by then, so a cancel changes nothing.
+  void finished() {
+    if (progress_) progress_(total_, total_);
+  }
+
+ private:
+  const Export_Progress& progress_;
+  int64_t total_;
+  int64_t step_;
+  int64_t next_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "workbook_output.h"
+
+#include <xlsxwriter.h>
+
+#include <filesystem>
+
+#include "core/error.h"
+
+namespace morvane {
+
+namespace {
+
+void check(lxw_error error, const std::string& path) {
+  if (error != LXW_NO_ERROR) raise(ErrorNumber::DeviceIoError, path + ": " + lxw_strerror(error));
+}
+
+}  // namespace
+
+Workbook_Output::Workbook_Output(const std::string& path, std::string_view sheet_name)
+    : Export_Output(path), file_(path) {
+  const std::filesystem::path target(path);
+  folder_ = target.has_parent_path() ? target.parent_path().string() : ".";
+  // The sheet's rows wait in a file of the chosen folder, which takes them anyway, rather than
+  // in /tmp, which may be memory.
+  lxw_workbook_options options{};
+  options.constant_memory = LXW_TRUE;
+  options.tmpdir = folder_.data();
+  workbook_ = workbook_new_opt(file_.temporary_path().c_str(), &options);
+  if (workbook_ == nullptr) raise(ErrorNumber::DeviceIoError, path + ": cannot start the workbook");
+  sheet_ = workbook_add_worksheet(workbook_, std::string(sheet_name).c_str());
+  if (sheet_ == nullptr) {
+    lxw_workbook_free(workbook_);
+    workbook_ = nullptr;
+    raise(ErrorNumber::DeviceIoError, path + ": cannot add the sheet");
+  }
+}
+
+Workbook_Output::~Workbook_Output() {
+  if (workbook_ != nullptr) lxw_workbook_free(workbook_);  // neither finished nor kept: nothing is written
+}
+
+Workbook_Output::Cell& Workbook_Output::next_cell() {
+  if (cell_count_ == cells_.size()) cells_.emplace_back();
+  return cells_[cell_count_++];
+}
+
+void Workbook_Output::text(std::string_view text) {
+  Cell& cell = next_cell();
+  cell.kind = Cell::Text;
+  cell.text.assign(text);
+}
+
+void Workbook_Output::number(double value, std::string_view, std::string_view pattern) {
+  Cell& cell = next_cell();
+  cell.kind = Cell::Number;
+  cell.value = value;
+  cell.text.assign(pattern);
+}
+
+void Workbook_Output::empty() { next_cell().kind = Cell::Empty; }
+
+lxw_format* Workbook_Output::format_for(const std::string& pattern) {
+  if (pattern.empty()) return nullptr;
+  auto found = formats_.find(pattern);
+  if (found != formats_.end()) return found->second;
+  lxw_format* format = workbook_add_format(workbook_);
+  format_set_num_format(format, pattern.c_str());
+  formats_.emplace(pattern, format);
+  return format;
+}
+
+void Workbook_Output::end_line(bool) {
+  if (row_ >= LXW_ROW_MAX) {
+    raise(ErrorNumber::SubscriptOutOfRange, path() + ": an .xlsx sheet holds at most 1048576 rows");
+  }
+  if (cell_count_ > LXW_COL_MAX) {
+    raise(ErrorNumber::SubscriptOutOfRange, path() + ": an .xlsx sheet holds at most 16384 columns");
+  }
+  for (size_t c = 0; c < cell_count_; ++c) {
+    const Cell& cell = cells_[c];
+    const auto column = static_cast<lxw_col_t>(c);
+    if (cell.kind == Cell::Text) {
+      check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path());
+    } else if (cell.kind == Cell::Number) {
+      check(worksheet_write_number(sheet_, row_, column, cell.value, format_for(cell.text)), path());
+    }
+  }
+  cell_count_ = 0;
+  ++row_;
+  ++lines_;
+}
+
+void Workbook_Output::close() {
+  lxw_workbook* workbook = workbook_;
+  workbook_ = nullptr;  // workbook_close frees it, whatever it returns
+  check(workbook_close(workbook), path());
+}
+
+void Workbook_Output::finish() {
+  cell_count_ = 0;
+  close();
+  file_.commit();
+}
+
+void Workbook_Output::keep_partial() noexcept {
+  cell_count_ = 0;
+  try {
+    if (workbook_ != nullptr) close();
+    file_.commit();
+  } catch (...) {
+    // The disk refuses the workbook; the chosen file keeps its old content.
+  }
+}
+
+}  // namespace morvane

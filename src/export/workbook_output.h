@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/safe_file.h"
+#include "export/export_output.h"
+
+struct lxw_workbook;
+struct lxw_worksheet;
+struct lxw_format;
+
+namespace morvane {
+
+// An .xlsx workbook of one sheet: each line a row, each cell a cell, numbers stored as numbers.
+// A line's cells go to the sheet when it ends, so a line cut short by an error is not written.
+// Rows are written in order and kept on disk (libxlsxwriter's constant-memory mode), so a sheet
+// of a million rows takes little memory; a sheet's limits (1048576 rows, 16384 columns) are
+// "Subscript out of range".
+class Workbook_Output final : public Export_Output {
+ public:
+  Workbook_Output(const std::string& path, std::string_view sheet_name);
+  ~Workbook_Output() override;
+
+  void text(std::string_view text) override;
+  using Line_Sink::number;
+  void number(double value, std::string_view shown, std::string_view pattern) override;
+  void empty() override;
+  void end_line(bool trailing_delimiter) override;
+
+  void finish() override;
+  void keep_partial() noexcept override;
+
+ private:
+  struct Cell {
+    enum Kind { Text, Number, Empty } kind = Empty;
+    double value = 0;
+    std::string text;  // the text of a Text cell, the pattern of a Number cell
+  };
+  Cell& next_cell();
+  lxw_format* format_for(const std::string& pattern);
+  void close();
+
+  Replacement_File file_;
+  std::string folder_;
+  lxw_workbook* workbook_ = nullptr;
+  lxw_worksheet* sheet_ = nullptr;
+  std::map<std::string, lxw_format*> formats_;
+  std::vector<Cell> cells_;
+  size_t cell_count_ = 0;
+  unsigned row_ = 0;
+};
+
+}  // namespace morvane

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// The export command's contract: OUT is what the dialog writes, an entry the dialog refuses
+// prints its message and writes nothing, exit statuses.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "core/telemetry_file.h"
+#include "sim/config_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::FrameWriter;
+using testing::Packet;
+
+constexpr const char* kCli = "src/cli/morvane-cli";
+
+// A housekeeping packet whose sensor s byte is given (byte 21 + s, placed for the start-up order).
+Packet hk(int32_t time, std::map<int, uint8_t> sensors) {
+  Packet packet{0x0F34, 7, 89, 0, time, {{16, 2}}, {}};
+  for (const auto& [s, byte] : sensors) packet.bytes[static_cast<int>(swapped_byte_offset(21 + s))] = byte;
+  return packet;
+}
+
+class ExportCommandTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    base = sim::write_configuration(dir.path("base"));
+    FrameWriter writer(282);
+    writer.add_frame({hk(1000, {{29, 70}, {33, 211}})});
+    writer.add_frame({hk(1001, {{29, 0}, {33, 210}})});
+    writer.add_frame({hk(1002, {{29, 1}})});
+    // An auxiliary packet: a docking-station reading at 0.625 V.
+    writer.add_frame(
+        {Packet{0x0F3C, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
+    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+  }
+  testing::ProgramRun cli(const std::string& kind, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"export", kind, dir.path("t.dat"), "-t", "CSS", "--base", base});
+    return testing::run_program(kCli, arguments);
+  }
+  testing::TempDir dir;
+  std::string base;
+};
+
+TEST_F(ExportCommandTest, WritesWhatTheDialogWrites) {
+  const auto run = cli("hk", {"--from", "2", "--to", "3", "--delimiter", "semicolon", "--format", "calibrated",
+                              "--sensors", "29,33", "-o", dir.path("hk.csv")});
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(testing::read_file(dir.path("hk.csv")),
+            "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
+            "HK number;Lander time;Docking Stn;+28V Rail;\r\n"
+            "     ;seconds;mm;V;\r\n"
+            "\r\n"
+            "2;1001;0;82.03125;\r\n"
+            "3;1002;0.203125;0;\r\n");
+}
+
+TEST_F(ExportCommandTest, EachKindAndFormatIsOffered) {
+  const std::pair<const char*, std::vector<const char*>> kinds[] = {
+      {"hk", {"raw", "calibrated", "calibrated-ad590"}},
+      {"aux", {"adc", "voltage", "calibrated", "calibrated-ad590"}},
+      {"dscal", {"distance", "adc", "voltage"}},
+      {"spectra", {"raw", "excel"}},
+  };
+  for (const auto& [kind, formats] : kinds) {
+    for (const char* format : formats) {
+      SCOPED_TRACE(std::string(kind) + " " + format);
+      const auto run = cli(kind, {"--all", "--delimiter", "tab", "--format", format, "-o", dir.path("out.txt")});
+      if (std::string(kind) == "spectra") {
+        EXPECT_EQ(run.status, 1);  // the file holds no spectra
+        EXPECT_EQ(run.err, "error: The EGSE data file contains no spectra\n");
+      } else {
+        EXPECT_EQ(run.status, 0) << run.err;
+      }
+    }
+  }
+  const auto ds = cli("dscal", {"--all", "--delimiter", "comma", "--format", "distance", "-o", dir.path("ds.csv")});
+  ASSERT_EQ(ds.status, 0) << ds.err;
+  EXPECT_EQ(testing::read_file(dir.path("ds.csv")),
+            "Docking station calibration data acquired from " + dir.path("t.dat") +
+                "\r\nData in calibrated position (mm)\r\n\r\nTime,Position,\r\n\r\n"
+                "1000,14.22,\r\n1001,0.00,\r\n1002,0.20,\r\n2001,3.25,\r\n");
+}
+
+TEST_F(ExportCommandTest, AnInvalidRangePrintsTheDialogsMessageAndWritesNothing) {
+  struct Case {
+    const char* kind;
+    const char* format;
+    const char* from;
+    const char* to;
+    const char* message;
+  };
+  const Case cases[] = {
+      {"hk", "raw", "2.5", "3", "Housekeeping packet ranges not valid"},
+      {"hk", "raw", "0", "3", "Housekeeping packet ranges not valid"},
+      {"hk", "raw", "1", "4", "Housekeeping packet ranges not valid"},  // 3 housekeeping packets
+      {"hk", "raw", "3", "2", "Housekeeping packet ranges not valid"},
+      {"aux", "adc", "1", "2", "Science packet ranges not valid"},  // 1 science entry
+      {"dscal", "adc", "x", "2", "DS calibration ranges not valid"},
+      {"dscal", "adc", "1", "5", "DS calibration ranges not valid"},  // 4 readings of the sensor
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.kind) + " " + c.from + ".." + c.to);
+    const auto run = cli(c.kind, {"--from", c.from, "--to", c.to, "--delimiter", "tab", "--format", c.format, "-o",
+                                  dir.path("out.txt")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, std::string("error: ") + c.message + "\n");
+    EXPECT_FALSE(std::filesystem::exists(dir.path("out.txt")));
+  }
+}
+
+TEST_F(ExportCommandTest, AnXlsxNameWritesAWorkbook) {
+  const auto run = cli("hk", {"--from", "3", "--to", "3", "--delimiter", "tab", "--format", "raw", "--sensors", "29",
+                              "-o", dir.path("hk.xlsx"), "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const auto json = nlohmann::json::parse(run.out);
+  EXPECT_EQ(json["out"], dir.path("hk.xlsx"));
+  EXPECT_EQ(json["file_type"], "xlsx");
+  EXPECT_EQ(json["lines"], 5);
+  EXPECT_EQ(json["rows"], 1);
+  EXPECT_EQ(testing::read_file(dir.path("hk.xlsx")).substr(0, 2), "PK");  // a zip container
+}
+
+TEST_F(ExportCommandTest, UsageErrorsExitWithTwo) {
+  const std::vector<std::vector<std::string>> usages = {
+      {"--delimiter", "tab", "--format", "raw", "-o", "out.txt"},                          // no range
+      {"--all", "--from", "1", "--to", "2", "--delimiter", "tab", "--format", "raw", "-o", "x"},  // both
+      {"--from", "1", "--delimiter", "tab", "--format", "raw", "-o", "out.txt"},            // no To
+      {"--all", "--delimiter", "pipe", "--format", "raw", "-o", "out.txt"},
+      {"--all", "--delimiter", "tab", "--format", "excel", "-o", "out.txt"},  // a spectra format
+  };
+  for (const auto& arguments : usages) EXPECT_EQ(cli("hk", arguments).status, 2);
+  const auto sensors = cli("hk", {"--all", "--delimiter", "tab", "--format", "raw", "--sensors", "1,37", "-o",
+                                  dir.path("out.txt")});
+  EXPECT_EQ(sensors.status, 1);
+  EXPECT_NE(sensors.err.find("--sensors"), std::string::npos);
+}
+
+TEST_F(ExportCommandTest, TheAD590TemperatureIsValidatedAsTheDialogDoes) {
+  const auto run = cli("aux", {"--all", "--delimiter", "tab", "--format", "calibrated-ad590", "--ad590", "warm", "-o",
+                               dir.path("aux.txt")});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "error: AD590 temperature not valid\n");
+  const auto ok = cli("aux", {"--all", "--delimiter", "tab", "--format", "calibrated-ad590", "--ad590", "25", "-o",
+                              dir.path("aux.txt")});
+  ASSERT_EQ(ok.status, 0) << ok.err;
+  EXPECT_EQ(testing::read_file(dir.path("aux.txt")),
+            "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"
+            "Science number\tLander time(s)\tChan. ID\tComponent\tReading\tUnits\t\r\n\r\n"
+            "1\t2001\t29\tDocking Stn\t3.25\tmm\t\r\n");
+}
+
+}  // namespace
+}  // namespace morvane

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "export/ds_calibration_export.h"
+
+#include "export_fixture.h"
+
+namespace morvane {
+namespace {
+
+using testing::aux_packet;
+using testing::hk_packet;
+using testing::sensor_bytes;
+
+class DSCalibrationExport : public testing::ExportTest {
+ protected:
+  void SetUp() override {
+    ExportTest::SetUp();
+    // Docking-station readings in file order: a housekeeping byte, two auxiliary readings (a
+    // reactor's between them is not one), a housekeeping byte, an auxiliary reading.
+    load({hk_packet(2, sensor_bytes({{29, 70}}), {}, 1, 1000),
+          aux_packet({{0, 1001, 29, 0x0800}, {0, 1002, 101, 0x0800}, {0, 1003, 29, 0xF000}}),
+          hk_packet(1, sensor_bytes({{29, 0}}), {}, 2, 1004),
+          aux_packet({{0, 1005, 29, 0x4000}})});
+  }
+  std::string exported(DS_Format format, Entry_Range range, char delimiter = '\t',
+                       const std::string& name = "out.txt") {
+    const DS_Calibration_Index index(session);
+    return written([&](Line_Sink& out) { write_ds_calibration(session, index, {range, format}, out); }, delimiter,
+                   name);
+  }
+  std::string headings(const char* data, const char* column) {
+    return "Docking station calibration data acquired from " + session.File_Name + "\r\n" + data + "\r\n\r\nTime\t" +
+           column + "\t\r\n\r\n";
+  }
+};
+
+TEST_F(DSCalibrationExport, EveryReadingOfTheSensorIsAnEntryInFileOrder) {
+  EXPECT_EQ(DS_Calibration_Index(session).count(), 5);
+}
+
+TEST_F(DSCalibrationExport, WritesEachFormatsLinesInEveryDelimiter) {
+  struct Case {
+    DS_Format format;
+    std::string expected;
+  };
+  const Case cases[] = {
+      // 70 x 2^7 counts is 2.734375 V, 14.21875 mm; 0x0800 is 0.625 V; 0xF000 is -4096 counts.
+      {DS_Format::Distance, headings("Data in calibrated position (mm)", "Position") +
+                                "1000\t14.22\t\r\n"
+                                "1001\t3.25\t\r\n"
+                                "1003\t-6.50\t\r\n"
+                                "1004\t0.00\t\r\n"
+                                "1005\t26.00\t\r\n"},
+      {DS_Format::ADC, headings("Data in sensor ADC values", "ADC value") +
+                           "1000\t8960\t\r\n"
+                           "1001\t2048\t\r\n"
+                           "1003\t-4096\t\r\n"
+                           "1004\t0\t\r\n"
+                           "1005\t16384\t\r\n"},
+      {DS_Format::Voltage, headings("Data in sensor voltages (V)", "Voltage") +
+                               "1000\t2.734\t\r\n"
+                               "1001\t0.625\t\r\n"
+                               "1003\t-1.250\t\r\n"
+                               "1004\t0.000\t\r\n"
+                               "1005\t5.000\t\r\n"},
+  };
+  for (const Case& c : cases) {
+    for (const char delimiter : {'\t', ',', ';'}) {
+      SCOPED_TRACE("format " + std::to_string(static_cast<int>(c.format)) + ", delimiter " +
+                   std::to_string(int{delimiter}));
+      EXPECT_EQ(exported(c.format, {1, 5}, delimiter), testing::with_delimiter(c.expected, delimiter));
+    }
+  }
+}
+
+TEST_F(DSCalibrationExport, ARangeStartsAndEndsWithinTheMergedEntries) {
+  EXPECT_EQ(exported(DS_Format::ADC, {3, 4}), headings("Data in sensor ADC values", "ADC value") +
+                                                  "1003\t-4096\t\r\n"
+                                                  "1004\t0\t\r\n");
+  EXPECT_EQ(exported(DS_Format::ADC, {5, 5}), headings("Data in sensor ADC values", "ADC value") + "1005\t16384\t\r\n");
+}
+
+TEST_F(DSCalibrationExport, WithoutTheSensorInTheTableThereAreNoEntries) {
+  session.config.Sensor_Table.resize(28);
+  EXPECT_EQ(DS_Calibration_Index(session).count(), 0);
+}
+
+TEST_F(DSCalibrationExport, AWorkbookHoldsTheSameCellsInTheirPatterns) {
+  for (const DS_Format format : {DS_Format::Distance, DS_Format::ADC, DS_Format::Voltage}) {
+    const std::string text = exported(format, {1, 5});
+    exported(format, {1, 5}, '\t', "out.xlsx");
+    testing::expect_same_cells(text, '\t', testing::read_sheet(dir.path("out.xlsx")));
+  }
+}
+
+}  // namespace
+}  // namespace morvane

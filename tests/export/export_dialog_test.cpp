@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: MIT
+#include "export/export_dialog.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "core/error.h"
+#include "export_fixture.h"
+
+namespace morvane {
+namespace {
+
+using testing::aux_packet;
+using testing::gc_packet;
+using testing::hk_packet;
+using testing::isotope_packet;
+using testing::sensor_bytes;
+
+TEST(ExportDialogTexts, EachDialogHasItsCaptionsAndMessage) {
+  struct Case {
+    Export_Kind kind;
+    const char* caption;
+    const char* frame;
+    const char* message;
+    std::vector<std::string_view> formats;
+  };
+  const Case cases[] = {
+      {Export_Kind::Housekeeping,
+       "Export housekeeping data to excel",
+       "HK Packets",
+       "Housekeeping packet ranges not valid",
+       {"Raw Data", "Calibrated Data         (no AD590 correction)",
+        "Calibrated Data         (with AD590 correction)"}},
+      {Export_Kind::Auxiliary,
+       "Export Auxiliary data to excel",
+       "Aux Packets",
+       "Science packet ranges not valid",
+       {"ADC Values", "Sensor Voltages", "Calibrated Data         (no AD590 correction)",
+        "Calibrated Data         (with AD590 correction)"}},
+      {Export_Kind::DS_Calibration,
+       "Export docking station calibration data to excel",
+       "DS Calibration",
+       "DS calibration ranges not valid",
+       {"Distance (mm)", "ADC Values", "Sensor Voltages"}},
+      {Export_Kind::Spectra,
+       "Export spectra to excel",
+       "Spectra",
+       "Science packet ranges not valid",
+       {"Raw Data ", "Data proceesed for excel graphs"}},
+  };
+  for (const Case& c : cases) {
+    const Export_Dialog_Texts& texts = export_dialog_texts(c.kind);
+    EXPECT_EQ(texts.caption, c.caption);
+    EXPECT_EQ(texts.range_frame, c.frame);
+    EXPECT_EQ(texts.invalid_range, c.message);
+    EXPECT_EQ(texts.formats, c.formats);
+  }
+  EXPECT_EQ(kDelimiterFrame, "Deliminator");
+  EXPECT_EQ(kDelimiterOptions[0].caption, "Tab");
+  EXPECT_EQ(kDelimiterOptions[0].character, 9);
+  EXPECT_EQ(kDelimiterOptions[1].caption, "Comma");
+  EXPECT_EQ(kDelimiterOptions[1].character, 44);
+  EXPECT_EQ(kDelimiterOptions[2].caption, "Semicolon");
+  EXPECT_EQ(kDelimiterOptions[2].character, 59);
+}
+
+class ExportDialog : public testing::ExportTest {
+ protected:
+  void SetUp() override {
+    ExportTest::SetUp();
+    // 3 housekeeping packets; science: an auxiliary packet with two docking-station readings, a
+    // complete spectrum of two sub-packets, a GC spectrum: 5 science entries, 5 docking-station
+    // entries, 2 spectra.
+    load({hk_packet(2, sensor_bytes({{29, 10}}), {}, 1, 1000), hk_packet(2, {}, {}, 2, 1001),
+          aux_packet({{0, 1, 29, 0}, {0, 2, 29, 0}}), hk_packet(1, {}, {}, 3, 1002),
+          isotope_packet({2, 0, {0x10}}), isotope_packet({0, 1, {0x10}}), gc_packet({0, 0, {0x10}}),
+          aux_packet({{0, 3, 101, 0}})});
+  }
+};
+
+TEST_F(ExportDialog, OpensOnEveryEntryOfItsKind) {
+  const std::pair<Export_Kind, int32_t> limits[] = {{Export_Kind::Housekeeping, 3},
+                                                    {Export_Kind::Auxiliary, 5},
+                                                    {Export_Kind::DS_Calibration, 5},
+                                                    {Export_Kind::Spectra, 2}};
+  for (const auto& [kind, limit] : limits) {
+    const Export_Dialog dialog(kind, session);
+    EXPECT_EQ(dialog.range().limit(), limit);
+    EXPECT_EQ(dialog.range().from_text(), "1");
+    EXPECT_EQ(dialog.range().to_text(), std::to_string(limit));
+    EXPECT_TRUE(dialog.range().all());
+    EXPECT_EQ(dialog.format, 0);
+    EXPECT_EQ(dialog.delimiter, 0);
+  }
+  const Export_Dialog hk(Export_Kind::Housekeeping, session);
+  ASSERT_EQ(hk.sensor_captions.size(), 36u);
+  EXPECT_EQ(hk.sensor_captions[28], "Docking Stn");
+  EXPECT_EQ(hk.sensors, std::vector<bool>(36, true));
+  EXPECT_EQ(Export_Dialog(Export_Kind::Auxiliary, session).ad590_text, "0.00");
+}
+
+TEST_F(ExportDialog, AnInvalidRangeGivesTheDialogsMessageAndResetsTheBoxes) {
+  for (const Export_Kind kind :
+       {Export_Kind::Housekeeping, Export_Kind::Auxiliary, Export_Kind::DS_Calibration, Export_Kind::Spectra}) {
+    Export_Dialog dialog(kind, session);
+    dialog.range().Check2_Click(false);
+    dialog.range().set_from_text("2.5");
+    const auto validation = dialog.Command1_Click();
+    EXPECT_FALSE(validation.request);
+    EXPECT_EQ(validation.message, dialog.texts().invalid_range);
+    EXPECT_EQ(dialog.range().from_text(), "1");
+    EXPECT_EQ(dialog.range().to_text(), std::to_string(dialog.range().limit()));
+  }
+}
+
+TEST_F(ExportDialog, AValidEntryBecomesTheRequest) {
+  Export_Dialog dialog(Export_Kind::Housekeeping, session);
+  dialog.range().Check2_Click(false);
+  dialog.range().set_from_text("3");
+  dialog.range().set_to_text("3");
+  dialog.format = 2;
+  dialog.delimiter = 2;
+  dialog.sensors[0] = false;
+  const auto validation = dialog.Command1_Click();
+  ASSERT_TRUE(validation.request);
+  EXPECT_EQ(validation.request->range.from, 3);
+  EXPECT_EQ(validation.request->range.to, 3);
+  EXPECT_EQ(validation.request->format, 2);
+  EXPECT_EQ(validation.request->delimiter, ';');
+  EXPECT_FALSE(validation.request->sensors[0]);
+}
+
+TEST_F(ExportDialog, TheAD590EntryMustBeANumberForTheAD590Format) {
+  Export_Dialog dialog(Export_Kind::Auxiliary, session);
+  dialog.ad590_text = "warm";
+  EXPECT_TRUE(dialog.Command1_Click().request);  // other formats do not read it
+  dialog.format = 3;
+  const auto refused = dialog.Command1_Click();
+  EXPECT_FALSE(refused.request);
+  EXPECT_EQ(refused.message, "AD590 temperature not valid");
+  EXPECT_EQ(dialog.ad590_text, "0.00");
+  dialog.ad590_text = "25";
+  const auto accepted = dialog.Command1_Click();
+  ASSERT_TRUE(accepted.request);
+  EXPECT_EQ(accepted.request->ad590_celsius, 25);
+}
+
+TEST_F(ExportDialog, GuardsNeedAFileAndForSpectraSomeSpectra) {
+  Session empty;
+  EXPECT_EQ(export_guard(empty, Export_Kind::Housekeeping), "Please load an EGSE data file");
+  EXPECT_EQ(export_guard(empty, Export_Kind::Spectra), "Please load an EGSE data file");
+  EXPECT_EQ(export_guard(session, Export_Kind::Spectra), std::nullopt);
+  load({hk_packet(2)});
+  EXPECT_EQ(export_guard(session, Export_Kind::Housekeeping), std::nullopt);
+  EXPECT_EQ(export_guard(session, Export_Kind::Spectra), "The EGSE data file contains no spectra");
+}
+
+TEST_F(ExportDialog, AFileThatCannotBeCreatedEndsTheExportSilently) {
+  const Export_Dialog dialog(Export_Kind::Housekeeping, session);
+  const Export_Request request;
+  EXPECT_EQ(dialog.open_output(dir.path("missing/out.txt"), Export_File_Type::Delimited_Text, request), nullptr);
+  EXPECT_EQ(dialog.open_output(dir.path("missing/out.xlsx"), Export_File_Type::Workbook, request), nullptr);
+  EXPECT_FALSE(std::filesystem::exists(dir.path("missing")));
+  if (::geteuid() != 0) {
+    testing::write_file(dir.path("locked.txt"), "old\n");
+    ::chmod(dir.path("locked.txt").c_str(), 0444);
+    EXPECT_EQ(dialog.open_output(dir.path("locked.txt"), Export_File_Type::Delimited_Text, request), nullptr);
+  }
+}
+
+int files_in(const std::string& folder) {
+  namespace fs = std::filesystem;
+  return static_cast<int>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+TEST_F(ExportDialog, AFinishedExportReplacesTheFileAndLeavesNothingElse) {
+  testing::write_file(dir.path("out/hk.txt"), "an older export that was longer than the new one\n");
+  Export_Dialog dialog(Export_Kind::Housekeeping, session);
+  dialog.sensors.assign(36, false);
+  const auto request = dialog.Command1_Click().request;
+  const auto output = dialog.open_output(dir.path("out/hk.txt"), Export_File_Type::Delimited_Text, *request);
+  ASSERT_NE(output, nullptr);
+  // Until the export ends the old file is whole.
+  EXPECT_EQ(testing::read_file(dir.path("out/hk.txt")), "an older export that was longer than the new one\n");
+  const Export_Result result = dialog.write(session, *request, *output);
+  EXPECT_EQ(result.rows, 3);
+  EXPECT_FALSE(result.cancelled);
+  EXPECT_EQ(testing::read_file(dir.path("out/hk.txt")),
+            "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n     \tseconds\t\r\n\r\n"
+            "1\t1000\t\r\n2\t1001\t\r\n3\t1002\t\r\n");
+  EXPECT_EQ(files_in(dir.path("out")), 1);
+}
+
+TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFar) {
+  for (const char* name : {"hk.txt", "hk.xlsx"}) {
+    Export_Dialog dialog(Export_Kind::Housekeeping, session);
+    dialog.sensors.assign(36, false);
+    const auto request = dialog.Command1_Click().request;
+    const std::string path = dir.path(name);
+    const auto output = dialog.open_output(path, export_file_type(path), *request);
+    std::vector<int64_t> reports;
+    const Export_Result result = dialog.write(session, *request, *output, [&](int64_t done, int64_t total) {
+      EXPECT_EQ(total, 3);
+      reports.push_back(done);
+      return done < 2;  // the user cancels after two rows
+    });
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.rows, 2);
+    EXPECT_EQ(reports, (std::vector<int64_t>{0, 1, 2}));
+    const std::string kept = "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n     \tseconds\t\r\n\r\n"
+                             "1\t1000\t\r\n2\t1001\t\r\n";
+    if (export_file_type(path) == Export_File_Type::Workbook) {
+      testing::expect_same_cells(kept, '\t', testing::read_sheet(path));
+    } else {
+      EXPECT_EQ(testing::read_file(path), kept);
+    }
+  }
+  EXPECT_EQ(files_in(dir.root()), 4);  // base, t.dat and the two exports
+}
+
+TEST_F(ExportDialog, AnErrorKeepsTheLinesWrittenSoFarAndIsRethrown) {
+  // The second spectrum's sub-packet writes past bin 1024: the spectra are read before any line.
+  load({isotope_packet({2, 0, {0x10}}), isotope_packet({2, 1024, {0x10, 0x10}})});
+  testing::write_file(dir.path("spectra.txt"), "old\n");
+  Export_Dialog dialog(Export_Kind::Spectra, session);
+  const auto request = dialog.Command1_Click().request;
+  const auto output = dialog.open_output(dir.path("spectra.txt"), Export_File_Type::Delimited_Text, *request);
+  try {
+    dialog.write(session, *request, *output);
+    FAIL() << "no error";
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 9);
+    EXPECT_NE(error.message().find("; Error number 9"), std::string::npos);
+  }
+  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "");
+}
+
+}  // namespace
+}  // namespace morvane

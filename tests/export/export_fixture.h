@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+// Sessions over small crafted files for the export tests, the text a writer produces, and the
+// cells of a workbook's sheet.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "../views/decoder_fixture.h"
+#include "../views/packet_files.h"
+#include "export/export_output.h"
+
+namespace morvane::testing {
+
+// The export tests' session: the simulated instrument's configuration (sensor s at packet byte
+// 21 + s; 29 the docking station, 2^7 counts a step, 5.2 mm a volt).
+class ExportTest : public DecoderTest {
+ protected:
+  // What write puts into a delimited text file (or, with a name ending .xlsx, a workbook).
+  std::string written(const std::function<void(Line_Sink&)>& write, char delimiter = '\t',
+                      const std::string& name = "out.txt") {
+    const auto output = open_export_output(dir.path(name), export_file_type(name), delimiter, "Sheet");
+    write(*output);
+    output->finish();
+    return read_file(dir.path(name));
+  }
+};
+
+// Lines of tab-delimited text written with another delimiter.
+inline std::string with_delimiter(std::string text, char delimiter) {
+  for (char& c : text) {
+    if (c == '\t') c = delimiter;
+  }
+  return text;
+}
+
+// A cell of a sheet: absent, a text or a number.
+struct Sheet_Cell {
+  enum Kind { Absent, Text, Number } kind = Absent;
+  std::string text;
+  double value = 0;
+};
+using Sheet = std::vector<std::vector<Sheet_Cell>>;  // rows from 1, columns from A, as [row - 1][column]
+
+// The cells of the first sheet of an .xlsx file, read from its XML (unzipped by the unzip command).
+inline Sheet read_sheet(const std::string& path) {
+  const std::string command = "unzip -p '" + path + "' xl/worksheets/sheet1.xml";
+  FILE* pipe = ::popen(command.c_str(), "r");
+  std::string xml;
+  char buffer[65536];
+  for (size_t n; pipe != nullptr && (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) xml.append(buffer, n);
+  if (pipe != nullptr) ::pclose(pipe);
+
+  auto unescape = [](std::string text) {
+    static const std::pair<const char*, const char*> kEntities[] = {
+        {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}};
+    for (const auto& [entity, character] : kEntities) {
+      for (size_t at; (at = text.find(entity)) != std::string::npos;) text.replace(at, std::strlen(entity), character);
+    }
+    return text;
+  };
+  Sheet sheet;
+  static const std::regex kCell(R"re(<c r="([A-Z]+)([0-9]+)"([^>]*)>(.*?)</c>)re");
+  static const std::regex kText(R"re(<t[^>]*>(.*)</t>)re");
+  static const std::regex kValue(R"re(<v>(.*)</v>)re");
+  for (auto it = std::sregex_iterator(xml.begin(), xml.end(), kCell); it != std::sregex_iterator(); ++it) {
+    const std::smatch& m = *it;
+    size_t column = 0;
+    for (const char letter : m[1].str()) column = column * 26 + static_cast<size_t>(letter - 'A' + 1);
+    const size_t row = std::stoul(m[2].str());
+    if (sheet.size() < row) sheet.resize(row);
+    auto& cells = sheet[row - 1];
+    if (cells.size() < column) cells.resize(column);
+    Sheet_Cell& cell = cells[column - 1];
+    const std::string body = m[4].str();
+    std::smatch part;
+    if (m[3].str().find("inlineStr") != std::string::npos && std::regex_search(body, part, kText)) {
+      cell.kind = Sheet_Cell::Text;
+      cell.text = unescape(part[1].str());
+    } else if (std::regex_search(body, part, kValue)) {
+      cell.kind = Sheet_Cell::Number;
+      cell.value = std::strtod(part[1].str().c_str(), nullptr);
+    }
+  }
+  return sheet;
+}
+
+// Checks that a sheet holds the cells of a delimited text, line by line: empty cells absent,
+// number texts as those numbers, every other text as that text.
+inline void expect_same_cells(const std::string& text, char delimiter, const Sheet& sheet) {
+  std::vector<std::string> lines;
+  for (size_t start = 0, end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {
+    lines.push_back(text.substr(start, end - start));
+  }
+  ASSERT_EQ(lines.size(), sheet.size()) << "rows";
+  for (size_t r = 0; r < lines.size(); ++r) {
+    std::vector<std::string> cells;
+    for (size_t start = 0;;) {
+      const size_t end = lines[r].find(delimiter, start);
+      cells.push_back(lines[r].substr(start, end - start));
+      if (end == std::string::npos) break;
+      start = end + 1;
+    }
+    while (!cells.empty() && cells.back().empty()) cells.pop_back();
+    const auto& row = sheet[r];
+    ASSERT_GE(cells.size(), row.size()) << "row " << r + 1;
+    for (size_t c = 0; c < cells.size(); ++c) {
+      const Sheet_Cell cell = c < row.size() ? row[c] : Sheet_Cell{};
+      const std::string& shown = cells[c];
+      char* end = nullptr;
+      const double number = std::strtod(shown.c_str(), &end);
+      const bool numeric = !shown.empty() && shown[0] != ' ' && *end == '\0';
+      SCOPED_TRACE("row " + std::to_string(r + 1) + ", column " + std::to_string(c + 1) + ": \"" + shown + "\"");
+      if (shown.empty()) {
+        EXPECT_EQ(cell.kind, Sheet_Cell::Absent);
+      } else if (numeric) {
+        ASSERT_EQ(cell.kind, Sheet_Cell::Number);
+        EXPECT_NEAR(cell.value, number, 1e-13 * std::max(1.0, std::abs(number)));
+      } else {
+        ASSERT_EQ(cell.kind, Sheet_Cell::Text);
+        EXPECT_EQ(cell.text, shown);
+      }
+    }
+  }
+}
+
+}  // namespace morvane::testing
