@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli_common.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -36,6 +37,13 @@ Session open_session(const FileOptions& options, bool configuration_required) {
   session.Byte_Reverse = options.byte_reverse == "on";
   load_telemetry(session, options.file, *parse_format_tag(options.type));
   return session;
+}
+
+void check_frame_number(const Session& session, int32_t frame) {
+  if (frame > std::max(session.Packet_Count, 1)) {
+    throw CommandError("frame " + std::to_string(frame) + " is beyond the file's " +
+                       std::to_string(session.Packet_Count) + " frames");
+  }
 }
 
 Json colour_json(int red, int green, int blue) { return Json::array({red, green, blue}); }

@@ -40,6 +40,10 @@ Configuration load_cli_configuration(const std::string& base, bool configuration
 // A session with the configuration and the telemetry file loaded as the File menu loads it.
 Session open_session(const FileOptions& options, bool configuration_required = true);
 
+// A frame (ZEB: record) number the loaded file holds, from 1; a file without frames still
+// shows frame 1 empty. Beyond it is a CommandError naming the frame count.
+void check_frame_number(const Session& session, int32_t frame);
+
 // The RGB triple of a colour as JSON.
 Json colour_json(int red, int green, int blue);
 

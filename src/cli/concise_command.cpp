@@ -25,11 +25,7 @@ void add_concise_command(CLI::App& app) {
   command->add_option("--frame", options->frame, "Frame number, from 1")->check(CLI::PositiveNumber);
   command->callback([options] {
     const Session session = open_session(options->file, false);
-    const int32_t last = std::max(session.Packet_Count, 1);
-    if (options->frame > last) {
-      throw CommandError("frame " + std::to_string(options->frame) + " is beyond the file's " +
-                         std::to_string(session.Packet_Count) + " frames");
-    }
+    check_frame_number(session, options->frame);
     const Concise_Slots slots = Show_Lander_Packet(session, options->frame);
     if (options->file.json) {
       print_json(Json{{"frame", options->frame}, {"slots", slots}});

@@ -47,11 +47,7 @@ void add_raw_command(CLI::App& app) {
   command->add_option("--frame", options->frame, "Frame (ZEB: record) number, from 1")->check(CLI::PositiveNumber);
   command->callback([options] {
     const Session session = open_session(options->file, false);
-    const int32_t last = std::max(session.Packet_Count, 1);
-    if (options->frame > last) {
-      throw CommandError("frame " + std::to_string(options->frame) + " is beyond the file's " +
-                         std::to_string(session.Packet_Count) + " frames");
-    }
+    check_frame_number(session, options->frame);
     const Raw_Frame frame = Display_Raw_Frame(session, options->frame);
     if (options->file.json) {
       print_json(raw_json(frame));
