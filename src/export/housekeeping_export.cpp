@@ -95,12 +95,7 @@ class Housekeeping_Writer {
   void board_byte(uint8_t byte) {
     if (byte == board_byte_) return;
     board_byte_ = byte;
-    const Configuration& config = session_.config;
-    double voltage = hk_voltage(hk_signed_reading(kBoardSensor, byte), config.sensor(kBoardSensor).Scale_Exponent);
-    double celsius = 0;
-    std::string unit;
-    Convert_Sensor(config, kBoardSensor, voltage, celsius, unit);
-    cold_junction_term_ = cold_junction_term(config, celsius);
+    cold_junction_term_ = board_cold_junction_term(session_.config, byte);
     for (auto& column : columns_) {
       if (!column->corrected) continue;
       for (Calibrated& c : column->by_byte) c.ready = false;
@@ -110,13 +105,12 @@ class Housekeeping_Writer {
   const Calibrated& calibrated(Column& column, uint8_t byte) {
     Calibrated& c = column.by_byte[byte];
     if (c.ready) return c;
-    const Configuration& config = session_.config;
-    const Sensor_Record& record = config.sensor(column.sensor);
-    c.raw = hk_signed_reading(column.sensor, byte);
-    c.voltage = hk_voltage(c.raw, record.Scale_Exponent);
-    if (column.corrected) c.voltage += cold_junction_term_ * 100;
-    c.unit = record.Sensor_Unit;
-    Convert_Sensor(config, column.sensor, c.voltage, c.value, c.unit);
+    const Sensor_Value value =
+        hk_byte_value(session_.config, column.sensor, byte, column.corrected ? cold_junction_term_ : 0);
+    c.raw = value.raw;
+    c.voltage = value.voltage;
+    c.value = value.value;
+    c.unit = value.unit;
     c.text = general_text(c.value);
     c.ready = true;
     return c;

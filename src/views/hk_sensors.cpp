@@ -24,23 +24,28 @@ double cold_junction_term(const Configuration& config, double celsius) {
   return config.NType.NType_Reverse_Lookup(celsius) / 1000000;
 }
 
+double board_cold_junction_term(const Configuration& config, uint8_t board_byte) {
+  return cold_junction_term(config, hk_byte_value(config, 28, board_byte, 0).value);
+}
+
 double hk_entry_cold_junction_term(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index) {
-  const Sensor_Record& board = config.sensor(28);
-  double voltage = hk_voltage(hk_signed_reading(28, bytes.at(28, index)), board.Scale_Exponent);
-  double celsius = 0;
-  std::string unit = board.Sensor_Unit;
-  Convert_Sensor(config, 28, voltage, celsius, unit);
-  return cold_junction_term(config, celsius);
+  return board_cold_junction_term(config, bytes.at(28, index));
+}
+
+Sensor_Value hk_byte_value(const Configuration& config, int sensor, uint8_t byte, double cold_junction) {
+  const Sensor_Record& record = config.sensor(sensor);
+  Sensor_Value result;
+  result.raw = hk_signed_reading(sensor, byte);
+  result.voltage = hk_voltage(result.raw, record.Scale_Exponent);
+  if (is_thermocouple(sensor)) result.voltage += cold_junction * 100;
+  result.unit = record.Sensor_Unit;
+  Convert_Sensor(config, sensor, result.voltage, result.value, result.unit);
+  return result;
 }
 
 Sensor_Value hk_sensor_value(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index, int sensor,
                              double cold_junction) {
-  const Sensor_Record& record = config.sensor(sensor);
-  double voltage = hk_voltage(hk_signed_reading(sensor, bytes.at(sensor, index)), record.Scale_Exponent);
-  if (is_thermocouple(sensor)) voltage += cold_junction * 100;
-  Sensor_Value result{0, record.Sensor_Unit};
-  Convert_Sensor(config, sensor, voltage, result.value, result.unit);
-  return result;
+  return hk_byte_value(config, sensor, bytes.at(sensor, index), cold_junction);
 }
 
 double decode_hk_sensors(Session& session, int32_t index) {

@@ -31,18 +31,24 @@ double cold_junction_term(const Configuration& config, double celsius);
 // An entry outside the housekeeping list, or a table without sensor 28, is "Subscript out of range".
 double decode_hk_sensors(Session& session, int32_t index);
 
-// The cold-junction term of housekeeping entry `index` computed from its sensor bytes alone,
-// without touching the shared records: sensor 28's byte, its voltage and temperature, then
-// cold_junction_term. A table without sensor 28 is "Subscript out of range".
+// The cold-junction term of a packet whose board temperature (sensor 28) byte is this, computed
+// without touching the shared records: its voltage, its temperature, then cold_junction_term. A
+// table without sensor 28 is "Subscript out of range".
+double board_cold_junction_term(const Configuration& config, uint8_t board_byte);
+// The same for housekeeping entry `index`.
 double hk_entry_cold_junction_term(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index);
 
-// The engineering value and unit of one sensor of housekeeping entry `index` as the sensor page
-// computes it, without touching the shared records: sign rule, voltage, the cold-junction term
-// x 100 added for the thermocouple channels (pass 0 for none), then the conversion.
+// The engineering value of one sensor byte as the sensor page computes it, without touching the
+// shared records: sign rule, voltage, the cold-junction term x 100 added for the thermocouple
+// channels (pass 0 for none), then the conversion (which sets the unit).
 struct Sensor_Value {
+  int32_t raw = 0;
+  double voltage = 0;  // as converted: a pressure channel's holds voltage x 10 - C2
   double value = 0;
   std::string unit;
 };
+Sensor_Value hk_byte_value(const Configuration& config, int sensor, uint8_t byte, double cold_junction);
+// The same for sensor `sensor` of housekeeping entry `index`.
 Sensor_Value hk_sensor_value(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index, int sensor,
                              double cold_junction);
 
