@@ -14,6 +14,7 @@
 
 #include "fixed_font.h"
 #include "main_window.h"
+#include "raw_link.h"
 #include "summary_find_bar.h"
 #include "views/summary_lines.h"
 
@@ -93,6 +94,12 @@ Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
   auto* find = new QShortcut(QKeySequence::Find, this,
                              [this] { findBar(tabs_->currentIndex())->labelChoice()->setFocus(); });
   find->setContext(Qt::WidgetWithChildrenShortcut);
+  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+    const int tab = tabs_->currentIndex();
+    const QModelIndex line = list(tab)->currentIndex();
+    if (!session().loaded() || !line.isValid()) return {};
+    return packet_mark(session().File_Type, model(tab)->entry(line.row()));
+  });
 }
 
 QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
