@@ -13,6 +13,7 @@
 #include "error_trap.h"
 #include "form_widgets.h"
 #include "main_window.h"
+#include "raw_link.h"
 
 namespace morvane {
 
@@ -75,6 +76,11 @@ Auxiliary_form::Auxiliary_form(EGSE_MDI& mdi)
   layout->setRowStretch(1, 1);
 
   connect(scroll_, &QScrollBar::valueChanged, this, &Auxiliary_form::VScroll1_Change);
+  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+    const auto number = static_cast<size_t>(state_.Current_Aux_Number);
+    if (fileReplaced() || notice_->isVisibleTo(this) || number < 1 || number > state_.Aux_Index.size()) return {};
+    return packet_mark(session().File_Type, session().catalogue.Science_List.at(state_.Aux_Index[number - 1]));
+  });
   open();
 }
 

@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs.h"
 
+#include <QButtonGroup>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -40,6 +46,26 @@ bool QtDialogs::askYesNo(QWidget* parent, const QString& text) {
 bool QtDialogs::choosePrinter(QWidget* parent, QPrinter& printer) {
   QPrintDialog dialog(&printer, parent);
   return dialog.exec() == QDialog::Accepted;
+}
+
+int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList& choices, int preselected) {
+  QDialog dialog(parent);
+  dialog.setWindowTitle(kProgramCaption);
+  auto* layout = new QVBoxLayout(&dialog);
+  layout->addWidget(new QLabel(text, &dialog));
+  auto* group = new QButtonGroup(&dialog);
+  for (int i = 0; i < choices.size(); ++i) {
+    auto* option = new QRadioButton(choices[i], &dialog);
+    option->setChecked(i == preselected);
+    group->addButton(option, i);
+    layout->addWidget(option);
+  }
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  layout->addWidget(buttons);
+  if (dialog.exec() != QDialog::Accepted) return -1;
+  return group->checkedId();
 }
 
 }  // namespace morvane

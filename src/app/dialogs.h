@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QPrinter;
 class QWidget;
@@ -31,6 +32,13 @@ class Dialogs {
   // Lets the user set up the printer for a print job; false when the user cancelled. Without a
   // print dialog (a run without a user) every print is cancelled.
   virtual bool choosePrinter(QWidget* /*parent*/, QPrinter& /*printer*/) { return false; }
+
+  // One of a few choices, each an option button under the text (a "&" marks its access key), the
+  // preselected one checked: its index, or -1 when the user cancelled. Without a user: -1.
+  virtual int chooseOne(QWidget* /*parent*/, const QString& /*text*/, const QStringList& /*choices*/,
+                        int /*preselected*/) {
+    return -1;
+  }
 };
 
 // The dialogs of the desktop: QFileDialog and QMessageBox.
@@ -43,6 +51,7 @@ class QtDialogs : public Dialogs {
   bool askOkCancel(QWidget* parent, const QString& text) override;
   bool askYesNo(QWidget* parent, const QString& text) override;
   bool choosePrinter(QWidget* parent, QPrinter& printer) override;
+  int chooseOne(QWidget* parent, const QString& text, const QStringList& choices, int preselected) override;
 };
 
 // The caption of the program's message boxes.

@@ -19,8 +19,21 @@ DrawingView::DrawingView(QWidget* parent) : QWidget(parent) {
 
 void DrawingView::setDrawing(Drawing drawing) {
   drawing_ = std::move(drawing);
+  text_marks_.clear();
+  box_marks_.clear();
   placeTexts();
   update();
+}
+
+void DrawingView::setMarks(std::vector<Text_Mark> text_marks, std::vector<Box_Mark> box_marks) {
+  text_marks_ = std::move(text_marks);
+  box_marks_ = std::move(box_marks);
+  placeMarks();
+  update();
+}
+
+QPoint DrawingView::pixelsToTwips(const QPoint& pixels) const {
+  return {pixels_to_twips(pixels.x(), logicalDpiX()), pixels_to_twips(pixels.y(), logicalDpiY())};
 }
 
 void DrawingView::setSurfaceTwips(int width, int height) {
@@ -49,6 +62,28 @@ void DrawingView::placeTexts() {
     rects_.emplace_back(left, at.y(), width, metrics.height());
     follow_x = left + width;
   }
+  placeMarks();
+}
+
+void DrawingView::placeMarks() {
+  const QFontMetrics metrics(font());
+  mark_rects_.clear();
+  for (const Text_Mark& mark : text_marks_) {
+    if (mark.text >= drawing_.size()) {
+      mark_rects_.emplace_back();  // no such text: nothing to paint
+      continue;
+    }
+    const QString text = QString::fromStdString(drawing_[mark.text].text);
+    const QRect& whole = rects_[mark.text];
+    const int left = whole.left() + metrics.horizontalAdvance(text.left(mark.first_char));
+    mark_rects_.emplace_back(left, whole.top(), metrics.horizontalAdvance(text.mid(mark.first_char, mark.char_count)),
+                             whole.height());
+  }
+  for (const Box_Mark& box : box_marks_) {
+    const QPoint top_left = twips_to_pixels(box.x, box.y, *this);
+    const QPoint bottom_right = twips_to_pixels(box.x + box.width, box.y + box.height, *this);
+    mark_rects_.emplace_back(top_left, QSize(bottom_right.x() - top_left.x(), bottom_right.y() - top_left.y()));
+  }
 }
 
 void DrawingView::paintEvent(QPaintEvent* event) {
@@ -56,6 +91,13 @@ void DrawingView::paintEvent(QPaintEvent* event) {
   painter.setFont(font());
   const int ascent = QFontMetrics(font()).ascent();
   painted_ = 0;
+  // The marks lie behind the texts, the later ones over the earlier.
+  const size_t text_marks = text_marks_.size();
+  for (size_t i = 0; i < mark_rects_.size(); ++i) {
+    if (!event->rect().intersects(mark_rects_[i])) continue;
+    const Colour& c = i < text_marks ? text_marks_[i].colour : box_marks_[i - text_marks].colour;
+    painter.fillRect(mark_rects_[i], QColor(c.red, c.green, c.blue));
+  }
   for (size_t i = 0; i < drawing_.size(); ++i) {
     if (!event->rect().intersects(rects_[i])) continue;
     const Placed_Text& text = drawing_[i];

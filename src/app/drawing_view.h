@@ -19,7 +19,20 @@ class DrawingView : public QWidget {
  public:
   explicit DrawingView(QWidget* parent = nullptr);
 
-  // Replaces what is drawn and repaints.
+  // Areas painted behind the texts (a packet's words in the raw view, a chosen sensor line):
+  // characters of one text of the drawing, or a box in twips.
+  struct Text_Mark {
+    size_t text = 0;  // index in the drawing
+    int first_char = 0;
+    int char_count = 0;
+    Colour colour;
+  };
+  struct Box_Mark {
+    int x = 0, y = 0, width = 0, height = 0;  // twips
+    Colour colour;
+  };
+
+  // Replaces what is drawn, without marks, and repaints.
   void setDrawing(Drawing drawing);
   const Drawing& drawing() const { return drawing_; }
   void clear() { setDrawing({}); }
@@ -32,6 +45,15 @@ class DrawingView : public QWidget {
   // Texts drawn by the last paint (how much of the drawing the exposed area needed).
   int textsPainted() const { return painted_; }
 
+  // Replaces the marks; a new drawing clears them.
+  void setMarks(std::vector<Text_Mark> text_marks, std::vector<Box_Mark> box_marks = {});
+  const std::vector<Text_Mark>& textMarks() const { return text_marks_; }
+  const std::vector<Box_Mark>& boxMarks() const { return box_marks_; }
+  // Where the marks land, in pixels: the text marks, then the boxes.
+  const std::vector<QRect>& markRects() const { return mark_rects_; }
+  // The point of this widget (pixels) in twips of the surface.
+  QPoint pixelsToTwips(const QPoint& pixels) const;
+
   QSize sizeHint() const override;
 
  protected:
@@ -40,9 +62,13 @@ class DrawingView : public QWidget {
 
  private:
   void placeTexts();
+  void placeMarks();
 
   Drawing drawing_;
   std::vector<QRect> rects_;
+  std::vector<Text_Mark> text_marks_;
+  std::vector<Box_Mark> box_marks_;
+  std::vector<QRect> mark_rects_;
   int width_twips_ = 0;
   int height_twips_ = 0;
   int painted_ = 0;

@@ -18,6 +18,8 @@
 #include "error_trap.h"
 #include "form_widgets.h"
 #include "main_window.h"
+#include "raw_link.h"
+#include "sensor_picker.h"
 
 namespace morvane {
 
@@ -36,7 +38,10 @@ Housekeeping_form::Housekeeping_form(EGSE_MDI& mdi)
       packet_type_(new QLabel(this)),
       scroll_(new QScrollBar(Qt::Vertical, this)),
       picture_(new DrawingView(this)),
-      command1_(new QPushButton(QString::fromUtf8(kMoreButton), this)) {
+      command1_(new QPushButton(QString::fromUtf8(kMoreButton), this)),
+      picker_(new Sensor_Picker(*picture_, [this](int) {
+        if (const std::optional<Raw_Mark> mark = shownMark()) mark_in_open_raw_view(this->mdi(), *mark);
+      })) {
   setWindowTitle(QString::fromUtf8(kHousekeepingCaption));
   packet_type_->setObjectName("Label_Packet_Type");
   scroll_->setObjectName("VScroll1");
@@ -74,6 +79,7 @@ Housekeeping_form::Housekeeping_form(EGSE_MDI& mdi)
 
   connect(scroll_, &QScrollBar::valueChanged, this, &Housekeeping_form::VScroll1_Change);
   connect(command1_, &QPushButton::clicked, this, &Housekeeping_form::Command1_Click);
+  add_show_in_raw_frame(*this, [this] { return shownMark(); });
 
   // Form_Load: without housekeeping packets the bar stops at 1 and nothing is drawn.
   command1_->setVisible(false);
@@ -123,6 +129,7 @@ void Housekeeping_form::VScroll1_Change(int value) {
   const bool drawn = guarded([&] { showSensorPage(state_.VScroll1_Change(session(), value)); });
   if (!drawn) {
     picture_->clear();
+    picker_->clear();
     command1_->setVisible(false);
     page_shown_ = false;
   }
@@ -135,6 +142,7 @@ void Housekeeping_form::Command1_Click() {
       showSensorPage(*sensors);
     } else {
       picture_->setDrawing(std::move(std::get<Register_Page>(shown).drawing));
+      picker_->clear();
     }
     command1_->setText(QString::fromUtf8(state_.button_caption()));
   });
@@ -142,6 +150,7 @@ void Housekeeping_form::Command1_Click() {
 
 void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
   picture_->setDrawing(page.drawing);
+  picker_->setLines(page.lines);
   const HK_Header& h = page.header;
   packet_type_->setText(QString::fromStdString(h.packet_type));
   const std::string* values[] = {&h.packet_number, &h.sequence, &h.lander_time, &h.packet_count, &h.mode, &h.line};
@@ -158,6 +167,16 @@ void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
 QString Housekeeping_form::headerText(const std::string& caption) const {
   const auto found = header_.find(caption);
   return found == header_.end() ? QString() : found->second->text();
+}
+
+std::optional<Raw_Mark> Housekeeping_form::shownMark() const {
+  const Session& s = session();
+  const int32_t index = scroll_->value();  // the entry drawn
+  if (!page_shown_ || !s.loaded() || index < 1 || index > s.catalogue.HK_Count()) return std::nullopt;
+  const Packet_Entry& entry = s.catalogue.HK_List[index];
+  const int sensor = picker_->sensor();
+  if (sensor == 0) return packet_mark(s.File_Type, entry);
+  return packet_byte_mark(s.File_Type, s.Byte_Reverse, entry, s.config.sensor(sensor).Byte_Offset);
 }
 
 QString Housekeeping_form::packetTypeText() const { return packet_type_->text(); }

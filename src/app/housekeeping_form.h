@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "child_view.h"
 #include "views/housekeeping_view.h"
+#include "views/raw_mark.h"
 
 class QLabel;
 class QPushButton;
@@ -15,6 +17,7 @@ class QScrollBar;
 namespace morvane {
 
 class DrawingView;
+class Sensor_Picker;
 
 // Housekeeping_form: one housekeeping packet at a time, its sensor page or (complete packets
 // only) its register page, with a scroll bar over the housekeeping entries. The current entry is
@@ -44,6 +47,8 @@ class Housekeeping_form : public ChildView {
   QScrollBar* scrollBar() const { return scroll_; }
   QPushButton* moreButton() const { return command1_; }
   DrawingView* picture() const { return picture_; }
+  // Clicking a sensor line chooses it: its byte is marked in the raw view.
+  Sensor_Picker* sensorPicker() const { return picker_; }
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
@@ -52,6 +57,8 @@ class Housekeeping_form : public ChildView {
   // Moves the bar; a page is drawn when the value changed or when `redraw_anyway`.
   void moveScroll(const Scroll_Setting& setting, bool redraw_anyway);
   void showSensorPage(const Sensor_Page& page);
+  // The packet on view for the raw view, with the chosen sensor's byte; nothing when none is drawn.
+  std::optional<Raw_Mark> shownMark() const;
 
   HousekeepingState state_;
   QLabel* packet_type_;
@@ -59,6 +66,7 @@ class Housekeeping_form : public ChildView {
   QScrollBar* scroll_;
   DrawingView* picture_;
   QPushButton* command1_;
+  Sensor_Picker* picker_;
   bool page_shown_ = false;
 };
 

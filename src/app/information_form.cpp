@@ -13,6 +13,7 @@
 #include "core/session.h"
 #include "drawing_view.h"
 #include "fixed_font.h"
+#include "raw_link.h"
 
 namespace morvane {
 
@@ -99,6 +100,13 @@ Information_Form::Information_Form(EGSE_MDI& mdi)
   scroll_->setRange(1, Information_View::scroll_maximum(session()));
   scroll_->setPageStep(kPageEntries);
   connect(scroll_, &QScrollBar::valueChanged, this, &Information_Form::VScroll1_Change);
+  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+    // The window outlives a load: its entry belongs to the file it was read from.
+    const Session& s = session();
+    if (shown_file_.expired() || shown_file_.lock() != s.file) return {};
+    const Packet_Entry& entry = s.catalogue.Information_List.at(scroll_->value());
+    return packet_mark(s.File_Type, entry);
+  });
   if (count >= 1) {
     Update();
     shown_on_load_ = true;
@@ -122,6 +130,7 @@ void Information_Form::VScroll1_Change(int value) {
   shown_on_load_ = false;
   if (session().catalogue.Information_Count() < 1) return;  // nothing to show
   guarded([&] { view_.show(session(), value); });
+  shown_file_ = session().file;
   showDecoded();
 }
 

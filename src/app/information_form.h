@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "child_view.h"
 #include "views/information_view.h"
@@ -56,6 +57,7 @@ class Information_Form : public ChildView {
   DrawingView* picture2_;
   QScrollBar* scroll_;
   bool shown_on_load_ = false;  // the entry of the opening is on display, untouched since
+  std::weak_ptr<TelemetryFile> shown_file_;  // the file of the entry on display
 };
 
 }  // namespace morvane

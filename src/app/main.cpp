@@ -50,7 +50,8 @@ int main(int argc, char** argv) {
   } else {
     dialogs = std::make_unique<morvane::QtDialogs>();
   }
-  std::unique_ptr<morvane::EGSE_MDI> window = morvane::Main(*dialogs);
+  // Pictures are taken of a fresh layout; a user's run comes back as it was left.
+  std::unique_ptr<morvane::EGSE_MDI> window = morvane::Main(*dialogs, {}, !screenshots);
 
   QTimer::singleShot(0, window.get(), [&] {
     if (type) window->loadFile(*type, file);

@@ -13,7 +13,9 @@
 #include "core/windows_path.h"
 #include "dialogs.h"
 #include "error_trap.h"
+#include "file_drop.h"
 #include "placeholder_view.h"
+#include "recent_files.h"
 #include "settings.h"
 #include "twips.h"
 #include "view_registry.h"
@@ -57,6 +59,8 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
   timer_->setInterval(kCollectionIntervalMilliseconds);
   connect(timer_, &QTimer::timeout, this, &EGSE_MDI::Timer1_Timer);
   createMenus();
+  new Recent_Files_Menu(*this);
+  new File_Drop(*this);
   register_standard_views(*this);
   resize(1100, 760);
 }
@@ -244,6 +248,7 @@ bool EGSE_MDI::loadFile(FileFormat type, const QString& path) {
   if (!loadSession(type, path, {})) return false;
   setWindowTitle(loaded_caption(type, path));
   stopCollection();
+  emit fileLoaded(type, path);
   return true;
 }
 

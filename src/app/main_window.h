@@ -116,6 +116,10 @@ class EGSE_MDI : public QMainWindow {
   // Runs an event handler's work; a failure is shown in a message box.
   bool guarded(const std::function<void()>& work);
 
+ signals:
+  // loadFile loaded a file (from the File menu, a drop, the recent files or the command line).
+  void fileLoaded(morvane::FileFormat type, const QString& path);
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include <QAction>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollBar>
@@ -55,6 +56,12 @@ RawData::RawData(EGSE_MDI& mdi)
   label2_->setText(QString::fromStdString(raw_frame_label(current_frame_)));
   connect(scroll_, &QScrollBar::valueChanged, this, &RawData::VScroll1_Change);
   drawFrame();
+
+  auto* clear_mark = new QAction(tr("Clear mark"), this);
+  clear_mark->setObjectName("actClearMark");
+  connect(clear_mark, &QAction::triggered, this, &RawData::clearMark);
+  addAction(clear_mark);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void RawData::setFrameRange() {
@@ -79,6 +86,35 @@ void RawData::drawFrame() {
   }
   const bool drawn = guarded([&] { picture_->setDrawing(Display_Raw_Frame(session(), current_frame_).words); });
   if (!drawn) picture_->clear();
+  paintMark();
+}
+
+void RawData::paintMark() {
+  if (!mark_ || picture_->drawing().empty()) return;
+  const Session& s = session();
+  const Raw_Mark_Cells cells = raw_mark_cells(s.File_Type, s.Byte_Reverse, *mark_, current_frame_);
+  std::vector<DrawingView::Text_Mark> marks;
+  auto add = [&](const std::vector<Marked_Cell>& marked, const Colour& colour) {
+    for (const Marked_Cell& cell : marked) {
+      const auto text = static_cast<size_t>(cell.word - 1);
+      if (text >= picture_->drawing().size()) continue;
+      const Text_Run run = cell_part_characters(cell.part, static_cast<int>(picture_->drawing()[text].text.size()));
+      marks.push_back({text, run.first, run.count, colour});
+    }
+  };
+  add(cells.packet, kPacketMarkColour);
+  add(cells.byte, kByteMarkColour);
+  picture_->setMarks(std::move(marks));
+}
+
+void RawData::showMark(const Raw_Mark& mark) {
+  mark_ = mark;
+  showFrame(std::max<int32_t>(mark.frame, 1));
+}
+
+void RawData::clearMark() {
+  mark_.reset();
+  picture_->setMarks({});
 }
 
 void RawData::showFrame(int32_t n) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "child_view.h"
+#include "views/raw_mark.h"
 
 class QLabel;
 class QScrollBar;
@@ -27,6 +29,12 @@ class RawData : public ChildView {
   void showFrame(int32_t n);
   int32_t currentFrame() const { return current_frame_; }
 
+  // Shows the frame a decoded view sent with its packet (and chosen byte) marked; the mark stays
+  // while the frames are stepped through, so a packet's end is marked in the next frame.
+  void showMark(const Raw_Mark& mark);
+  void clearMark();
+  const std::optional<Raw_Mark>& mark() const { return mark_; }
+
   QString countLabel() const;
   QString frameLabel() const;
   QScrollBar* scrollBar() const { return scroll_; }
@@ -40,12 +48,14 @@ class RawData : public ChildView {
   // VScroll1_Change: the frame of the scroll bar, its label and its words.
   void VScroll1_Change(int value);
   void drawFrame();
+  void paintMark();
 
   QLabel* label1_;
   QLabel* label2_;
   QScrollBar* scroll_;
   DrawingView* picture_;
   int32_t current_frame_ = 1;
+  std::optional<Raw_Mark> mark_;
 };
 
 }  // namespace morvane

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "core/session.h"
+#include "raw_link.h"
 #include "spectrum_plot.h"
 
 namespace morvane {
@@ -134,6 +135,11 @@ Spectra_Form::Spectra_Form(EGSE_MDI& mdi)
   hscroll1_->setPageStep(kPageSpectra);
   connect(hscroll1_, &QScrollBar::valueChanged, this, &Spectra_Form::HScroll1_Change);
   connect(hscroll2_, &QScrollBar::valueChanged, this, &Spectra_Form::HScroll2_Change);
+  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+    // The sub-packet whose header is on view, in the file the window opened on.
+    if (opened_on_.lock() != session().file || view_.science_index() < 1) return {};
+    return packet_mark(session().File_Type, session().catalogue.Science_List.at(view_.science_index()));
+  });
   Form_Load();
 }
 

@@ -8,6 +8,7 @@
 #include "error_trap.h"
 #include "main_window.h"
 #include "settings.h"
+#include "window_layout.h"
 
 namespace morvane {
 
@@ -46,11 +47,15 @@ Configuration read_startup_configuration(const QString& working_folder, Dialogs&
   }
 }
 
-std::unique_ptr<EGSE_MDI> Main(Dialogs& dialogs, const QString& working_folder) {
+std::unique_ptr<EGSE_MDI> Main(Dialogs& dialogs, const QString& working_folder, bool remember_layout) {
   Configuration configuration = read_startup_configuration(working_folder, dialogs);
   auto window = std::make_unique<EGSE_MDI>(std::move(configuration), dialogs);
   window->show();
   window->setByteReverse(true);
+  if (remember_layout) {
+    restore_window_layout(*window);
+    keep_window_layout_on_quit(*window);
+  }
   return window;
 }
 

@@ -19,7 +19,9 @@ class EGSE_MDI;
 Configuration read_startup_configuration(const QString& working_folder, Dialogs& dialogs);
 
 // Main: reads the configuration, shows the main window, switches Byte_Reverse on with its
-// check mark, in that order. working_folder empty means the current folder.
-std::unique_ptr<EGSE_MDI> Main(Dialogs& dialogs, const QString& working_folder = {});
+// check mark, in that order. working_folder empty means the current folder. With
+// remember_layout the window layout of the last run is restored, and kept again as the program
+// ends.
+std::unique_ptr<EGSE_MDI> Main(Dialogs& dialogs, const QString& working_folder = {}, bool remember_layout = false);
 
 }  // namespace morvane

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "summary_model.h"
 
+#include <algorithm>
+
 #include <QColor>
 
 #include "core/error.h"
@@ -21,12 +23,15 @@ const EntryList& SummaryListModel::entries() const {
   return catalogue.HK_List;
 }
 
-int SummaryListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
+int SummaryListModel::rowCount(const QModelIndex& parent) const {
+  if (parent.isValid()) return 0;
+  return only_matches_ ? static_cast<int>(matches_.size()) : rows_;
+}
 
 QVariant SummaryListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rows_) return {};
+  if (!index.isValid() || index.row() >= rowCount()) return {};
   if (role != Qt::DisplayRole && role != Qt::ForegroundRole) return {};
-  const int32_t i = index.row() + 1;
+  const int32_t i = entryNumber(index.row());
   try {
     const QString line = QString::fromStdString(line_text(i));
     return role == Qt::DisplayRole ? QVariant(line) : QVariant();
@@ -50,11 +55,54 @@ std::string SummaryListModel::line_text(int32_t i) const {
 int SummaryListModel::appendNewEntries() {
   const int now = entries().size();
   if (now <= rows_) return 0;
-  beginInsertRows(QModelIndex(), rows_, now - 1);
   const int added = now - rows_;
+  if (only_matches_) {
+    rows_ = now;  // shown once the find bar has found them matching
+    return added;
+  }
+  beginInsertRows(QModelIndex(), rows_, now - 1);
   rows_ = now;
   endInsertRows();
   return added;
+}
+
+int32_t SummaryListModel::entryNumber(int row) const {
+  return only_matches_ ? matches_[static_cast<size_t>(row)] : row + 1;
+}
+
+int SummaryListModel::rowOf(int32_t entry) const {
+  if (!only_matches_) return entry >= 1 && entry <= rows_ ? entry - 1 : -1;
+  const auto found = std::lower_bound(matches_.begin(), matches_.end(), entry);
+  return found != matches_.end() && *found == entry ? static_cast<int>(found - matches_.begin()) : -1;
+}
+
+void SummaryListModel::showOnlyMatches(bool only) {
+  if (only == only_matches_) return;
+  beginResetModel();
+  only_matches_ = only;
+  endResetModel();
+}
+
+void SummaryListModel::restartMatches() {
+  if (!only_matches_) {
+    matches_.clear();
+    return;
+  }
+  beginResetModel();
+  matches_.clear();
+  endResetModel();
+}
+
+void SummaryListModel::addMatches(const std::vector<int32_t>& found) {
+  if (found.empty()) return;
+  if (!only_matches_) {
+    matches_.insert(matches_.end(), found.begin(), found.end());
+    return;
+  }
+  const int first = static_cast<int>(matches_.size());
+  beginInsertRows(QModelIndex(), first, first + static_cast<int>(found.size()) - 1);
+  matches_.insert(matches_.end(), found.begin(), found.end());
+  endInsertRows();
 }
 
 }  // namespace morvane

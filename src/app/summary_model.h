@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <QAbstractListModel>
 
@@ -13,6 +14,10 @@ namespace morvane {
 // it, so a list of millions of entries costs nothing until it is scrolled. The model shows the
 // entries that were in the list when it was made or last appended to; entries the catalogue
 // gains later appear with appendNewEntries().
+//
+// Find and filter: the model keeps the entries that match the find bar's conditions, as the bar
+// finds them. While it shows only those, row r is the r-th match; each line still begins with
+// its entry number, and entryNumber() maps a row to its entry.
 class SummaryListModel : public QAbstractListModel {
   Q_OBJECT
 
@@ -27,19 +32,37 @@ class SummaryListModel : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
   List list() const { return list_; }
+  // The catalogue list the model shows.
+  const EntryList& entries() const;
   // The catalogue entry of a row (0-based).
-  const Packet_Entry& entry(int row) const { return entries()[row + 1]; }
-  // Inserts rows for the entries added to the catalogue since the last call. Returns how many.
+  const Packet_Entry& entry(int row) const { return entries()[entryNumber(row)]; }
+  // Inserts rows for the entries added to the catalogue since the last call. Returns how many
+  // entries were added (rows only when every entry is shown).
   int appendNewEntries();
+  // The entries the model knows of: its rows when every entry is shown.
+  int32_t entryCount() const { return rows_; }
+
+  // The 1-based entry number of a row, and the row of an entry (-1 when it is not shown).
+  int32_t entryNumber(int row) const;
+  int rowOf(int32_t entry) const;
+  // Shows only the matches (true) or every entry.
+  void showOnlyMatches(bool only);
+  bool showsOnlyMatches() const { return only_matches_; }
+  // The matches so far, ascending entry numbers. Starting afresh forgets them; more arrive in
+  // ascending order at the end.
+  const std::vector<int32_t>& matches() const { return matches_; }
+  void restartMatches();
+  void addMatches(const std::vector<int32_t>& found);
 
  private:
-  const EntryList& entries() const;
   // The list line of entry i (1-based).
   std::string line_text(int32_t i) const;
 
   const Session& session_;
   List list_;
   int rows_ = 0;
+  std::vector<int32_t> matches_;
+  bool only_matches_ = false;
 };
 
 }  // namespace morvane

@@ -4,14 +4,18 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QComboBox>
 #include <QListView>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "fixed_font.h"
 #include "main_window.h"
+#include "raw_link.h"
+#include "summary_find_bar.h"
 #include "views/summary_lines.h"
 
 namespace morvane {
@@ -85,6 +89,17 @@ Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
   layout->addWidget(file_label_);
   layout->addLayout(body, 1);
   Enter_Label_Information();
+
+  // Ctrl+F goes to the find bar of the list on view.
+  auto* find = new QShortcut(QKeySequence::Find, this,
+                             [this] { findBar(tabs_->currentIndex())->labelChoice()->setFocus(); });
+  find->setContext(Qt::WidgetWithChildrenShortcut);
+  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+    const int tab = tabs_->currentIndex();
+    const QModelIndex line = list(tab)->currentIndex();
+    if (!session().loaded() || !line.isValid()) return {};
+    return packet_mark(session().File_Type, model(tab)->entry(line.row()));
+  });
 }
 
 QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
@@ -105,17 +120,22 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
   list->setModel(model);
   connect(list, &QListView::doubleClicked, this, [this, tab](const QModelIndex& index) {
     if (!index.isValid()) return;
-    if (tab == 0) List1_DblClick(index.row());
-    if (tab == 1) List2_DblClick(index.row());
-    if (tab == 2) List3_DblClick(index.row());
+    // A filtered list's row is not its line: the entry number says which line it is.
+    const int line = models_[static_cast<size_t>(tab)]->entryNumber(index.row()) - 1;
+    if (tab == 0) List1_DblClick(line);
+    if (tab == 1) List2_DblClick(line);
+    if (tab == 2) List3_DblClick(line);
   });
   list->setMinimumWidth(QFontMetrics(list->font()).horizontalAdvance(QString(kListCharacters, QLatin1Char('0'))) +
                        list->verticalScrollBar()->sizeHint().width() + 2 * list->frameWidth());
   lists_[static_cast<size_t>(tab)] = list;
   models_[static_cast<size_t>(tab)] = model;
+  auto* find_bar = new Summary_Find_Bar(*model, *list, page);
+  find_bars_[static_cast<size_t>(tab)] = find_bar;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_headings(kHeadingColumns[tab], *list, page));
   layout->addWidget(list, 1);
+  layout->addWidget(find_bar);
   return page;
 }
 
@@ -159,7 +179,9 @@ void Summary::updateRealtime() {
   guarded([&] {
     for (size_t tab = 0; tab < models_.size(); ++tab) {
       const bool follow = at_end(lists_[tab]);
-      if (models_[tab]->appendNewEntries() > 0 && follow) lists_[tab]->scrollToBottom();
+      const int added = models_[tab]->appendNewEntries();
+      if (added > 0) find_bars_[tab]->entriesAppended();  // the new entries are tested at once
+      if (added > 0 && follow) lists_[tab]->scrollToBottom();
     }
     Enter_Label_Information();
   });
@@ -175,7 +197,7 @@ void Summary::List1_DblClick(int row) {
 void Summary::List2_DblClick(int row) {
   guarded([&] {
     session().Current_Science_Index = row + 1;
-    switch (models_[1]->entry(row).Label) {
+    switch (session().catalogue.Science_List.at(row + 1).Label) {
       case LabelCode::AuxiliaryData: mdi().showAuxiliaryEntry(); break;
       case LabelCode::GcSpectrum:
       case LabelCode::IsotopeSpectrum: mdi().showSpectraEntry(); break;

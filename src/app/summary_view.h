@@ -14,9 +14,11 @@ class QTabWidget;
 
 namespace morvane {
 
+class Summary_Find_Bar;
+
 // The summary of the loaded file: every count of the catalogue, and on three tabs one line per
 // housekeeping, science and information entry. A double click makes the entry current and
-// opens the window that decodes it.
+// opens the window that decodes it. Under each list a find bar finds and filters its lines.
 class Summary : public ChildView {
   Q_OBJECT
 
@@ -27,7 +29,8 @@ class Summary : public ChildView {
   // refreshes the counts. A list scrolled to its end stays at its end.
   void updateRealtime() override;
 
-  // The double clicks, by 0-based line.
+  // The double clicks, by 0-based line of the whole list (entry number - 1), whatever the
+  // filter hides.
   void List1_DblClick(int row);
   void List2_DblClick(int row);
   void List3_DblClick(int row);
@@ -36,6 +39,7 @@ class Summary : public ChildView {
   // The list of a tab (0 housekeeping, 1 science, 2 information) and its model.
   QListView* list(int tab) const { return lists_[static_cast<size_t>(tab)]; }
   SummaryListModel* model(int tab) const { return models_[static_cast<size_t>(tab)]; }
+  Summary_Find_Bar* findBar(int tab) const { return find_bars_[static_cast<size_t>(tab)]; }
   // The value shown beside a count ("12", "- N/A -"), by its key ("hk_count", ...).
   QString countText(const std::string& key) const;
 
@@ -48,6 +52,7 @@ class Summary : public ChildView {
   QTabWidget* tabs_ = nullptr;
   std::array<QListView*, 3> lists_{};
   std::array<SummaryListModel*, 3> models_{};
+  std::array<Summary_Find_Bar*, 3> find_bars_{};
   std::map<std::string, QLabel*> count_labels_;
 };
 

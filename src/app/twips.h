@@ -14,6 +14,10 @@ inline int twips_to_pixels(int twips, int dots_per_inch) {
   return qRound(static_cast<double>(twips) * dots_per_inch / kTwipsPerInch);
 }
 
+inline int pixels_to_twips(int pixels, int dots_per_inch) {
+  return qRound(static_cast<double>(pixels) * kTwipsPerInch / dots_per_inch);
+}
+
 // A point in twips as pixels of the widget's screen.
 inline QPoint twips_to_pixels(int x, int y, const QWidget& widget) {
   return {twips_to_pixels(x, widget.logicalDpiX()), twips_to_pixels(y, widget.logicalDpiY())};

@@ -86,6 +86,24 @@ std::string sensor_line_pattern(int decimals) {
   }
 }
 
+namespace {
+constexpr int kLineHeight = 200;
+constexpr int kColumnWidth = 3200;
+}  // namespace
+
+Twips_Box sensor_line_box(const Sensor_Line& line) {
+  return {kColumnWidth * line.column, kLineHeight * line.row, kColumnWidth, kLineHeight};
+}
+
+int sensor_line_at(const std::vector<Sensor_Line>& lines, int x, int y) {
+  if (x < 0 || y < 0) return -1;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    const Twips_Box box = sensor_line_box(lines[i]);
+    if (x >= box.x && x < box.x + box.width && y >= box.y && y < box.y + box.height) return static_cast<int>(i);
+  }
+  return -1;
+}
+
 Sensor_Line xPrint_Line(const Configuration& config, int row, int column, int sensor, int decimals, Drawing& drawing) {
   const Sensor_Record& record = config.sensor(sensor);
   const double value = record.Value;
@@ -100,12 +118,12 @@ Sensor_Line xPrint_Line(const Configuration& config, int row, int column, int se
                    pattern.empty() ? general_text(step) : format_pattern(step, pattern),
                    record.Sensor_Unit};
 
-  const int y = 200 * row;
+  const int y = kLineHeight * row;
   auto put = [&](std::string text, int x, int at_y, Anchor anchor) {
     drawing.push_back(Placed_Text{std::move(text), x, at_y, kBlue, anchor});
   };
-  put(line.name, 100 + 3200 * column, y, Anchor::Left);
-  put(line.value_text, 1800 + 3200 * column, y, Anchor::Right);  // right-aligned on the value edge
+  put(line.name, 100 + kColumnWidth * column, y, Anchor::Left);
+  put(line.value_text, 1800 + kColumnWidth * column, y, Anchor::Right);  // right-aligned on the value edge
   put("  +/-  ", 0, y, Anchor::Follow);
   put(line.step_text, 0, y, Anchor::Follow);
   put("  ", 0, y, Anchor::Follow);

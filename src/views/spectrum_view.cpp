@@ -70,6 +70,7 @@ void Spectrum_View::get_spectrum_data(const Session& session, int32_t s) {
 void Spectrum_View::display_spectrum_information(const Session& session, int32_t science_index) {
   const Packet_Entry& entry = session.catalogue.Science_List.at(science_index);
   header_ = read_spectrum_header(session.telemetry(), entry, session.Byte_Reverse);
+  science_index_ = science_index;
 }
 
 std::string Spectrum_View::sub_packet_text() const {

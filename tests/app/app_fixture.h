@@ -66,6 +66,22 @@ class FakeDialogs : public Dialogs {
     printer.setOutputFileName(file);
     return true;
   }
+  // Answers to choices (the index chosen, -1 a cancel; none left: a cancel), and what was offered.
+  std::deque<int> choices;
+  struct Choice {
+    QString text;
+    QStringList offered;
+    int preselected = -1;
+  };
+  std::vector<Choice> choices_offered;
+  int chooseOne(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
+    events.push_back("choice");
+    choices_offered.push_back({text, offered, preselected});
+    if (choices.empty()) return -1;
+    const int answer = choices.front();
+    choices.pop_front();
+    return answer;
+  }
 
  private:
   bool next_answer(const QString& text, bool yes_no) {

@@ -158,5 +158,22 @@ TEST_F(HkDecodeTest, TheSensorPageListsEveryGroupInOrder) {
   for (const auto& item : page.drawing) EXPECT_EQ(item.colour, kBlue);
 }
 
+TEST_F(HkDecodeTest, APointOnTheSensorPageFindsTheLineUnderIt) {
+  load({hk_packet(2)});
+  decode_hk_sensors(session, 1);
+  const Sensor_Layout page = draw_sensor_page(session.config);
+  // Line 22 is the board temperature at row 1 of the second column, line 35 the docking station.
+  EXPECT_EQ(sensor_line_box(page.lines[22]), (Twips_Box{3200, 200, 3200, 200}));
+  const struct { int x, y, line; } points[] = {
+      {100, 200, 0},    {3199, 399, 0},   {3200, 200, 22},   {6399, 4699, 35}, {4000, 4650, 35},
+      {100, 0, -1},     {3300, 600, -1},  {100, 2800, -1},   {-1, 300, -1},    {6400, 300, -1},
+  };
+  for (const auto& p : points) EXPECT_EQ(sensor_line_at(page.lines, p.x, p.y), p.line) << p.x << ", " << p.y;
+  for (size_t i = 0; i < page.lines.size(); ++i) {
+    const Twips_Box box = sensor_line_box(page.lines[i]);
+    EXPECT_EQ(sensor_line_at(page.lines, box.x + box.width / 2, box.y + box.height / 2), static_cast<int>(i));
+  }
+}
+
 }  // namespace
 }  // namespace morvane

@@ -64,6 +64,7 @@ TEST(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
   view.show_sub_packet(file.session, 2);
   EXPECT_EQ(view.sub_packet_text(), "Sub-packet 2 viewed of 2");
   EXPECT_EQ(values(), (std::vector<std::string>{"3", "1", "21", "22", "23", "24", "No", "YES"}));
+  EXPECT_EQ(view.science_index(), 2);  // the science entry whose header is on view
   EXPECT_EQ(view.bin_count(), 4);  // moving between sub-packets reads no bins
   EXPECT_THROW(view.show_sub_packet(file.session, 3), RuntimeError);
 }
@@ -82,6 +83,7 @@ TEST(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
   EXPECT_EQ(view.bin_count(), 4);
   EXPECT_EQ(view.bins()[1], 1500);
   EXPECT_EQ(view.header()->first_bin, 40);  // the GC packet's own header
+  EXPECT_EQ(view.science_index(), 4);
   EXPECT_EQ(view.header()->bit14().text, "YES");
 
   // Back on a complete spectrum the first sub-packet is on view again; its single bin leaves

@@ -64,6 +64,16 @@ struct Sensor_Line {
   std::string unit;
 };
 
+// Where a sensor line lies on the page in twips: its row, 200 twips high, across its column,
+// 3200 twips wide (the first column from x = 0).
+struct Twips_Box {
+  int x = 0, y = 0, width = 0, height = 0;
+  bool operator==(const Twips_Box&) const = default;
+};
+Twips_Box sensor_line_box(const Sensor_Line& line);
+// The index in lines of the line whose box holds the point (x, y) in twips, or -1.
+int sensor_line_at(const std::vector<Sensor_Line>& lines, int x, int y);
+
 // The pattern of a sensor line with this many decimals: "###0", "###0.0", "###0.00",
 // "###0.000"; empty for any other count (the numbers are then written in their plain text).
 std::string sensor_line_pattern(int decimals);

@@ -91,6 +91,8 @@ class Spectrum_View {
   int32_t bin_count() const { return spectrum_bins_.bin_count; }
   // The header of the sub-packet on view; none before the first spectrum is shown.
   const std::optional<Spectrum_Header>& header() const { return header_; }
+  // The Science_List entry of that header: the sub-packet on view, or the GC packet; 0 before.
+  int32_t science_index() const { return science_index_; }
   // The eight headings beside the header labels with their values, in the window's order:
   // First bin, Number bins, First DEU, Number DEU's, First Overflow, Number RICA Overflows,
   // Possible data loss (bit 15), DEU Termination (bit 14). Values are "" with no header.
@@ -112,6 +114,7 @@ class Spectrum_View {
   int current_sub_packet_ = 1;
   Assembled_Spectrum spectrum_bins_;
   std::optional<Spectrum_Header> header_;
+  int32_t science_index_ = 0;
   Spectrum_Axis axis_;
 };
 

@@ -35,6 +35,14 @@ struct Summary_Filter {
 
 // The 1-based entry numbers of the list that match, in list order.
 std::vector<int32_t> filter_entries(const EntryList& list, const Summary_Filter& filter);
+// Appends to matches the numbers of the entries first..last (1-based, inclusive) that match: a
+// window filters a long list a slice at a time between its events. Nothing when last < first.
+void filter_entries(const EntryList& list, const Summary_Filter& filter, int32_t first, int32_t last,
+                    std::vector<int32_t>& matches);
+
+// The first match after entry `after`, going round to the first match when there is none after
+// it: what Enter selects. 0 when nothing matches. matches are ascending entry numbers.
+int32_t next_match(const std::vector<int32_t>& matches, int32_t after);
 
 // The labels that occur in a list, in label order: what a label choice offers.
 std::vector<LabelCode> labels_in(const EntryList& list);

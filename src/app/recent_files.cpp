@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "recent_files.h"
+
+#include <algorithm>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+#include <QSettings>
+
+#include "dialogs.h"
+#include "main_window.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr const char* kRecentKey = "files/recent";
+constexpr const char* kFormatKey = "format";
+constexpr const char* kPathKey = "path";
+
+void store(const std::vector<Recent_File>& files) {
+  QSettings settings;
+  settings.remove(kRecentKey);
+  settings.beginWriteArray(kRecentKey, static_cast<int>(files.size()));
+  for (int i = 0; i < static_cast<int>(files.size()); ++i) {
+    settings.setArrayIndex(i);
+    settings.setValue(kFormatKey, QString::fromUtf8(format_tag(files[static_cast<size_t>(i)].format).data()));
+    settings.setValue(kPathKey, files[static_cast<size_t>(i)].path);
+  }
+  settings.endArray();
+}
+
+QString format_text(FileFormat format) { return QString::fromUtf8(format_tag(format).data()); }
+
+}  // namespace
+
+std::vector<Recent_File> recent_files() {
+  QSettings settings;
+  std::vector<Recent_File> files;
+  const int count = settings.beginReadArray(kRecentKey);
+  for (int i = 0; i < count; ++i) {
+    settings.setArrayIndex(i);
+    const std::optional<FileFormat> format = parse_format_tag(settings.value(kFormatKey).toString().toStdString());
+    const QString path = settings.value(kPathKey).toString();
+    if (format && !path.isEmpty()) files.push_back({*format, path});  // a damaged entry is passed over
+  }
+  settings.endArray();
+  return files;
+}
+
+void remember_recent_file(const Recent_File& file) {
+  std::vector<Recent_File> files = recent_files();
+  std::erase_if(files, [&](const Recent_File& f) { return f.path == file.path; });
+  files.insert(files.begin(), file);
+  if (files.size() > static_cast<size_t>(kRecentFileCount)) files.resize(kRecentFileCount);
+  store(files);
+}
+
+void forget_recent_file(const QString& path) {
+  std::vector<Recent_File> files = recent_files();
+  std::erase_if(files, [&](const Recent_File& f) { return f.path == path; });
+  store(files);
+}
+
+Recent_Files_Menu::Recent_Files_Menu(EGSE_MDI& window)
+    : QObject(&window), window_(window), menu_(new QMenu(tr("Recent &Files"), &window)) {
+  menu_->setObjectName("mnuRecentFiles");
+  menu_->menuAction()->setObjectName("mnuRecentFiles");
+  auto* file = window.findChild<QMenu*>("mnuFile");
+  QAction* separator = window.menuItem("mnuSeparartor1");
+  if (file) file->insertMenu(separator, menu_);
+  connect(&window, &EGSE_MDI::fileLoaded, this, [this](FileFormat format, const QString& path) {
+    remember_recent_file({format, path});
+    rebuild();
+  });
+  // Another run of the program may have loaded files since.
+  connect(menu_, &QMenu::aboutToShow, this, &Recent_Files_Menu::rebuild);
+  rebuild();
+}
+
+void Recent_Files_Menu::rebuild() {
+  menu_->clear();
+  const std::vector<Recent_File> files = recent_files();
+  if (files.empty()) {
+    menu_->addAction(tr("(none)"))->setEnabled(false);
+    return;
+  }
+  for (int i = 0; i < static_cast<int>(files.size()); ++i) {
+    const Recent_File& f = files[static_cast<size_t>(i)];
+    QString shown = QDir::toNativeSeparators(f.path);
+    shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    QAction* item = menu_->addAction(QStringLiteral("&%1  %2  %3").arg(i + 1).arg(format_text(f.format), shown));
+    item->setObjectName(QStringLiteral("mnuRecentFile%1").arg(i + 1));
+    connect(item, &QAction::triggered, this, [this, i] { open(i); });
+  }
+}
+
+bool Recent_Files_Menu::open(int i) {
+  const std::vector<Recent_File> files = recent_files();
+  if (i < 0 || i >= static_cast<int>(files.size())) return false;
+  const Recent_File file = files[static_cast<size_t>(i)];
+  if (!QFileInfo(file.path).isFile()) {
+    forget_recent_file(file.path);
+    rebuild();
+    window_.dialogs().message(
+        &window_, tr("%1 is no longer there; it leaves the recent files.").arg(QDir::toNativeSeparators(file.path)));
+    return false;
+  }
+  return window_.loadFile(file.format, file.path);
+}
+
+}  // namespace morvane

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include <QObject>
+#include <QString>
+
+#include "core/file_format.h"
+
+class QMenu;
+
+namespace morvane {
+
+class EGSE_MDI;
+
+// A file loaded before, with the format it was loaded as (a format is never guessed).
+struct Recent_File {
+  FileFormat format = FileFormat::CSS;
+  QString path;
+  bool operator==(const Recent_File&) const = default;
+};
+inline constexpr int kRecentFileCount = 8;
+
+// The files loaded last, most recent first, as the program's settings keep them.
+std::vector<Recent_File> recent_files();
+// Puts a file at the top of the list, once, with the format it was last loaded as.
+void remember_recent_file(const Recent_File& file);
+void forget_recent_file(const QString& path);
+
+// File > "Recent Files": every file the main window loads is remembered with its format, and
+// choosing one loads it again in that format. A file that is no longer there is a message and
+// leaves the list.
+class Recent_Files_Menu : public QObject {
+  Q_OBJECT
+
+ public:
+  // Puts the submenu in the File menu, before the separator above "E&xit".
+  explicit Recent_Files_Menu(EGSE_MDI& window);
+
+  QMenu* menu() const { return menu_; }
+  // Loads recent file i (from 0) as its item does. Returns whether it was loaded.
+  bool open(int i);
+
+ private:
+  void rebuild();
+
+  EGSE_MDI& window_;
+  QMenu* menu_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+// Getting back to where one was: recent files, files dropped on the window, the window layout.
+#include <QDir>
+#include <QDropEvent>
+#include <QFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+
+#include "app_fixture.h"
+#include "file_drop.h"
+#include "recent_files.h"
+#include "startup.h"
+#include "window_layout.h"
+
+namespace morvane {
+namespace {
+
+class Sessions : public testing::AppTest {
+ protected:
+  QString file(const std::string& name) {
+    testing::FrameWriter writer = testing::three_frames();
+    return write_frames(name, writer);
+  }
+  QMenu* recent_menu() const { return window->findChild<QMenu*>("mnuRecentFiles"); }
+  QStringList recent_items() const {
+    QStringList texts;
+    for (QAction* item : recent_menu()->actions()) texts << item->text();
+    return texts;
+  }
+  // Drops files on the main window as a file manager does.
+  bool drop(const QList<QUrl>& urls) {
+    QMimeData data;
+    data.setUrls(urls);
+    const QPoint at = window->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    if (!enter.isAccepted()) return false;
+    QDropEvent dropped(QPointF(at), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &dropped);
+    return dropped.isAccepted();
+  }
+};
+
+TEST_F(Sessions, TheRecentFilesSubmenuStandsAboveExitAndStartsEmpty) {
+  auto* file_menu = window->findChild<QMenu*>("mnuFile");
+  QStringList names;
+  for (QAction* item : file_menu->actions()) names << item->objectName();
+  EXPECT_EQ(names, (QStringList{"mnuFileLoad_CSS", "mnuLoadFile_GRM", "mnuLoadFile_FM", "mnuLoadFile_QM",
+                                "mnuLoadFile_ZebFormat", "mnuRecentFiles", "mnuSeparartor1", "mnuExit"}));
+  EXPECT_EQ(recent_items(), (QStringList{"(none)"}));
+  EXPECT_FALSE(recent_menu()->actions().front()->isEnabled());
+}
+
+TEST_F(Sessions, LoadedFilesAreRememberedWithTheirFormatMostRecentFirst) {
+  const QString a = file("a.dat");
+  const QString b = file("b.dat");
+  ASSERT_TRUE(load_through_menu("mnuLoadFile_QM", a));
+  ASSERT_TRUE(window->loadFile(FileFormat::GRM, b));
+  ASSERT_TRUE(window->loadFile(FileFormat::CSS, a));  // again, as another format
+  EXPECT_EQ(recent_files(), (std::vector<Recent_File>{{FileFormat::CSS, a}, {FileFormat::GRM, b}}));
+  EXPECT_EQ(recent_items(),
+            (QStringList{"&1  CSS  " + QDir::toNativeSeparators(a), "&2  GRM  " + QDir::toNativeSeparators(b)}));
+
+  // Choosing one loads it in its format.
+  window->menuItem("mnuRecentFile2")->trigger();
+  EXPECT_EQ(window->session().File_Name, b.toStdString());
+  EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
+  EXPECT_EQ(window->windowTitle(), loaded_caption(FileFormat::GRM, b));
+  EXPECT_EQ(recent_files().front(), (Recent_File{FileFormat::GRM, b}));
+
+  // The list is kept to its length.
+  for (int i = 0; i < kRecentFileCount + 2; ++i) {
+    ASSERT_TRUE(window->loadFile(FileFormat::QM, file("f" + std::to_string(i) + ".dat")));
+  }
+  EXPECT_EQ(recent_files().size(), static_cast<size_t>(kRecentFileCount));
+  EXPECT_EQ(recent_files().front().path, QString::fromStdString(dir.path("f9.dat")));
+}
+
+TEST_F(Sessions, ARecentFileThatIsGoneIsAMessageAndLeavesTheList) {
+  const QString kept = file("kept.dat");
+  const QString gone = file("gone.dat");
+  ASSERT_TRUE(window->loadFile(FileFormat::QM, kept));
+  ASSERT_TRUE(window->loadFile(FileFormat::QM, gone));
+  ASSERT_TRUE(QFile::remove(gone));
+  ASSERT_TRUE(window->loadFile(FileFormat::CSS, kept));
+  const Session& before = window->session();
+  const int32_t hk = before.catalogue.HK_Count();
+
+  window->menuItem("mnuRecentFile2")->trigger();  // gone.dat
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].contains(QDir::toNativeSeparators(gone)));
+  EXPECT_TRUE(dialogs.messages[0].contains("no longer there"));
+  EXPECT_EQ(recent_files(), (std::vector<Recent_File>{{FileFormat::CSS, kept}}));
+  EXPECT_EQ(recent_items().size(), 1);
+  EXPECT_EQ(window->session().File_Name, kept.toStdString());  // nothing else changed
+  EXPECT_EQ(window->session().catalogue.HK_Count(), hk);
+}
+
+TEST_F(Sessions, ADroppedFileIsLoadedInTheFormatChosen) {
+  const QString path = file("dropped.qm");
+  dialogs.choices.push_back(1);  // "Load &GRM file (280 bytes)"
+  ASSERT_TRUE(drop({QUrl::fromLocalFile(path)}));
+  EXPECT_TRUE(dialogs.choices_offered.empty());  // the question comes once the drop is over
+  ASSERT_TRUE(testing::wait_until([&] { return !window->session().File_Name.empty(); }));
+  ASSERT_EQ(dialogs.choices_offered.size(), 1u);
+  const auto& asked = dialogs.choices_offered[0];
+  EXPECT_EQ(asked.offered,
+            (QStringList{"Load &CSS file (282 bytes)", "Load &GRM file (280 bytes)", "Load & FM file (280 bytes)",
+                         "Load &QM file (282 bytes)", "Load File (&ZEB format)"}));
+  EXPECT_EQ(asked.preselected, 3);  // the suffix names QM
+  EXPECT_TRUE(asked.text.contains(QDir::toNativeSeparators(path)));
+  EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
+  EXPECT_EQ(window->windowTitle(), loaded_caption(FileFormat::GRM, path));
+  EXPECT_EQ(recent_files().front(), (Recent_File{FileFormat::GRM, path}));
+}
+
+TEST_F(Sessions, ACancelledFormatQuestionLoadsNothing) {
+  const QString path = file("x.bin");
+  ASSERT_TRUE(window->loadFile(FileFormat::FM, file("before.bin")));
+  ASSERT_TRUE(drop({QUrl::fromLocalFile(path)}));
+  ASSERT_TRUE(testing::wait_until([&] { return !dialogs.choices_offered.empty(); }));
+  EXPECT_EQ(dialogs.choices_offered[0].preselected, 2);  // no suffix: the last format, FM
+  QApplication::processEvents();
+  EXPECT_EQ(window->session().File_Name, dir.path("before.bin"));
+  // Nothing that is not a local file is taken.
+  EXPECT_FALSE(drop({QUrl("https://example.org/t.css")}));
+}
+
+TEST_F(Sessions, TheLayoutComesBackWithTheViewsInTheirPlaces) {
+  window->resize(900, 700);
+  ChildView* summary = window->showView(ViewKind::Summary);
+  window->frameOf(summary)->setGeometry(10, 20, 500, 400);
+  ChildView* raw = window->showView(ViewKind::RawData);
+  window->frameOf(raw)->setGeometry(300, 40, 420, 360);
+  window->showView(ViewKind::AD590);    // a dialog: not brought back
+  window->showView(ViewKind::Summary);  // on top
+  save_window_layout(*window);
+  window.reset();
+
+  window = std::make_unique<EGSE_MDI>(load_configuration(base), dialogs);
+  window->show();
+  EXPECT_EQ(window->view(ViewKind::Summary), nullptr);  // a window of its own restores nothing
+  restore_window_layout(*window);
+  ASSERT_NE(window->view(ViewKind::Summary), nullptr);
+  ASSERT_NE(window->view(ViewKind::RawData), nullptr);
+  EXPECT_EQ(window->view(ViewKind::AD590), nullptr);
+  EXPECT_EQ(window->frameOf(window->view(ViewKind::Summary))->geometry(), QRect(10, 20, 500, 400));
+  EXPECT_EQ(window->frameOf(window->view(ViewKind::RawData))->geometry(), QRect(300, 40, 420, 360));
+  EXPECT_EQ(window->mdiArea()->subWindowList(QMdiArea::StackingOrder).last(),
+            window->frameOf(window->view(ViewKind::Summary)));
+  EXPECT_EQ(window->size(), QSize(900, 700));
+}
+
+TEST_F(Sessions, StartUpRestoresTheLayoutOnlyWhenAsked) {
+  window->showView(ViewKind::Concise);
+  save_window_layout(*window);
+  const auto plain = Main(dialogs, QString::fromStdString(base));
+  EXPECT_EQ(plain->view(ViewKind::Concise), nullptr);
+  const auto remembered = Main(dialogs, QString::fromStdString(base), true);
+  EXPECT_NE(remembered->view(ViewKind::Concise), nullptr);
+  EXPECT_TRUE(is_restored_at_start(ViewKind::Housekeeping));
+  EXPECT_FALSE(is_restored_at_start(ViewKind::ExportHousekeeping));
+}
+
+}  // namespace
+}  // namespace morvane
