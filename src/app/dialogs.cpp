@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <iostream>
 
 namespace morvane {
@@ -20,9 +21,29 @@ QString QtDialogs::openFileName(QWidget* parent, const QString& caption, const Q
   return QFileDialog::getOpenFileName(parent, caption, folder, filter);
 }
 
+namespace {
+
+// The extension of a file type of a dialog's filter, "xlsx" of "Excel workbook (*.xlsx)"; empty
+// for "All files (*)".
+QString first_extension(const QString& file_type) {
+  static const QRegularExpression kExtension(QStringLiteral("\\*\\.(\\w+)"));
+  return kExtension.match(file_type).captured(1);
+}
+
+}  // namespace
+
 QString QtDialogs::saveFileName(QWidget* parent, const QString& caption, const QString& folder,
                                 const QString& filter) {
-  return QFileDialog::getSaveFileName(parent, caption, folder, filter);
+  // A name typed without an extension takes that of the file type chosen, so the type the user
+  // picked is the type written (and the overwrite question names the file that is written).
+  QFileDialog dialog(parent, caption, folder, filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  const auto follow_type = [&dialog](const QString& file_type) { dialog.setDefaultSuffix(first_extension(file_type)); };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow_type);
+  follow_type(dialog.selectedNameFilter());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().constFirst();
 }
 
 QString QtDialogs::existingFolder(QWidget* parent, const QString& caption, const QString& folder) {

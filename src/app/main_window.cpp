@@ -14,6 +14,7 @@
 #include "dialogs.h"
 #include "error_trap.h"
 #include "file_drop.h"
+#include "export/export_dialog.h"
 #include "placeholder_view.h"
 #include "recent_files.h"
 #include "settings.h"
@@ -33,9 +34,6 @@ constexpr ViewKind kReloadedViews[] = {ViewKind::RawData, ViewKind::Summary, Vie
 // Where the export dialogs appear, in twips.
 constexpr int kExportLeft = 4000;
 constexpr int kExportTop = 1000;
-
-const char* const kNoFileMessage = "Please load an EGSE data file";
-const char* const kNoSpectraMessage = "The EGSE data file contains no spectra";
 
 }  // namespace
 
@@ -363,31 +361,23 @@ void EGSE_MDI::chooseLogFile() {
 
 // --- Guarded menu handlers ---------------------------------------------------------------
 
-void EGSE_MDI::showExport(ViewKind kind) {
+void EGSE_MDI::showExport(ViewKind kind, Export_Kind export_kind) {
+  if (const auto refused = export_guard(session_, export_kind)) {
+    dialogs_.message(this, QString::fromStdString(*refused));
+    return;
+  }
   if (ChildView* shown = showView(kind)) placeView(shown, kExportLeft, kExportTop);
 }
 
-void EGSE_MDI::mnuExportHousekeeping_Click() {
-  if (session_.File_Name.empty()) return dialogs_.message(this, kNoFileMessage);
-  showExport(ViewKind::ExportHousekeeping);
-}
+void EGSE_MDI::mnuExportHousekeeping_Click() { showExport(ViewKind::ExportHousekeeping, Export_Kind::Housekeeping); }
 
-void EGSE_MDI::mnuExportScienceAuxilliary_Click() {
-  if (session_.File_Name.empty()) return dialogs_.message(this, kNoFileMessage);
-  showExport(ViewKind::ExportAuxiliary);
-}
+void EGSE_MDI::mnuExportScienceAuxilliary_Click() { showExport(ViewKind::ExportAuxiliary, Export_Kind::Auxiliary); }
 
 void EGSE_MDI::mnuExportDockingStationCalibration_Click() {
-  if (session_.File_Name.empty()) return dialogs_.message(this, kNoFileMessage);
-  showExport(ViewKind::ExportDockingStationCalibration);
+  showExport(ViewKind::ExportDockingStationCalibration, Export_Kind::DS_Calibration);
 }
 
-void EGSE_MDI::mnuExportScienceSpectra_Click() {
-  if (session_.File_Name.empty()) return dialogs_.message(this, kNoFileMessage);
-  const Catalogue_Counters& n = session_.catalogue.counters;
-  if (n.GC_Spectrum_Count + n.Isotope_Spectrum_Count < 1) return dialogs_.message(this, kNoSpectraMessage);
-  showExport(ViewKind::ExportSpectra);
-}
+void EGSE_MDI::mnuExportScienceSpectra_Click() { showExport(ViewKind::ExportSpectra, Export_Kind::Spectra); }
 
 void EGSE_MDI::mnuTest_Cruise_Phase_mode_Click() { showShortTestList("Cruise Phase"); }
 

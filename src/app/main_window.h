@@ -20,6 +20,7 @@ class QTimer;
 namespace morvane {
 
 class Dialogs;
+enum class Export_Kind;
 
 // The main window: it owns the session, the menus, the child windows and the collection timer.
 //
@@ -132,7 +133,8 @@ class EGSE_MDI : public QMainWindow {
   ChildView* createView(ViewKind kind);
   void destroyView(ViewKind kind);
   void showEntryView(ViewKind kind);
-  void showExport(ViewKind kind);
+  // The export menu items: the guard's message, or the dialog at its place.
+  void showExport(ViewKind kind, Export_Kind export_kind);
   // Sets Test_Mode and shows the short form test list made in it.
   void showShortTestList(const char* mode);
   // Loads path into a fresh session on a worker thread and puts it in place. Returns false

@@ -62,7 +62,7 @@ ShortMessageLoad::ShortMessageLoad(EGSE_MDI& mdi)
       list1_(new QListWidget(this)),
       label1_(new QLabel(this)),
       label2_(new QLabel(this)),
-      command2_(new QPushButton(QString::fromUtf8(kCancelCaption), this)) {
+      command2_(new QPushButton(QString::fromUtf8(kTestListCancelCaption), this)) {
   list1_->setObjectName("List1");
   label1_->setObjectName("Label1");
   label2_->setObjectName("Label2");

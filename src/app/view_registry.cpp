@@ -5,6 +5,7 @@
 #include "auxiliary_form.h"
 #include "calibration_dialog.h"
 #include "concise_view.h"
+#include "export_form.h"
 #include "housekeeping_form.h"
 #include "information_form.h"
 #include "main_window.h"
@@ -30,6 +31,10 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::ShortTestList, [](EGSE_MDI& m) { return new ShortMessageLoad(m); });
   mdi.registerView(ViewKind::ShortTest, [](EGSE_MDI& m) { return new ShortTest(m); });
   mdi.registerView(ViewKind::GeneralTests, [](EGSE_MDI& m) { return new TestForm(m); });
+  for (const ViewKind kind : {ViewKind::ExportHousekeeping, ViewKind::ExportAuxiliary, ViewKind::ExportSpectra,
+                              ViewKind::ExportDockingStationCalibration}) {
+    mdi.registerView(kind, [kind](EGSE_MDI& m) { return new Export_Form(m, kind); });
+  }
 }
 
 }  // namespace morvane

@@ -24,7 +24,7 @@ struct Short_Test_List {
 // Column headings above the list (Label3, Label4); the list is drawn in a fixed-pitch font.
 inline constexpr const char* kTestListSequenceHeading = "Seq. Count";
 inline constexpr const char* kTestListTimeHeading = "Lander time (s)";
-inline constexpr const char* kCancelCaption = "Cancel";
+inline constexpr const char* kTestListCancelCaption = "Cancel";
 
 // Finds the tests of the loaded file in the session's Test_Mode (an unknown mode is a
 // RuntimeError). With no file loaded the list is empty and the labels say so.

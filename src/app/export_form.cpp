@@ -1,0 +1,305 @@
+// SPDX-License-Identifier: MIT
+#include "export_form.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScopeGuard>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "core/session.h"
+#include "dialogs.h"
+#include "export/auxiliary_export.h"
+#include "export/export_output.h"
+#include "main_window.h"
+
+namespace morvane {
+
+namespace {
+
+// The progress dialog shows itself once an export has lasted this long; its bar has this many steps.
+constexpr int kProgressShowsAfterMilliseconds = 400;
+constexpr int kProgressSteps = 1000;
+// The sensor boxes of the housekeeping dialog run down this many rows, then on in the next column.
+constexpr int kSensorRows = 12;
+
+QString text_of(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+}  // namespace
+
+Export_Kind export_kind_of(ViewKind kind) {
+  switch (kind) {
+    case ViewKind::ExportAuxiliary: return Export_Kind::Auxiliary;
+    case ViewKind::ExportDockingStationCalibration: return Export_Kind::DS_Calibration;
+    case ViewKind::ExportSpectra: return Export_Kind::Spectra;
+    default: return Export_Kind::Housekeeping;
+  }
+}
+
+ViewKind view_kind_of(Export_Kind kind) {
+  switch (kind) {
+    case Export_Kind::Housekeeping: return ViewKind::ExportHousekeeping;
+    case Export_Kind::Auxiliary: return ViewKind::ExportAuxiliary;
+    case Export_Kind::DS_Calibration: return ViewKind::ExportDockingStationCalibration;
+    case Export_Kind::Spectra: return ViewKind::ExportSpectra;
+  }
+  return ViewKind::ExportHousekeeping;
+}
+
+Export_Form::Export_Form(EGSE_MDI& mdi, ViewKind kind)
+    : ChildView(mdi, kind),
+      export_kind_(export_kind_of(kind)),
+      dialog_(std::make_unique<Export_Dialog>(export_kind_, session())) {
+  setWindowTitle(text_of(dialog_->texts().caption));
+
+  command1_ = new QPushButton(text_of(kExportCaption), this);
+  command2_ = new QPushButton(text_of(kCancelCaption), this);
+  command1_->setObjectName("Command1");
+  command2_->setObjectName("Command2");
+  command1_->setDefault(true);
+
+  auto* layout = new QGridLayout(this);
+  layout->addWidget(makeRangeFrame(), 0, 0);
+  layout->addWidget(makeDelimiterFrame(), 0, 1);
+  layout->addWidget(makeFormatFrame(), 1, 0, 1, 2);
+  if (export_kind_ == Export_Kind::Housekeeping) layout->addWidget(makeSensorFrame(), 2, 0, 1, 2);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(command1_);
+  buttons->addWidget(command2_);
+  layout->addLayout(buttons, 3, 0, 1, 2);
+  layout->setRowStretch(4, 1);
+
+  connect(check2_, &QCheckBox::toggled, this, &Export_Form::Check2_Click);
+  connect(formats_, &QButtonGroup::idToggled, this, [this] { updateAD590Field(); });
+  connect(command1_, &QPushButton::clicked, this, &Export_Form::Command1_Click);
+  connect(command2_, &QPushButton::clicked, this, &Export_Form::Command2_Click);
+  for (QLineEdit* field : {text1_, text2_, ad590_}) {
+    if (field) connect(field, &QLineEdit::returnPressed, command1_, &QPushButton::click);
+  }
+  showDialog();
+}
+
+QWidget* Export_Form::makeRangeFrame() {
+  auto* frame = new QGroupBox(text_of(dialog_->texts().range_frame), this);
+  frame->setObjectName("Frame1");
+  text1_ = new QLineEdit(frame);
+  text2_ = new QLineEdit(frame);
+  check2_ = new QCheckBox(text_of(kAllCaption), frame);
+  text1_->setObjectName("Text1");
+  text2_->setObjectName("Text2");
+  check2_->setObjectName("Check2");
+  const int field_width = text1_->fontMetrics().horizontalAdvance(QString(10, QLatin1Char('0')));
+  for (QLineEdit* field : {text1_, text2_}) field->setMinimumWidth(field_width);
+  auto* grid = new QGridLayout(frame);
+  grid->addWidget(new QLabel(text_of(kFromCaption), frame), 0, 0);
+  grid->addWidget(text1_, 0, 1);
+  grid->addWidget(new QLabel(text_of(kToCaption), frame), 1, 0);
+  grid->addWidget(text2_, 1, 1);
+  grid->addWidget(check2_, 2, 1);
+  return frame;
+}
+
+QWidget* Export_Form::makeDelimiterFrame() {
+  auto* frame = new QGroupBox(text_of(kDelimiterFrame), this);
+  frame->setObjectName("Frame2");
+  delimiters_ = new QButtonGroup(frame);
+  auto* column = new QVBoxLayout(frame);
+  for (size_t i = 0; i < kDelimiterOptions.size(); ++i) {
+    auto* option = new QRadioButton(text_of(kDelimiterOptions[i].caption), frame);
+    option->setObjectName(QStringLiteral("Option%1").arg(i + 1));
+    delimiters_->addButton(option, static_cast<int>(i));
+    column->addWidget(option);
+  }
+  column->addStretch(1);
+  return frame;
+}
+
+QWidget* Export_Form::makeFormatFrame() {
+  const Export_Dialog_Texts& texts = dialog_->texts();
+  auto* frame = new QGroupBox(text_of(texts.format_frame), this);
+  frame->setObjectName("Frame3");
+  formats_ = new QButtonGroup(frame);
+  auto* grid = new QGridLayout(frame);
+  int row = 0;
+  for (size_t i = 0; i < texts.formats.size(); ++i, ++row) {
+    auto* option = new QRadioButton(text_of(texts.formats[i]), frame);
+    option->setObjectName(QStringLiteral("Option%1").arg(i + 4));
+    formats_->addButton(option, static_cast<int>(i));
+    grid->addWidget(option, row, 0, 1, 2);
+  }
+  if (export_kind_ == Export_Kind::Auxiliary) {
+    ad590_ = new QLineEdit(frame);
+    ad590_->setObjectName("Text3");
+    ad590_->setMaximumWidth(ad590_->fontMetrics().horizontalAdvance(QString(12, QLatin1Char('0'))));
+    auto* label = new QLabel(text_of(kAD590EntryCaption), frame);
+    label->setBuddy(ad590_);
+    grid->addWidget(label, row, 0);
+    grid->addWidget(ad590_, row, 1, Qt::AlignLeft);
+  }
+  grid->setColumnStretch(1, 1);
+  return frame;
+}
+
+QWidget* Export_Form::makeSensorFrame() {
+  auto* frame = new QGroupBox(tr("Sensors"), this);
+  frame->setObjectName("Frame4");
+  auto* grid = new QGridLayout(frame);
+  const std::vector<std::string>& captions = dialog_->sensor_captions;
+  for (size_t i = 0; i < captions.size(); ++i) {
+    // The box shows the sensor's column heading (an "&" as itself, not as an access key); the
+    // number in its tip is the one the command line takes.
+    QString caption = QString::fromStdString(captions[i]);
+    auto* box = new QCheckBox(caption.replace(QLatin1Char('&'), QStringLiteral("&&")), frame);
+    box->setObjectName(QStringLiteral("Check1(%1)").arg(i + 1));
+    box->setToolTip(tr("Sensor %1").arg(i + 1));
+    const int row = static_cast<int>(i) % kSensorRows;
+    const int column = static_cast<int>(i) / kSensorRows;
+    grid->addWidget(box, row, column);
+    check1_.push_back(box);
+  }
+  return frame;
+}
+
+QRadioButton* Export_Form::delimiterOption(int index) const {
+  return qobject_cast<QRadioButton*>(delimiters_->button(index));
+}
+
+QRadioButton* Export_Form::formatOption(int index) const {
+  return qobject_cast<QRadioButton*>(formats_->button(index));
+}
+
+int Export_Form::formatCount() const { return static_cast<int>(formats_->buttons().size()); }
+
+void Export_Form::showDialog() {
+  const Export_Range& range = dialog_->range();
+  text1_->setText(QString::fromStdString(range.from_text()));
+  text2_->setText(QString::fromStdString(range.to_text()));
+  text1_->setEnabled(range.boxes_enabled());
+  text2_->setEnabled(range.boxes_enabled());
+  {
+    const QSignalBlocker quiet(check2_);
+    check2_->setChecked(range.all());
+  }
+  if (QAbstractButton* option = delimiters_->button(dialog_->delimiter)) option->setChecked(true);
+  if (QAbstractButton* option = formats_->button(dialog_->format)) option->setChecked(true);
+  for (size_t i = 0; i < check1_.size() && i < dialog_->sensors.size(); ++i) {
+    check1_[i]->setChecked(dialog_->sensors[i]);
+  }
+  if (ad590_) ad590_->setText(QString::fromStdString(dialog_->ad590_text));
+  updateAD590Field();
+}
+
+void Export_Form::applyChoices(Export_Dialog& dialog) const {
+  Export_Range& range = dialog.range();
+  range.Check2_Click(check2_->isChecked());
+  if (!check2_->isChecked()) {
+    range.set_from_text(text1_->text().toStdString());
+    range.set_to_text(text2_->text().toStdString());
+  }
+  dialog.format = formats_->checkedId();
+  dialog.delimiter = delimiters_->checkedId();
+  for (size_t i = 0; i < check1_.size() && i < dialog.sensors.size(); ++i) dialog.sensors[i] = check1_[i]->isChecked();
+  if (ad590_) dialog.ad590_text = ad590_->text().toStdString();
+}
+
+void Export_Form::updateAD590Field() {
+  // The temperature counts only for the format that corrects by it.
+  if (ad590_) ad590_->setEnabled(formats_->checkedId() == static_cast<int>(Aux_Format::Calibrated_AD590));
+}
+
+void Export_Form::Check2_Click() {
+  Export_Range& range = dialog_->range();
+  range.set_from_text(text1_->text().toStdString());
+  range.set_to_text(text2_->text().toStdString());
+  range.Check2_Click(check2_->isChecked());
+  showDialog();
+}
+
+void Export_Form::Command1_Click() {
+  guarded([&] { exportToFile(); });
+}
+
+void Export_Form::exportToFile() {
+  Dialogs& dialogs = mdi().dialogs();
+  if (const auto refused = export_guard(session(), export_kind_)) {
+    dialogs.message(this, QString::fromStdString(*refused));
+    return;
+  }
+  // The entries are counted anew: since the window opened, a load may have replaced the file, a
+  // byte-order switch changed its words, or collection added packets.
+  auto current = std::make_unique<Export_Dialog>(export_kind_, session());
+  applyChoices(*current);
+  dialog_ = std::move(current);
+  const Export_Dialog::Validation validation = dialog_->Command1_Click();
+  if (!validation.request) {
+    dialogs.message(this, QString::fromStdString(validation.message));
+    showDialog();  // the entries as reset
+    return;
+  }
+  showDialog();
+
+  const QString folder = QFileInfo(QString::fromStdString(session().File_Name)).absolutePath();
+  const QString path = dialogs.saveFileName(this, windowTitle(), folder,
+                                            tr("Delimited text (*.txt *.csv);;Excel workbook (*.xlsx);;All files (*)"));
+  if (path.isEmpty()) return;  // cancelled: nothing is written
+  const std::string file = QFile::encodeName(path).toStdString();
+  const std::unique_ptr<Export_Output> output =
+      dialog_->open_output(file, export_file_type(file), *validation.request);
+  if (!output) return;  // a file that cannot be created there ends the export silently
+  writeWithProgress(*validation.request, *output);
+}
+
+void Export_Form::writeWithProgress(const Export_Request& request, Export_Output& output) {
+  // The export runs on this thread, serving the windows at each progress report: the views read
+  // the session as they paint and the housekeeping export writes its sensor records, so no other
+  // thread may touch it. Collection, which extends the catalogue the export reads, waits.
+  QTimer* collection = mdi().collectionTimer();
+  const bool collecting = collection->isActive();
+  collection->stop();
+  const auto resume = qScopeGuard([&] {
+    if (collecting) collection->start();
+  });
+
+  const QString shown_path = QDir::toNativeSeparators(QFile::decodeName(output.path().c_str()));
+  QProgressDialog progress(tr("Exporting to %1").arg(shown_path), tr("Cancel"), 0, kProgressSteps, this);
+  progress.setObjectName("ExportProgress");
+  progress.setWindowTitle(windowTitle());
+  progress.setWindowModality(Qt::WindowModal);
+  progress.setMinimumDuration(kProgressShowsAfterMilliseconds);
+  progress.setAutoClose(false);
+  progress.setAutoReset(false);
+  progress.setValue(0);  // starts the clock after which the dialog shows itself
+  const Export_Progress report = [&](int64_t done, int64_t total) {
+    // A value at the minimum would start the dialog's clock again.
+    const int step = total > 0 ? static_cast<int>(done * kProgressSteps / total) : 0;
+    if (step > 0) progress.setValue(step);
+    QCoreApplication::processEvents();
+    return !progress.wasCanceled();
+  };
+  dialog_->write(session(), request, output, report);
+}
+
+void Export_Form::Command2_Click() {
+  // The frame goes once control is back in the event loop, not under the button's click.
+  if (QMdiSubWindow* frame = mdi().frameOf(this)) {
+    frame->close();
+  } else {
+    close();
+  }
+}
+
+}  // namespace morvane
