@@ -7,6 +7,7 @@
 #include "concise_view.h"
 #include "housekeeping_form.h"
 #include "information_form.h"
+#include "integrity_form.h"
 #include "main_window.h"
 #include "raw_view.h"
 #include "spectra_form.h"
@@ -14,6 +15,7 @@
 #include "short_test_view.h"
 #include "summary_view.h"
 #include "test_form_view.h"
+#include "trend_form.h"
 
 namespace morvane {
 
@@ -30,6 +32,8 @@ void register_standard_views(EGSE_MDI& mdi) {
   mdi.registerView(ViewKind::ShortTestList, [](EGSE_MDI& m) { return new ShortMessageLoad(m); });
   mdi.registerView(ViewKind::ShortTest, [](EGSE_MDI& m) { return new ShortTest(m); });
   mdi.registerView(ViewKind::GeneralTests, [](EGSE_MDI& m) { return new TestForm(m); });
+  mdi.registerView(ViewKind::Trend, [](EGSE_MDI& m) { return new Trend_Form(m); });
+  mdi.registerView(ViewKind::Integrity, [](EGSE_MDI& m) { return new Integrity_Form(m); });
 }
 
 }  // namespace morvane
