@@ -27,10 +27,14 @@ class ChildView : public QWidget {
   Session& session() const;
 
   // Real-time collection added frames to the catalogue: show them (the newest frame, the new
-  // entries). Called in a fixed order for the raw, summary, concise and housekeeping views.
+  // entries). Called in a fixed order for the raw, summary, concise and housekeeping views,
+  // then the trend and integrity windows.
   virtual void updateRealtime() {}
   // The summary made an entry of this view's kind current (a double click): show it.
   virtual void showCurrentEntry() {}
+  // A load or a byte-order switch replaced the session's file. The raw, summary, concise and
+  // housekeeping views are rebuilt instead; the windows the main window keeps are told here.
+  virtual void sessionReloaded() {}
 
  protected:
   // Runs an event handler's work; a failure is shown in a message box and the view carries on.

@@ -30,6 +30,9 @@ constexpr int kCollectionIntervalMilliseconds = 500;
 // The views a load or a byte-order switch rebuilds, and a collection pass updates, in order.
 constexpr ViewKind kReloadedViews[] = {ViewKind::RawData, ViewKind::Summary, ViewKind::Concise,
                                        ViewKind::Housekeeping};
+// The windows that follow the file without being rebuilt (they keep the user's choices): told
+// after the views above.
+constexpr ViewKind kFollowingViews[] = {ViewKind::Trend, ViewKind::Integrity};
 
 // Where the export dialogs appear, in twips.
 constexpr int kExportLeft = 4000;
@@ -107,6 +110,9 @@ void EGSE_MDI::createMenus() {
           ViewKind::RawData);
   addItem(display, "mnuDisplaySUmmary", "&Summary", [this] { showView(ViewKind::Summary); },
           ViewKind::Summary);
+  addItem(display, "mnuDisplayTrendPlot", "Trend &Plot...", [this] { showView(ViewKind::Trend); }, ViewKind::Trend);
+  addItem(display, "mnuDisplayDataIntegrity", "Data &Integrity", [this] { showView(ViewKind::Integrity); },
+          ViewKind::Integrity);
   separator(display, "mnuSeparator2");
   addItem(display, "mnuDisplayByteReverse", "&Byte Reverse", [this] { mnuDisplayByteReverse_Click(); })
       ->setCheckable(true);
@@ -223,10 +229,16 @@ void EGSE_MDI::Reload_Open_Views() {
     destroyView(kind);
     if (ChildView* again = createView(kind)) frameOf(again)->setGeometry(geometry);
   }
+  for (const ViewKind kind : kFollowingViews) {
+    if (ChildView* open = view(kind)) open->sessionReloaded();
+  }
 }
 
 void EGSE_MDI::Update_Open_Views() {
   for (const ViewKind kind : kReloadedViews) {
+    if (ChildView* open = view(kind)) open->updateRealtime();
+  }
+  for (const ViewKind kind : kFollowingViews) {
     if (ChildView* open = view(kind)) open->updateRealtime();
   }
 }

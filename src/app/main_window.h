@@ -77,10 +77,11 @@ class EGSE_MDI : public QMainWindow {
   // that cannot be opened, or a load the user cancels, changes nothing. Returns whether the
   // file was loaded (also when an error cut its catalogue short; the error was shown).
   bool loadFile(FileFormat type, const QString& path);
-  // Rebuilds the raw, summary, concise and housekeeping views, in that order, each at its place.
+  // Rebuilds the raw, summary, concise and housekeeping views, in that order, each at its place;
+  // then tells the open trend and integrity windows (sessionReloaded).
   void Reload_Open_Views();
-  // Asks the open raw, summary, concise and housekeeping views, in that order, to show what
-  // the last collection pass added.
+  // Asks the open raw, summary, concise and housekeeping views, in that order, then the trend
+  // and integrity windows, to show what the last collection pass added.
   void Update_Open_Views();
 
   // --- Byte order ------------------------------------------------------------------------

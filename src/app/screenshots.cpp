@@ -7,12 +7,14 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPixmap>
+#include <QRadioButton>
 #include <QTabWidget>
 
 #include "functest/short_message_load.h"
 #include "main_window.h"
 #include "short_test_view.h"
 #include "test_form_view.h"
+#include "trend_form.h"
 
 namespace morvane {
 
@@ -51,13 +53,19 @@ bool choose_first_entry(Session& session, ViewKind kind) {
 }
 
 // Shows a window the way its picture is most telling: the verdicts of an evaluation, a conversion
-// in the general tests dialog.
+// in the general tests dialog, sensors on the trend plot.
 void stage(ChildView* view) {
   if (auto* test = qobject_cast<ShortTest*>(view)) test->tabs()->setCurrentIndex(test->tabs()->count() - 1);
   if (auto* form = qobject_cast<TestForm*>(view)) {
     form->sensorField()->setText("28");
     form->voltageField()->setText("2.98");
     form->Command1_Click();
+  }
+  // The board temperature with its limits and the docking station, each on its own axis.
+  if (auto* trend = qobject_cast<Trend_Form*>(view)) {
+    trend->setSensorChosen(28, true);
+    trend->setSensorChosen(29, true);
+    trend->separateAxesButton()->setChecked(true);
   }
 }
 

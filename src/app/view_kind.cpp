@@ -21,6 +21,8 @@ const char* view_name(ViewKind kind) {
     case ViewKind::ExportAuxiliary: return "Export_Aux";
     case ViewKind::ExportSpectra: return "Export_Spectra";
     case ViewKind::ExportDockingStationCalibration: return "Export_DS_Cal";
+    case ViewKind::Trend: return "Trend_Plot";
+    case ViewKind::Integrity: return "Data_Integrity";
   }
   return "View";
 }
@@ -43,6 +45,8 @@ const char* view_title(ViewKind kind) {
     case ViewKind::ExportAuxiliary: return "Export Science Auxiliary";
     case ViewKind::ExportSpectra: return "Export Science Spectra";
     case ViewKind::ExportDockingStationCalibration: return "Export Docking Station Calibration";
+    case ViewKind::Trend: return "Trend Plot";
+    case ViewKind::Integrity: return "Data Integrity";
   }
   return "View";
 }

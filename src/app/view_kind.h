@@ -23,6 +23,8 @@ enum class ViewKind {
   ExportAuxiliary,                  // Export_Aux
   ExportSpectra,                    // Export_Spectra
   ExportDockingStationCalibration,  // Export_DS_Cal
+  Trend,                            // housekeeping sensors over the whole file
+  Integrity,                        // what may be wrong with the file's data
 };
 
 inline constexpr ViewKind kAllViewKinds[] = {
@@ -32,6 +34,7 @@ inline constexpr ViewKind kAllViewKinds[] = {
     ViewKind::ShortTestList, ViewKind::ShortTest,        ViewKind::GeneralTests,
     ViewKind::ExportHousekeeping, ViewKind::ExportAuxiliary, ViewKind::ExportSpectra,
     ViewKind::ExportDockingStationCalibration,
+    ViewKind::Trend,         ViewKind::Integrity,
 };
 
 // The window's name ("RawData", "Housekeeping_form", ...): its object name, and the file name

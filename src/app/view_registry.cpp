@@ -8,6 +8,7 @@
 #include "export_form.h"
 #include "housekeeping_form.h"
 #include "information_form.h"
+#include "integrity_form.h"
 #include "main_window.h"
 #include "raw_view.h"
 #include "spectra_form.h"
@@ -15,6 +16,7 @@
 #include "short_test_view.h"
 #include "summary_view.h"
 #include "test_form_view.h"
+#include "trend_form.h"
 
 namespace morvane {
 
@@ -35,6 +37,8 @@ void register_standard_views(EGSE_MDI& mdi) {
                               ViewKind::ExportDockingStationCalibration}) {
     mdi.registerView(kind, [kind](EGSE_MDI& m) { return new Export_Form(m, kind); });
   }
+  mdi.registerView(ViewKind::Trend, [](EGSE_MDI& m) { return new Trend_Form(m); });
+  mdi.registerView(ViewKind::Integrity, [](EGSE_MDI& m) { return new Integrity_Form(m); });
 }
 
 }  // namespace morvane

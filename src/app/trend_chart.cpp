@@ -1,0 +1,342 @@
+// SPDX-License-Identifier: MIT
+#include "trend_chart.h"
+
+#include <QFontMetrics>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRubberBand>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+namespace morvane {
+
+namespace {
+
+constexpr int kTickLength = 4;      // pixels
+constexpr int kGap = 4;             // pixels between a tick and its label
+constexpr int kLaneGap = 10;        // pixels between two lanes
+constexpr int kMinimumBand = 3;     // pixels a right-button drag must span to zoom
+constexpr double kWheelStep = 0.8;  // the window's span after one notch of the wheel away from the user
+// The widest value label the left margin is made for, and the room a time label needs.
+const char* const kWidestValueLabel = "-000000.000";
+const char* const kWidestTimeLabel = "000000000";
+const char* const kTimeTitle = "Lander time (s)";
+
+const QColor kFrameColour(160, 160, 160);
+const QColor kGridColour(228, 228, 228);
+const QColor kLimitColour(255, 0, 0);
+// Series colours, none of them the limits' red.
+const QColor kSeriesColours[] = {{31, 119, 180},  {255, 127, 14},  {44, 160, 44},  {148, 103, 189}, {140, 86, 75},
+                                 {227, 119, 194}, {127, 127, 127}, {188, 189, 34}, {23, 190, 207}};
+
+QColor series_colour(size_t s) { return kSeriesColours[s % std::size(kSeriesColours)]; }
+
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
+
+}  // namespace
+
+TrendChart::TrendChart(QWidget* parent) : QWidget(parent) {
+  setObjectName("TrendChart");
+  setAutoFillBackground(true);
+  QPalette surface = palette();
+  surface.setColor(QPalette::Window, Qt::white);
+  setPalette(surface);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setFocusPolicy(Qt::WheelFocus);
+  setCursor(Qt::OpenHandCursor);
+  band_ = new QRubberBand(QRubberBand::Rectangle, this);
+  band_->hide();
+}
+
+QSize TrendChart::sizeHint() const { return {760, 440}; }
+
+QSize TrendChart::minimumSizeHint() const { return {320, 200}; }
+
+void TrendChart::setSeries(const std::vector<Trend_Series>* series, std::vector<std::optional<Trend_Limits>> limits) {
+  series_ = series;
+  limits_ = std::move(limits);
+  seriesChanged();
+}
+
+void TrendChart::seriesChanged() {
+  const Time_Window whole = series_ ? whole_time_window(*series_) : Time_Window{};
+  if (whole_) {
+    window_ = whole;
+  } else if (window_.to >= latest_time_ && whole.to > latest_time_) {
+    const double step = whole.to - latest_time_;
+    window_ = {window_.from + step, window_.to + step};
+  }
+  latest_time_ = whole.to;
+  invalidate();
+  emit windowChanged();
+}
+
+void TrendChart::setSeparateAxes(bool separate) {
+  if (separate == separate_) return;
+  separate_ = separate;
+  invalidate();
+}
+
+void TrendChart::setMessage(const QString& message) {
+  message_ = message;
+  update();
+}
+
+void TrendChart::changeWindow(const Time_Window& window, bool whole) {
+  window_ = window;
+  whole_ = whole;
+  invalidate();
+  emit windowChanged();
+}
+
+void TrendChart::setWindow(const Time_Window& window) {
+  // Never narrower than a zoom reaches, nor turned round.
+  Time_Window wanted{std::min(window.from, window.to), std::max(window.from, window.to)};
+  if (wanted.span() < kNarrowestTimeWindow) {
+    const double middle = (wanted.from + wanted.to) / 2;
+    wanted = {middle - kNarrowestTimeWindow / 2, middle + kNarrowestTimeWindow / 2};
+  }
+  changeWindow(wanted, false);
+}
+
+void TrendChart::showWholeFile() {
+  const Time_Window whole = series_ ? whole_time_window(*series_) : Time_Window{};
+  latest_time_ = whole.to;
+  changeWindow(whole, true);
+}
+
+void TrendChart::zoomAbout(double time, double factor) { changeWindow(zoom_time_window(window_, time, factor), false); }
+
+void TrendChart::panBy(double seconds) { changeWindow({window_.from + seconds, window_.to + seconds}, false); }
+
+void TrendChart::invalidate() {
+  plot_valid_ = false;
+  update();
+}
+
+size_t TrendChart::laneCount() const { return separate_ && series_ && !series_->empty() ? series_->size() : 1; }
+
+QRect TrendChart::plotArea() const {
+  const QFontMetrics metrics(font());
+  const int left = kGap + metrics.horizontalAdvance(QString::fromUtf8(kWidestValueLabel)) + kGap + kTickLength;
+  const int top = metrics.height() / 2 + kGap;
+  const int right = metrics.horizontalAdvance(QString::fromUtf8(kWidestTimeLabel)) / 2 + kGap;
+  const int bottom = kTickLength + kGap + metrics.height() + kGap + metrics.height() + kGap;
+  return QRect(QPoint(left, top), QPoint(width() - 1 - right, height() - 1 - bottom));
+}
+
+QRect TrendChart::laneArea(size_t lane) const {
+  const QRect area = plotArea();
+  const int lanes = static_cast<int>(laneCount());
+  const int height = std::max(1, (area.height() - (lanes - 1) * kLaneGap) / lanes);
+  const int top = area.top() + static_cast<int>(lane) * (height + kLaneGap);
+  return QRect(area.left(), top, area.width(), height);
+}
+
+double TrendChart::timeAt(int x) const {
+  const QRect area = plotArea();
+  return window_.from + (x - area.left()) * window_.span() / std::max(1, area.width());
+}
+
+const Trend_Plot& TrendChart::plot() const {
+  if (!plot_valid_) {
+    const QFontMetrics metrics(font());
+    Trend_Plot_Options options;
+    options.separate_axes = separate_;
+    options.columns = std::max(1, plotArea().width());
+    options.most_time_ticks =
+        std::max(2, options.columns / (metrics.horizontalAdvance(QString::fromUtf8(kWidestTimeLabel)) + 3 * kGap));
+    options.most_value_ticks = std::max(2, laneArea(0).height() / (2 * metrics.height()));
+    static const std::vector<Trend_Series> kNone;
+    plot_ = make_trend_plot(series_ ? *series_ : kNone, limits_, window_, options);
+    plot_valid_ = true;
+  }
+  return plot_;
+}
+
+void TrendChart::resizeEvent(QResizeEvent*) { plot_valid_ = false; }
+
+void TrendChart::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QFontMetrics metrics(font());
+  const bool anything = series_ && !series_->empty() && !series_->front().points.empty();
+  if (!anything) {
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, message_);
+    return;
+  }
+  const QRect area = plotArea();
+  if (area.width() < 2 || area.height() < 2) return;
+  const Trend_Plot& drawn = plot();
+
+  // The time grid across every lane, its ticks and labels under the last one.
+  const double span = drawn.window.span();
+  const int label_top = area.bottom() + kTickLength + kGap;
+  for (const Axis_Tick& tick : drawn.time_ticks) {
+    const int x = area.left() + static_cast<int>(std::lround((tick.value - drawn.window.from) / span * area.width()));
+    painter.setPen(kGridColour);
+    for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) {
+      const QRect band = laneArea(lane);
+      painter.drawLine(x, band.top(), x, band.bottom());
+    }
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawLine(x, area.bottom(), x, area.bottom() + kTickLength);
+    const QString label = text_of(tick.label);
+    const int width = metrics.horizontalAdvance(label);
+    painter.drawText(x - width / 2, label_top + metrics.ascent(), label);
+  }
+  const QString title = QString::fromUtf8(kTimeTitle);
+  painter.drawText(area.left() + (area.width() - metrics.horizontalAdvance(title)) / 2,
+                   label_top + metrics.height() + kGap + metrics.ascent(), title);
+
+  for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) drawLane(painter, lane);
+}
+
+void TrendChart::drawLane(QPainter& painter, size_t index) const {
+  const Trend_Plot& drawn = plot();
+  const Trend_Lane& lane = drawn.lanes[index];
+  const QRect band = laneArea(index);
+  const QFontMetrics metrics(font());
+  const double range = lane.high - lane.low;
+  auto y_of = [&](double value) { return band.bottom() + 1 - (value - lane.low) / range * band.height(); };
+
+  // Value grid and labels, then the lane's frame.
+  for (const Axis_Tick& tick : lane.ticks) {
+    const int y = static_cast<int>(std::lround(y_of(tick.value)));
+    painter.setPen(kGridColour);
+    painter.drawLine(band.left() + 1, y, band.right() - 1, y);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawLine(band.left() - kTickLength, y, band.left(), y);
+    const QString label = text_of(tick.label);
+    painter.drawText(band.left() - kTickLength - kGap - metrics.horizontalAdvance(label),
+                     y - metrics.height() / 2 + metrics.ascent(), label);
+  }
+  painter.setPen(kFrameColour);
+  painter.drawRect(band.adjusted(0, 0, -1, -1));
+
+  painter.save();
+  painter.setClipRect(band.adjusted(1, 1, -1, -1));
+  // Limit lines, dashed, each named at its right end.
+  for (const size_t s : lane.series) {
+    if (s >= limits_.size() || !limits_[s]) continue;
+    QPen pen(kLimitColour);
+    pen.setStyle(Qt::DashLine);
+    const QString name = text_of((*series_)[s].name);
+    for (const auto& [value, word] : {std::pair{limits_[s]->low, "min"}, std::pair{limits_[s]->high, "max"}}) {
+      const double y = y_of(value);
+      painter.setPen(pen);
+      painter.drawLine(QPointF(band.left(), y), QPointF(band.right(), y));
+      const QString label = name + QStringLiteral(" ") + QString::fromUtf8(word);
+      // Above its line, or below it where the lane's top leaves no room.
+      const double baseline = y - 2 - metrics.ascent() < band.top() ? y + 2 + metrics.ascent() : y - 2;
+      painter.setPen(kLimitColour);
+      painter.drawText(QPointF(band.right() - kGap - metrics.horizontalAdvance(label), baseline), label);
+    }
+  }
+  // Each series: its lowest and highest value in every pixel column, joined column to column.
+  // Where the points are few, each is marked.
+  const double left = band.left() + 0.5;
+  for (const size_t s : lane.series) {
+    const std::vector<Column_Extent>& trace = drawn.traces[s];
+    if (trace.empty()) continue;
+    QPolygonF line;
+    line.reserve(static_cast<qsizetype>(2 * trace.size()));
+    for (const Column_Extent& column : trace) {
+      const double x = left + column.column;
+      const double high = y_of(column.high);
+      const double low = y_of(column.low);
+      const bool from_above = !line.isEmpty() && std::abs(line.back().y() - high) < std::abs(line.back().y() - low);
+      line << QPointF(x, from_above ? high : low);
+      if (column.low != column.high) line << QPointF(x, from_above ? low : high);
+    }
+    // A cosmetic pen of one pixel is drawn straight onto the surface; any wider pen would send
+    // the line of thousands of vertices through the path stroker, a hundred times slower.
+    QPen pen(series_colour(s));
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.drawPolyline(line);
+    if (static_cast<int>(trace.size()) * 6 < drawn.columns) {
+      painter.setBrush(series_colour(s));
+      for (const QPointF& point : line) painter.drawEllipse(point, 2.0, 2.0);
+      painter.setBrush(Qt::NoBrush);
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+  }
+  // The legend: each series' name and unit in its colour, on a light ground.
+  int y = band.top() + kGap;
+  for (const size_t s : lane.series) {
+    const Trend_Series& one = (*series_)[s];
+    const QString text = QStringLiteral("%1  %2 (%3)").arg(one.number).arg(text_of(one.name), text_of(one.unit));
+    const QRect box(band.left() + kGap, y, metrics.horizontalAdvance(text) + 2 * kGap, metrics.height());
+    painter.fillRect(box, QColor(255, 255, 255, 210));
+    painter.setPen(series_colour(s));
+    painter.drawText(box.left() + kGap, box.top() + metrics.ascent(), text);
+    y += metrics.height();
+  }
+  painter.restore();
+}
+
+// --- The mouse -----------------------------------------------------------------------------
+
+void TrendChart::wheelEvent(QWheelEvent* event) {
+  const int notches = event->angleDelta().y();
+  if (notches == 0) return event->ignore();
+  zoomAbout(timeAt(static_cast<int>(event->position().x())), std::pow(kWheelStep, notches / 120.0));
+  event->accept();
+}
+
+void TrendChart::mousePressEvent(QMouseEvent* event) {
+  drag_start_ = event->position().toPoint();
+  drag_window_ = window_;
+  const bool band = event->button() == Qt::RightButton ||
+                    (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ShiftModifier));
+  if (band) {
+    drag_ = Drag::Band;
+    const QRect area = plotArea();
+    band_->setGeometry(QRect(drag_start_.x(), area.top(), 1, area.height()));
+    band_->show();
+  } else if (event->button() == Qt::LeftButton) {
+    drag_ = Drag::Pan;
+    setCursor(Qt::ClosedHandCursor);
+  }
+  event->accept();
+}
+
+void TrendChart::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint at = event->position().toPoint();
+  if (drag_ == Drag::Pan) {
+    const double seconds_per_pixel = drag_window_.span() / std::max(1, plotArea().width());
+    const double shift = -(at.x() - drag_start_.x()) * seconds_per_pixel;
+    changeWindow({drag_window_.from + shift, drag_window_.to + shift}, false);
+  } else if (drag_ == Drag::Band) {
+    const QRect area = plotArea();
+    const int x = std::clamp(at.x(), area.left(), area.right());
+    band_->setGeometry(
+        QRect(QPoint(std::min(x, drag_start_.x()), area.top()), QPoint(std::max(x, drag_start_.x()), area.bottom())));
+  }
+  event->accept();
+}
+
+void TrendChart::mouseReleaseEvent(QMouseEvent* event) {
+  if (drag_ == Drag::Band) {
+    band_->hide();
+    const QRect area = plotArea();
+    const int x = std::clamp(event->position().toPoint().x(), area.left(), area.right());
+    if (std::abs(x - drag_start_.x()) >= kMinimumBand) {
+      setWindow({timeAt(std::min(x, drag_start_.x())), timeAt(std::max(x, drag_start_.x()))});
+    }
+  }
+  drag_ = Drag::None;
+  setCursor(Qt::OpenHandCursor);
+  event->accept();
+}
+
+void TrendChart::mouseDoubleClickEvent(QMouseEvent* event) {
+  showWholeFile();
+  event->accept();
+}
+
+}  // namespace morvane

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "views/trend_plot.h"
+
+class QRubberBand;
+
+namespace morvane {
+
+// The trend plot's drawing surface: lanes of sensor values against lander time, drawn with
+// QPainter from the plot the decoder makes (a million points a series become one line segment
+// or two per pixel column). The mouse moves the time window: the wheel zooms about the time
+// under the cursor, a drag with the left button pans, a drag with the right button (or Shift
+// and the left button) zooms to the band it spans, and a double click shows the whole file
+// again.
+class TrendChart : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TrendChart(QWidget* parent = nullptr);
+
+  // What to draw: the series (owned by the caller, which calls seriesChanged() whenever they
+  // change) and the limits of each.
+  void setSeries(const std::vector<Trend_Series>* series, std::vector<std::optional<Trend_Limits>> limits);
+  // The series gained points (live follow) or were made anew. A plot showing the whole file goes
+  // on doing so; one zoomed in on the newest packets moves on with them; any other stays.
+  void seriesChanged();
+  void setSeparateAxes(bool separate);
+  bool separateAxes() const { return separate_; }
+  // What the chart shows when there are no series to plot.
+  void setMessage(const QString& message);
+  QString message() const { return message_; }
+
+  // The time window shown, and whether it is the whole file (it then follows the file's growth).
+  Time_Window window() const { return window_; }
+  bool showsWholeFile() const { return whole_; }
+  void setWindow(const Time_Window& window);
+  void showWholeFile();
+  // Zoom (factor < 1 zooms in) about a time; pan by seconds.
+  void zoomAbout(double time, double factor);
+  void panBy(double seconds);
+
+  // The plot as last drawn (made again when anything it depends on changed).
+  const Trend_Plot& plot() const;
+  const std::vector<std::optional<Trend_Limits>>& limits() const { return limits_; }
+  // The area inside the axes, in pixels of this widget; and the area of each lane in it.
+  QRect plotArea() const;
+  QRect laneArea(size_t lane) const;
+  // The lander time at a pixel column of this widget.
+  double timeAt(int x) const;
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ signals:
+  // The time window changed (zoom, pan, reset or growth).
+  void windowChanged();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+ private:
+  void changeWindow(const Time_Window& window, bool whole);
+  void invalidate();
+  size_t laneCount() const;
+  void drawLane(QPainter& painter, size_t lane) const;
+
+  const std::vector<Trend_Series>* series_ = nullptr;
+  std::vector<std::optional<Trend_Limits>> limits_;
+  bool separate_ = false;
+  QString message_;
+  Time_Window window_;
+  bool whole_ = true;
+  double latest_time_ = 0;  // the newest time of the series when last seen, for following them
+
+  mutable Trend_Plot plot_;
+  mutable bool plot_valid_ = false;
+
+  enum class Drag { None, Pan, Band };
+  Drag drag_ = Drag::None;
+  QPoint drag_start_;
+  Time_Window drag_window_;
+  QRubberBand* band_ = nullptr;
+};
+
+}  // namespace morvane

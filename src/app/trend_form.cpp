@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: MIT
+#include "trend_form.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSaveFile>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <map>
+
+#include "core/error.h"
+#include "core/session.h"
+#include "dialogs.h"
+#include "export/export_output.h"
+#include "export/trend_export.h"
+#include "functest/sensor_limits.h"
+#include "main_window.h"
+#include "trend_chart.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int kNoLimits = 0;  // the limit box's first item; then the two test modes
+const char* const kNoFileMessage = "Please load an EGSE data file";
+const char* const kNoHousekeepingMessage = "The EGSE data file contains no housekeeping packets";
+const char* const kNoSensorMessage = "Tick the sensors to plot";
+
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
+
+// The time texts of the status line: whole seconds where the window is wide.
+QString seconds_text(double seconds, double span) {
+  return QString::number(seconds, 'f', span >= 100 ? 0 : (span >= 10 ? 1 : 2));
+}
+
+}  // namespace
+
+Trend_Form::Trend_Form(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Trend) {
+  chart_ = new TrendChart(this);
+  status_ = new QLabel(this);
+  status_->setObjectName("StatusLabel");
+  status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+  auto* plot_side = new QVBoxLayout;
+  plot_side->addWidget(chart_, 1);
+  plot_side->addWidget(status_);
+  auto* layout = new QHBoxLayout(this);
+  layout->addWidget(makeControls());
+  layout->addLayout(plot_side, 1);
+
+  connect(chart_, &TrendChart::windowChanged, this, [this] { showStatus(); });
+  // A limit file that cannot be read is shown and leaves the plot without limits.
+  guarded([&] { readLimitFile(); });
+  guarded([&] { remakeSeries(); });
+  chart_->showWholeFile();
+  showStatus();
+}
+
+QWidget* Trend_Form::makeControls() {
+  auto* panel = new QWidget(this);
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+
+  column->addWidget(new QLabel(tr("Sensors"), panel));
+  sensors_ = new QListWidget(panel);
+  sensors_->setObjectName("SensorList");
+  const Configuration& config = session().config;
+  for (int s = 1; s <= config.Sensor_Count(); ++s) {
+    auto* item =
+        new QListWidgetItem(QStringLiteral("%1  %2").arg(s, 2).arg(text_of(config.sensor(s).Sensor_Name)), sensors_);
+    item->setData(Qt::UserRole, s);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+    item->setCheckState(Qt::Unchecked);
+  }
+  sensors_->setMinimumWidth(190);
+  column->addWidget(sensors_, 1);
+  connect(sensors_, &QListWidget::itemChanged, this, [this] { guarded([&] { remakeSeries(); }); });
+
+  cold_junction_ = new QCheckBox(tr("Cold-junction term"), panel);
+  cold_junction_->setObjectName("ColdJunction");
+  cold_junction_->setToolTip(
+      tr("Add the cold-junction term to the thermocouple channels, as the housekeeping page does"));
+  cold_junction_->setChecked(true);
+  column->addWidget(cold_junction_);
+  connect(cold_junction_, &QCheckBox::toggled, this, [this] {
+    guarded([&] {
+      series_.clear();
+      remakeSeries();
+    });
+  });
+
+  auto* axes = new QGroupBox(tr("Value axes"), panel);
+  auto* axes_layout = new QVBoxLayout(axes);
+  shared_axis_ = new QRadioButton(tr("Shared"), axes);
+  shared_axis_->setObjectName("SharedAxis");
+  separate_axes_ = new QRadioButton(tr("One per sensor"), axes);
+  separate_axes_->setObjectName("SeparateAxes");
+  shared_axis_->setChecked(true);
+  axes_layout->addWidget(shared_axis_);
+  axes_layout->addWidget(separate_axes_);
+  column->addWidget(axes);
+  connect(separate_axes_, &QRadioButton::toggled, chart_, &TrendChart::setSeparateAxes);
+
+  auto* limits_row = new QHBoxLayout;
+  limits_row->addWidget(new QLabel(tr("Limits"), panel));
+  limit_mode_ = new QComboBox(panel);
+  limit_mode_->setObjectName("LimitMode");
+  limit_mode_->addItems({tr("No limits"), QStringLiteral("Cruise Phase"), QStringLiteral("EAFT")});
+  limit_mode_->setCurrentIndex(session().Test_Mode == "EAFT" ? 2 : 1);
+  limits_row->addWidget(limit_mode_, 1);
+  column->addLayout(limits_row);
+  connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
+    guarded([&] { readLimitFile(); });
+    plotSeries();
+  });
+
+  whole_file_ = new QPushButton(tr("Whole File"), panel);
+  whole_file_->setObjectName("WholeFile");
+  whole_file_->setToolTip(tr("Show every packet again (or double-click the plot)"));
+  save_picture_ = new QPushButton(tr("Save Picture..."), panel);
+  save_picture_->setObjectName("SavePicture");
+  save_text_ = new QPushButton(tr("Save Values..."), panel);
+  save_text_->setObjectName("SaveValues");
+  for (QPushButton* button : {whole_file_, save_picture_, save_text_}) column->addWidget(button);
+  connect(whole_file_, &QPushButton::clicked, chart_, &TrendChart::showWholeFile);
+  connect(save_picture_, &QPushButton::clicked, this, [this] { guarded([&] { savePicture(); }); });
+  connect(save_text_, &QPushButton::clicked, this, [this] { guarded([&] { saveText(); }); });
+
+  auto* hint = new QLabel(tr("Wheel: zoom\nDrag: pan\nRight drag: zoom to a band\nDouble click: whole file"), panel);
+  hint->setEnabled(false);
+  column->addWidget(hint);
+  return panel;
+}
+
+std::vector<int> Trend_Form::chosenSensors() const {
+  std::vector<int> chosen;
+  for (int row = 0; row < sensors_->count(); ++row) {
+    const QListWidgetItem* item = sensors_->item(row);
+    if (item->checkState() == Qt::Checked) chosen.push_back(item->data(Qt::UserRole).toInt());
+  }
+  return chosen;
+}
+
+void Trend_Form::setSensorChosen(int sensor, bool chosen) {
+  for (int row = 0; row < sensors_->count(); ++row) {
+    QListWidgetItem* item = sensors_->item(row);
+    if (item->data(Qt::UserRole).toInt() == sensor) item->setCheckState(chosen ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+bool Trend_Form::coldJunction() const { return cold_junction_->isChecked(); }
+
+void Trend_Form::remakeSeries() {
+  // Series already plotted are kept (a million points a sensor take a while to make); only the
+  // newly ticked sensors are read. All of them then hold the same packets.
+  const std::vector<int> wanted = chosenSensors();
+  std::vector<Trend_Series> kept;
+  std::vector<int> missing;
+  for (const int sensor : wanted) {
+    const auto found =
+        std::find_if(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+    if (found != series_.end()) {
+      kept.push_back(std::move(*found));
+    } else {
+      missing.push_back(sensor);
+    }
+  }
+  series_.clear();
+  extend_trend_series(session(), kept, coldJunction());
+  std::map<int, Trend_Series> made;
+  for (Trend_Series& one : kept) made.emplace(one.number, std::move(one));
+  for (Trend_Series& one : trend_series(session(), missing, coldJunction())) made.emplace(one.number, std::move(one));
+  for (const int sensor : wanted) series_.push_back(std::move(made.at(sensor)));
+  plotSeries();
+}
+
+void Trend_Form::readLimitFile() {
+  ranges_.reset();
+  const int mode = limit_mode_->currentIndex();
+  if (mode == kNoLimits || !session().loaded()) return;
+  ranges_ = read_test_ranges_if_present(session().config.Egse_Path, session().File_Type,
+                                        mode == 1 ? TestMode::CruisePhase : TestMode::EAFT);
+}
+
+void Trend_Form::plotSeries() {
+  std::vector<std::optional<Trend_Limits>> limits;
+  for (const Trend_Series& one : series_) {
+    std::optional<Limit_Pair> pair;
+    if (ranges_) pair = sensor_limits(*ranges_, one.number);
+    limits.push_back(pair ? std::optional<Trend_Limits>(Trend_Limits{pair->min, pair->max}) : std::nullopt);
+  }
+  if (!session().loaded()) {
+    chart_->setMessage(QString::fromUtf8(kNoFileMessage));
+  } else if (session().catalogue.HK_Count() == 0) {
+    chart_->setMessage(QString::fromUtf8(kNoHousekeepingMessage));
+  } else {
+    chart_->setMessage(QString::fromUtf8(kNoSensorMessage));
+  }
+  chart_->setSeries(&series_, std::move(limits));
+}
+
+void Trend_Form::showStatus() {
+  const int32_t packets = session().catalogue.HK_Count();
+  QString text = packets == 1 ? tr("1 housekeeping packet") : tr("%1 housekeeping packets").arg(packets);
+  if (!series_.empty() && packets > 0) {
+    const Time_Window window = chart_->window();
+    text += tr("; lander time %1 s to %2 s shown")
+                .arg(seconds_text(window.from, window.span()), seconds_text(window.to, window.span()));
+  }
+  if (limit_mode_->currentIndex() != kNoLimits && session().loaded()) {
+    text += ranges_ ? tr("; limits from %1").arg(QFileInfo(text_of(ranges_->path)).fileName())
+                    : tr("; no limit file for %1 %2")
+                          .arg(QString::fromUtf8(format_tag(session().File_Type).data()), limit_mode_->currentText());
+  }
+  status_->setText(text);
+}
+
+void Trend_Form::updateRealtime() {
+  guarded([&] {
+    extend_trend_series(session(), series_, coldJunction());
+    plotSeries();
+  });
+}
+
+void Trend_Form::sessionReloaded() {
+  series_.clear();
+  guarded([&] { readLimitFile(); });
+  guarded([&] { remakeSeries(); });
+  chart_->showWholeFile();
+}
+
+QString Trend_Form::suggestedFile(const QString& ending) const {
+  const QFileInfo telemetry(text_of(session().File_Name));
+  if (session().File_Name.empty()) return tr("trend") + ending;
+  return telemetry.absoluteDir().filePath(telemetry.completeBaseName() + tr(" trend") + ending);
+}
+
+void Trend_Form::savePicture() {
+  const QString path = mdi().dialogs().saveFileName(this, tr("Save the trend plot as a picture"),
+                                                    suggestedFile(QStringLiteral(".png")), tr("PNG image (*.png)"));
+  if (path.isEmpty()) return;  // cancelled
+  const QImage picture = chart_->grab().toImage();
+  // Written beside the old file and renamed over it, so a failed write leaves no half picture.
+  QSaveFile file(path);
+  const auto failure = [&] {
+    return "the picture " + path.toStdString() + " (" + file.errorString().toStdString() + ")";
+  };
+  if (!file.open(QIODevice::WriteOnly)) {
+    morvane::raise(QFileInfo(path).absoluteDir().exists() ? ErrorNumber::PermissionDenied : ErrorNumber::PathNotFound,
+                   failure());
+  }
+  if (!picture.save(&file, "PNG") || !file.commit()) morvane::raise(ErrorNumber::DeviceIoError, failure());
+}
+
+void Trend_Form::saveText() {
+  const QString path = mdi().dialogs().saveFileName(
+      this, tr("Save the plotted values"), suggestedFile(QStringLiteral(".txt")),
+      tr("Text, tab-delimited (*.txt);;Comma-separated values (*.csv);;Excel workbook (*.xlsx)"));
+  if (path.isEmpty()) return;  // cancelled
+  const std::string name = path.toStdString();
+  const char delimiter = path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? ',' : '\t';
+  const auto output = open_export_output(name, export_file_type(name), delimiter, "Trend");
+  const Time_Window window = chart_->window();
+  try {
+    write_trend_table(series_, window.from, window.to, *output);
+    output->finish();
+  } catch (...) {
+    output->keep_partial();
+    throw;
+  }
+}
+
+}  // namespace morvane

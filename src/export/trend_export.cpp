@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "export/trend_export.h"
+
+#include <algorithm>
+
+#include "core/number_text.h"
+
+namespace morvane {
+
+int64_t write_trend_table(const std::vector<Trend_Series>& series, double from, double to, Line_Sink& out) {
+  out.text("Lander time");
+  for (const Trend_Series& one : series) out.text(one.name);
+  out.end_line(false);
+  out.text("s");
+  for (const Trend_Series& one : series) out.text(one.unit);
+  out.end_line(false);
+  if (series.empty()) return 0;
+  size_t packets = series.front().points.size();
+  for (const Trend_Series& one : series) packets = std::min(packets, one.points.size());
+  int64_t written = 0;
+  for (size_t p = 0; p < packets; ++p) {
+    const int32_t time = series.front().points[p].first;
+    if (time < from || time > to) continue;
+    out.number(time, std::to_string(time));
+    for (const Trend_Series& one : series) {
+      const double value = one.points[p].second;
+      out.number(value, general_text(value));
+    }
+    out.end_line(false);
+    ++written;
+  }
+  return written;
+}
+
+}  // namespace morvane

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "views/trend_series.h"
+
+namespace morvane {
+
+// The lander-time range a trend plot shows, in seconds.
+struct Time_Window {
+  double from = 0;
+  double to = 1;
+  double span() const { return to - from; }
+  bool operator==(const Time_Window&) const = default;
+};
+
+// The narrowest window a zoom reaches: housekeeping comes every few seconds, so a closer look
+// shows nothing more.
+inline constexpr double kNarrowestTimeWindow = 2;
+
+// The window that holds every point of the series: their earliest to their latest lander time,
+// widened about its middle to kNarrowestTimeWindow when narrower; 0..1 when there are no points.
+Time_Window whole_time_window(const std::vector<Trend_Series>& series);
+
+// The window scaled by factor about a time (factor < 1 zooms in), the time staying where it is
+// on the axis; never narrower than kNarrowestTimeWindow.
+Time_Window zoom_time_window(const Time_Window& window, double about, double factor);
+
+// A mark on an axis and its text.
+struct Axis_Tick {
+  double value = 0;
+  std::string label;
+  bool operator==(const Axis_Tick&) const = default;
+};
+
+// Ticks at the multiples of a round step (1, 2 or 5 times a power of ten) between low and high,
+// the smallest such step that gives at most `most` of them; each labelled with the decimals
+// the step needs ("0.25" steps of 0.05 read "0.25", "0.30"). None when low >= high or most < 1.
+std::vector<Axis_Tick> axis_ticks(double low, double high, int most);
+
+// The limits a sensor's values are held to, drawn across its lane.
+struct Trend_Limits {
+  double low = 0;
+  double high = 0;
+  bool operator==(const Trend_Limits&) const = default;
+};
+
+// One band of the plot with its own value axis: a single series on separate axes, all of them
+// on a shared one.
+struct Trend_Lane {
+  std::vector<size_t> series;  // the series drawn in it, by their index
+  double low = 0;              // the values at the bottom and the top of the lane
+  double high = 1;
+  std::vector<Axis_Tick> ticks;
+};
+
+// What a trend plot draws, in plain numbers: each series decimated to the lowest and highest
+// value of every pixel column, the lanes with their ranges, and the ticks of both axes.
+struct Trend_Plot {
+  Time_Window window;
+  int columns = 0;
+  std::vector<Axis_Tick> time_ticks;
+  std::vector<Trend_Lane> lanes;
+  std::vector<std::vector<Column_Extent>> traces;  // of each series, in series order
+};
+
+// How a plot is laid out.
+struct Trend_Plot_Options {
+  bool separate_axes = false;  // a lane per series, or one lane for all of them
+  int columns = 1;             // pixel columns across the window
+  int most_time_ticks = 8;
+  int most_value_ticks = 6;  // per lane
+};
+
+// The plot of the series over the window. limits[i], when there is one, belongs to series i (a
+// shorter vector gives the others none). Each lane's range holds its series' values within the
+// window and their limits, with a twentieth of it spare above and below; a lane with nothing
+// in view keeps the range of its series over the whole file, and one without points at all is
+// 0..1. A range of one value is widened by one unit each way.
+Trend_Plot make_trend_plot(const std::vector<Trend_Series>& series,
+                           const std::vector<std::optional<Trend_Limits>>& limits, const Time_Window& window,
+                           const Trend_Plot_Options& options);
+
+}  // namespace morvane

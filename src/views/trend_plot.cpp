@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "views/trend_plot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "core/number_text.h"
+
+namespace morvane {
+
+namespace {
+
+// The lowest and highest of some values, empty until one is added.
+struct Extent {
+  double low = std::numeric_limits<double>::infinity();
+  double high = -std::numeric_limits<double>::infinity();
+  void add(double value) {
+    if (!std::isfinite(value)) return;
+    low = std::min(low, value);
+    high = std::max(high, value);
+  }
+  bool empty() const { return low > high; }
+};
+
+Extent values_in_view(const std::vector<std::vector<Column_Extent>>& traces, const std::vector<size_t>& lane) {
+  Extent extent;
+  for (const size_t s : lane) {
+    for (const Column_Extent& column : traces[s]) {
+      extent.add(column.low);
+      extent.add(column.high);
+    }
+  }
+  return extent;
+}
+
+Extent values_in_file(const std::vector<Trend_Series>& series, const std::vector<size_t>& lane) {
+  Extent extent;
+  for (const size_t s : lane) {
+    for (const auto& point : series[s].points) extent.add(point.second);
+  }
+  return extent;
+}
+
+Trend_Lane make_lane(std::vector<size_t> members, const std::vector<Trend_Series>& series,
+                     const std::vector<std::optional<Trend_Limits>>& limits,
+                     const std::vector<std::vector<Column_Extent>>& traces, int most_ticks) {
+  Extent extent = values_in_view(traces, members);
+  if (extent.empty()) extent = values_in_file(series, members);
+  for (const size_t s : members) {
+    if (s < limits.size() && limits[s]) {
+      extent.add(limits[s]->low);
+      extent.add(limits[s]->high);
+    }
+  }
+  Trend_Lane lane;
+  lane.series = std::move(members);
+  if (extent.empty()) {
+    lane.low = 0;
+    lane.high = 1;
+  } else if (extent.low == extent.high) {
+    lane.low = extent.low - 1;
+    lane.high = extent.high + 1;
+  } else {
+    const double spare = (extent.high - extent.low) / 20;
+    lane.low = extent.low - spare;
+    lane.high = extent.high + spare;
+  }
+  lane.ticks = axis_ticks(lane.low, lane.high, most_ticks);
+  return lane;
+}
+
+}  // namespace
+
+Time_Window whole_time_window(const std::vector<Trend_Series>& series) {
+  Extent times;
+  for (const Trend_Series& one : series) {
+    for (const auto& point : one.points) times.add(point.first);
+  }
+  if (times.empty()) return {};
+  Time_Window window{times.low, times.high};
+  if (window.span() < kNarrowestTimeWindow) {
+    const double middle = (window.from + window.to) / 2;
+    window = {middle - kNarrowestTimeWindow / 2, middle + kNarrowestTimeWindow / 2};
+  }
+  return window;
+}
+
+Time_Window zoom_time_window(const Time_Window& window, double about, double factor) {
+  const double span = window.span();
+  const double wanted = std::max(span * factor, kNarrowestTimeWindow);
+  const double from = about - (about - window.from) * (wanted / span);
+  return {from, from + wanted};
+}
+
+std::vector<Axis_Tick> axis_ticks(double low, double high, int most) {
+  std::vector<Axis_Tick> ticks;
+  if (!(high > low) || most < 1 || !std::isfinite(low) || !std::isfinite(high)) return ticks;
+  const double magnitude = std::pow(10.0, std::floor(std::log10((high - low) / most)));
+  double step = 0;
+  double first = 0;
+  double last = 0;
+  for (const double multiple : {1.0, 2.0, 5.0, 10.0, 20.0}) {
+    step = multiple * magnitude;
+    first = std::ceil(low / step);
+    last = std::floor(high / step);
+    if (last - first + 1 <= most) break;
+  }
+  const int decimals = std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
+  for (double k = first; k <= last; ++k) {
+    const double value = k == 0 ? 0.0 : k * step;
+    ticks.push_back(Axis_Tick{value, format_fixed(value, decimals)});
+  }
+  return ticks;
+}
+
+Trend_Plot make_trend_plot(const std::vector<Trend_Series>& series,
+                           const std::vector<std::optional<Trend_Limits>>& limits, const Time_Window& window,
+                           const Trend_Plot_Options& options) {
+  Trend_Plot plot;
+  plot.window = window;
+  plot.columns = std::max(1, options.columns);
+  plot.time_ticks = axis_ticks(window.from, window.to, options.most_time_ticks);
+  plot.traces.reserve(series.size());
+  for (const Trend_Series& one : series) {
+    plot.traces.push_back(decimate_min_max(one.points, window.from, window.to, plot.columns));
+  }
+  if (options.separate_axes && !series.empty()) {
+    for (size_t s = 0; s < series.size(); ++s) {
+      plot.lanes.push_back(make_lane({s}, series, limits, plot.traces, options.most_value_ticks));
+    }
+  } else {
+    std::vector<size_t> all(series.size());
+    for (size_t s = 0; s < series.size(); ++s) all[s] = s;
+    plot.lanes.push_back(make_lane(std::move(all), series, limits, plot.traces, options.most_value_ticks));
+  }
+  return plot;
+}
+
+}  // namespace morvane
