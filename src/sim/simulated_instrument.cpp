@@ -285,7 +285,9 @@ void Simulated_Instrument::plan_spectrum(int64_t offset, int first_bin, int bins
     static constexpr Peak kPeaks[] = {{12, 4.0e4}, {14, 2.0e4}, {16, 1.2e5},  {18, 3.0e5},  {19, 2.4e2}, {20, 6.0e2},
                                       {22, 1.8e4}, {28, 2.0e6}, {29, 1.46e4}, {32, 5.0e5},  {33, 4.0e2}, {34, 2.0e3},
                                       {40, 2.4e4}, {44, 9.0e6}, {45, 1.07e5}, {46, 3.69e4}, {47, 4.0e2}, {48, 1.5e1}};
-    const double scale = 0.8 + 0.4 * random_.uniform();
+    // Relative abundances, scaled so that the largest peak stays below the graph's top scale of
+    // 100 000 counts a bin.
+    const double scale = (0.8 + 0.4 * random_.uniform()) / 125;
     spectrum_words_.assign(1025, 0);
     for (int b = first_bin; b < first_bin + bins; ++b) {
       const double mass = 10.0 + b * 45.0 / 1024.0;
