@@ -7,6 +7,7 @@ CMAKE_FLAGS ?=
 # Compiler cache hits across checkouts of the same tree.
 export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
+export CCACHE_SLOPPINESS := pch_defines,time_macros,include_file_mtime,include_file_ctime
 
 .PHONY: all deps configure build test demo run bench screenshots fuzz sanitize clean
 

@@ -108,7 +108,9 @@ ProgramRun run_program(const std::string& program, const std::vector<std::string
   TempDir scratch;
   std::string command;
   if (!working_folder.empty()) command += "cd " + shell_quote(working_folder) + " && ";
-  command += shell_quote(std::string(MORVANE_BINARY_DIR) + "/" + program);
+  std::string path = MORVANE_BINARY_DIR;
+  path.append("/").append(program);
+  command += shell_quote(path);
   for (const auto& argument : arguments) command += " " + shell_quote(argument);
   command += " >" + shell_quote(scratch.path("out")) + " 2>" + shell_quote(scratch.path("err"));
   const int raw = std::system(command.c_str());
