@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Any text as each configuration file.
+// Any text as each configuration file and as a limit file of the functional tests.
 #include "core/configuration.h"
 #include "core/conversion.h"
+#include "functest/test_ranges.h"
 #include "fuzz_support.h"
 
 using namespace morvane;
@@ -11,6 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzz::expect_only_runtime_errors([&] { read_base_path(path); });
   fuzz::expect_only_runtime_errors([&] { read_sensor_table(path); });
   fuzz::expect_only_runtime_errors([&] { read_pressure_table(path); });
+  fuzz::expect_only_runtime_errors([&] { read_test_ranges(path); });
   fuzz::expect_only_runtime_errors([&] {
     Configuration config;
     config.NType.set_points(read_ntype_points(path));
