@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/zeb_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -77,36 +78,71 @@ int32_t ZebText::complete_records() const {
   return records < 0 ? 0 : static_cast<int32_t>(std::min<int64_t>(records, INT32_MAX));
 }
 
-const ZebRecord& ZebText::record(int32_t r) const {
-  if (r == cached_record_) return cache_;
-  if (r < 1 || r > complete_records()) {
+void ZebText::raise_not_a_number(int32_t r, int item, std::string_view token) const {
+  raise(ErrorNumber::TypeMismatch, file_.path() + " record " + std::to_string(r) + " item " + std::to_string(item) +
+                                       " \"" + std::string(token) + "\" is not a number");
+}
+
+void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& visit) const {
+  if (first > last) return;
+  if (first < 1 || last > complete_records()) {
+    const int32_t missing = first < 1 ? first : std::max(first, complete_records() + 1);
+    // Records before the incomplete one are still handed over.
+    if (first >= 1 && first <= complete_records()) scan_records(first, complete_records(), visit);
     raise(ErrorNumber::InputPastEndOfFile,
-          file_.path() + " (ZEB record " + std::to_string(r) + " is not complete)");
+          file_.path() + " (ZEB record " + std::to_string(missing) + " is not complete)");
   }
-  uint64_t offset = starts_[static_cast<size_t>(r)];
-  std::string token;
+  // One large buffer at a time; a token cut by the buffer's end is carried into the next.
+  const size_t chunk = last - first < 64 ? 8192 : kChunk;
+  std::vector<char> buffer(chunk);
+  std::string carried;
+  ZebRecord items{};
+  int32_t r = first;
   int item = 0;
-  std::vector<uint8_t> buffer(4096);
-  while (item < kZebItemsPerRecord) {
-    file_.read(offset, buffer.data(), buffer.size());
-    for (size_t i = 0; i < buffer.size() && item < kZebItemsPerRecord; ++i) {
-      const uint8_t c = buffer[i];
-      if (is_separator(c)) {
-        if (!token.empty()) {
-          ++item;
-          if (!parse_zeb_item(token.data(), token.data() + token.size(), cache_[static_cast<size_t>(item)])) {
-            cached_record_ = -1;
-            raise(ErrorNumber::TypeMismatch, file_.path() + " record " + std::to_string(r) + " item " +
-                                                 std::to_string(item) + " \"" + token + "\" is not a number");
-          }
-          token.clear();
-        }
-      } else {
-        token += static_cast<char>(c);
+  uint64_t offset = starts_[static_cast<size_t>(first)];
+  auto take = [&](const char* begin, const char* end) {
+    ++item;
+    if (!parse_zeb_item(begin, end, items[static_cast<size_t>(item)])) raise_not_a_number(r, item, {begin, size_t(end - begin)});
+    if (item == kZebItemsPerRecord) {
+      visit(r, items);
+      ++r;
+      item = 0;
+    }
+  };
+  while (r <= last) {
+    const size_t count = buffer.size();
+    file_.read(offset, reinterpret_cast<uint8_t*>(buffer.data()), count);
+    const char* p = buffer.data();
+    const char* end = p + count;
+    if (!carried.empty()) {  // finish the token the last buffer ended in
+      const char* stop = p;
+      while (stop < end && !is_separator(static_cast<uint8_t>(*stop))) ++stop;
+      carried.append(p, stop);
+      p = stop;
+      if (p < end) {
+        take(carried.data(), carried.data() + carried.size());
+        carried.clear();
       }
     }
-    offset += buffer.size();
+    while (p < end && r <= last) {
+      while (p < end && is_separator(static_cast<uint8_t>(*p))) ++p;
+      const char* begin = p;
+      while (p < end && !is_separator(static_cast<uint8_t>(*p))) ++p;
+      if (begin == p) break;
+      if (p == end) {
+        carried.assign(begin, p);  // may go on in the next buffer
+        break;
+      }
+      take(begin, p);
+    }
+    offset += count;
   }
+}
+
+const ZebRecord& ZebText::record(int32_t r) const {
+  if (r == cached_record_) return cache_;
+  cached_record_ = -1;
+  scan_records(r, r, [&](int32_t, const ZebRecord& items) { cache_ = items; });
   cached_record_ = r;
   return cache_;
 }

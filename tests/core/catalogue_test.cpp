@@ -296,6 +296,27 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   EXPECT_EQ(c.Information_List[4].Packet_Frame, 6);
 }
 
+TEST(CatalogueZeb, SensorBytesComeFromTheItemsUntilOneIsWiderThan16Bits) {
+  Fixture f;
+  using testing::zeb_record;
+  testing::write_file(f.dir.path("z.txt"), testing::zeb_text({
+                                               zeb_record({{5, 1844}, {17, 1}, {20, -2}}),
+                                               zeb_record({{5, 1844}, {17, 1}, {20, 0x1234}}),
+                                               zeb_record({{5, 1844}, {17, 1}, {20, 70000}}),
+                                           }));
+  try {
+    load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 6);  // the third record's item does not fit a word
+  }
+  EXPECT_EQ(f.catalogue().HK_Count(), 3);
+  ASSERT_EQ(f.session.HK_Sensor_Data.entries(), 2);
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 0xFF);  // -2 + 65536 = 0xFFFE, high byte
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(2, 1), 0xFE);  // byte 23 is the low byte
+  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 2), 0x12);
+}
+
 TEST(CatalogueZeb, AnIncompleteLastRecordEndsTheLoadKeepingTheRecordsBefore) {
   Fixture f;
   std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});

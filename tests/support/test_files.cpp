@@ -46,7 +46,9 @@ std::string read_file(const std::string& path) {
   return out.str();
 }
 
-std::string source_path(const std::string& relative) { return std::string(MORVANE_SOURCE_DIR) + "/" + relative; }
+std::string source_path(const std::string& relative) {
+  return (std::filesystem::path(MORVANE_SOURCE_DIR) / relative).string();
+}
 
 void FrameWriter::put_word(size_t offset, int32_t word) {
   if (bytes_.size() < offset + 2) bytes_.resize(offset + 2);

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <string>
 #include <vector>
 
@@ -35,11 +37,23 @@ class ZebText {
   // "Type mismatch" naming the record and item.
   const ZebRecord& record(int32_t r) const;
 
+  // Reads records first..last in file order with large sequential reads and hands each to
+  // visit(r, items): the fast way through a whole file. Fails as record() does, after the
+  // records before the failure were handed over.
+  template <typename Visit>
+  void for_each_record(int32_t first, int32_t last, Visit&& visit) const {
+    scan_records(first, last, [&](int32_t r, const ZebRecord& items) { visit(r, items); });
+  }
+
   // The packet byte at 0-based offset k of record r: item Int(k/2) + 9, high byte for even k,
   // low byte for odd k, a negative item first taken + 65536.
   uint8_t packet_byte(int32_t r, int k) const;
 
  private:
+  using RecordVisitor = std::function<void(int32_t, const ZebRecord&)>;
+  void scan_records(int32_t first, int32_t last, const RecordVisitor& visit) const;
+  [[noreturn]] void raise_not_a_number(int32_t r, int item, std::string_view token) const;
+
   const FileBytes& file_;
   int64_t item_count_ = 0;
   uint64_t scanned_ = 0;         // bytes scanned so far
