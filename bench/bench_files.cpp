@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "core/session.h"
 #include "sim/telemetry_writer.h"
 
 namespace morvane::bench {
@@ -47,6 +48,11 @@ std::string simulated_file(FileFormat format, uint64_t size, const std::string& 
 std::string frames_file(uint64_t size) { return simulated_file(FileFormat::CSS, size, ".css"); }
 
 std::string zeb_file(uint64_t size) { return simulated_file(FileFormat::ZEB, size, ".zeb"); }
+
+int64_t entries_of(const Session& session) {
+  const Catalogue& c = session.catalogue;
+  return static_cast<int64_t>(c.HK_Count()) + c.Science_Count() + c.Information_Count();
+}
 
 uint64_t peak_rss() {
   rusage usage{};

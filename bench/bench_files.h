@@ -4,6 +4,10 @@
 #include <cstdint>
 #include <string>
 
+namespace morvane {
+struct Session;
+}
+
 namespace morvane::bench {
 
 // The folder big benchmark files are kept in (MORVANE_BENCH_DIR, else /tmp/morvane-bench).
@@ -16,6 +20,8 @@ uint64_t bench_bytes();
 std::string frames_file(uint64_t size);
 // A ZEB text file of the simulated instrument of at least size bytes.
 std::string zeb_file(uint64_t size);
+// Entries in the three lists of a loaded file.
+int64_t entries_of(const Session& session);
 // The peak resident memory of this process, bytes.
 uint64_t peak_rss();
 

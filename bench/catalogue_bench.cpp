@@ -15,11 +15,6 @@ Configuration bench_configuration() {
   return load_configuration(base);
 }
 
-int64_t entries_of(const Session& session) {
-  const Catalogue& c = session.catalogue;
-  return static_cast<int64_t>(c.HK_Count()) + c.Science_Count() + c.Information_Count();
-}
-
 void report(benchmark::State& state, uint64_t bytes, int64_t entries, uint64_t rss_before, const Session& session) {
   state.SetBytesProcessed(static_cast<int64_t>(bytes) * state.iterations());
   state.SetItemsProcessed(entries * state.iterations());
@@ -37,7 +32,7 @@ void BM_LoadFramesFile(benchmark::State& state) {
   session.config = bench_configuration();
   for (auto _ : state) {
     load_telemetry(session, path, FileFormat::CSS);
-    entries = entries_of(session);
+    entries = bench::entries_of(session);
   }
   report(state, session.telemetry().bytes().size(), entries, rss_before, session);
 }
@@ -51,7 +46,7 @@ void BM_LoadZebFile(benchmark::State& state) {
   session.config = bench_configuration();
   for (auto _ : state) {
     load_telemetry(session, path, FileFormat::ZEB);
-    entries = entries_of(session);
+    entries = bench::entries_of(session);
   }
   report(state, session.telemetry().bytes().size(), entries, rss_before, session);
 }

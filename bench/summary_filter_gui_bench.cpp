@@ -159,12 +159,3 @@ BENCHMARK(BM_ClearTheFilter)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 }  // namespace
 }  // namespace morvane
-
-int main(int argc, char** argv) {
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

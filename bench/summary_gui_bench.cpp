@@ -19,17 +19,12 @@
 namespace morvane {
 namespace {
 
-int64_t entries_of(const Session& session) {
-  const Catalogue& c = session.catalogue;
-  return static_cast<int64_t>(c.HK_Count()) + c.Science_Count() + c.Information_Count();
-}
-
 // Cataloguing alone, as the core does it: the floor for opening the file.
 void BM_CatalogueOnly(benchmark::State& state) {
   const std::string path = bench::frames_file(bench::bench_bytes());
   Session session;
   for (auto _ : state) load_telemetry(session, path, FileFormat::CSS);
-  state.counters["entries"] = static_cast<double>(entries_of(session));
+  state.counters["entries"] = static_cast<double>(bench::entries_of(session));
 }
 BENCHMARK(BM_CatalogueOnly)->Unit(benchmark::kMillisecond)->Iterations(3);
 
@@ -39,7 +34,7 @@ void BM_LoadInTheWindow(benchmark::State& state) {
   ConsoleDialogs dialogs;
   EGSE_MDI window({}, dialogs);
   for (auto _ : state) window.loadFile(FileFormat::CSS, QString::fromStdString(path));
-  state.counters["entries"] = static_cast<double>(entries_of(window.session()));
+  state.counters["entries"] = static_cast<double>(bench::entries_of(window.session()));
 }
 BENCHMARK(BM_LoadInTheWindow)->Unit(benchmark::kMillisecond)->Iterations(3);
 
@@ -67,7 +62,7 @@ void BM_OpenSummary(benchmark::State& state) {
     QApplication::processEvents();
     state.ResumeTiming();
   }
-  state.counters["entries"] = static_cast<double>(entries_of(window.session()));
+  state.counters["entries"] = static_cast<double>(bench::entries_of(window.session()));
 }
 BENCHMARK(BM_OpenSummary)->Unit(benchmark::kMillisecond)->Iterations(5);
 
@@ -123,12 +118,3 @@ BENCHMARK(BM_ScrollSummary)->Unit(benchmark::kMicrosecond)->Iterations(200);
 
 }  // namespace
 }  // namespace morvane
-
-int main(int argc, char** argv) {
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

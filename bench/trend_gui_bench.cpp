@@ -163,12 +163,3 @@ BENCHMARK(BM_OpenIntegrityWindow)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
 }  // namespace morvane
-
-int main(int argc, char** argv) {
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
