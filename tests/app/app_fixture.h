@@ -3,23 +3,26 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPrinter>
 #include <QSettings>
+#include <QTest>
 #include <QWindow>
 
 #include "core/configuration.h"
 #include "dialogs.h"
 #include "main_window.h"
 #include "sim/config_writer.h"
+#include "sim/telemetry_writer.h"
 #include "test_files.h"
 
 namespace morvane::testing {
@@ -27,77 +30,61 @@ namespace morvane::testing {
 // Answers the program's questions from queues and records its messages, in order.
 class FakeDialogs : public Dialogs {
  public:
-  std::deque<QString> files;    // answers to open and save dialogs; "" is a cancel
-  std::deque<QString> folders;  // answers to folder dialogs
-  std::deque<QString> printers;  // answers to print dialogs: the PDF file the printer writes; "" is a cancel
+  std::deque<QString> files;     // answers to open and save dialogs; "" is a cancel
+  std::deque<QString> folders;   // answers to folder dialogs
+  std::deque<QString> printers;  // the PDF file each print dialog's printer writes; "" is a cancel
+  std::deque<bool> answers;      // answers to questions, OK or Yes being true; none left: true
+  std::deque<int> choices;       // the index chosen in each choice, -1 a cancel; none left: a cancel
   std::vector<QString> messages;
-  std::vector<std::string> events;  // "message", "file", "folder", "question", "print" as they happened
+  std::vector<std::string> events;  // "message", "file", "folder", "question", "print", "choice" as they happened
   std::function<void()> on_message;  // called as each message is shown
   struct Question {
     QString text;
     bool yes_no = false;  // Yes / No rather than OK / Cancel
   };
-  std::deque<bool> answers;        // answers to questions, OK or Yes being true; none left: true
-  std::vector<Question> questions;  // the questions asked, in order
-
-  QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return next_file(); }
-  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return next_file(); }
-  QString existingFolder(QWidget*, const QString&, const QString&) override {
-    events.push_back("folder");
-    if (folders.empty()) return {};
-    QString folder = folders.front();
-    folders.pop_front();
-    return folder;
-  }
-  void message(QWidget*, const QString& text) override {
-    events.push_back("message");
-    messages.push_back(text);
-    if (on_message) on_message();
-  }
-  bool askOkCancel(QWidget*, const QString& text) override { return next_answer(text, false); }
-  bool askYesNo(QWidget*, const QString& text) override { return next_answer(text, true); }
-  bool choosePrinter(QWidget*, QPrinter& printer) override {
-    events.push_back("print");
-    if (printers.empty()) return false;
-    const QString file = printers.front();
-    printers.pop_front();
-    if (file.isEmpty()) return false;
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(file);
-    return true;
-  }
-  // Answers to choices (the index chosen, -1 a cancel; none left: a cancel), and what was offered.
-  std::deque<int> choices;
+  std::vector<Question> questions;
   struct Choice {
     QString text;
     QStringList offered;
     int preselected = -1;
   };
   std::vector<Choice> choices_offered;
-  int chooseOne(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
-    events.push_back("choice");
-    choices_offered.push_back({text, offered, preselected});
-    if (choices.empty()) return -1;
-    const int answer = choices.front();
-    choices.pop_front();
-    return answer;
+
+  QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
+  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
+  QString existingFolder(QWidget*, const QString&, const QString&) override { return next(folders, "folder"); }
+  void message(QWidget*, const QString& text) override {
+    events.push_back("message");
+    messages.push_back(text);
+    if (on_message) on_message();
   }
+  bool askOkCancel(QWidget*, const QString& text) override { return ask(text, false); }
+  bool askYesNo(QWidget*, const QString& text) override { return ask(text, true); }
+  bool choosePrinter(QWidget*, QPrinter& printer) override {
+    const QString file = next(printers, "print");
+    if (file.isEmpty()) return false;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    return true;
+  }
+  int chooseOne(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
+    choices_offered.push_back({text, offered, preselected});
+    return next(choices, "choice", -1);
+  }
+  int count(const std::string& event) const { return static_cast<int>(std::count(events.begin(), events.end(), event)); }
 
  private:
-  bool next_answer(const QString& text, bool yes_no) {
-    events.push_back("question");
-    questions.push_back({text, yes_no});
-    if (answers.empty()) return true;
-    const bool answer = answers.front();
-    answers.pop_front();
+  template <class T>
+  T next(std::deque<T>& queue, const char* event, T none = T()) {
+    events.push_back(event);
+    if (queue.empty()) return none;
+    T answer = queue.front();
+    queue.pop_front();
     return answer;
   }
-  QString next_file() {
-    events.push_back("file");
-    if (files.empty()) return {};
-    QString file = files.front();
-    files.pop_front();
-    return file;
+  bool ask(const QString& text, bool yes_no) {
+    questions.push_back({text, yes_no});
+    return next(answers, "question", true);
   }
 };
 
@@ -108,6 +95,19 @@ inline bool wait_until(const std::function<bool()>& condition, int milliseconds 
   while (!condition() && clock.elapsed() < milliseconds) QApplication::processEvents(QEventLoop::AllEvents, 20);
   return condition();
 }
+
+// A double click on an item as a mouse makes it: the first click, then the second press that
+// makes it double.
+inline void double_click(QAbstractItemView* view, const QModelIndex& index) {
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(view->window()));
+  view->doItemsLayout();
+  const QPoint at = view->visualRect(index).center();
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
+  QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, at);
+}
+
+// Deletes the windows that closed themselves (they go at the next turn of the event loop).
+inline void delete_closed_windows() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 // A main window on a complete configuration, with its own folder and forgotten settings.
 class AppTest : public ::testing::Test {
@@ -130,17 +130,73 @@ class AppTest : public ::testing::Test {
     write_bytes(dir.path(name), writer.bytes());
     return QString::fromStdString(dir.path(name));
   }
+  // Writes one packet a frame, in the start-up byte order, and loads the file as CSS.
+  bool load_packets(const std::vector<Packet>& packets, const std::string& name = "t.css") {
+    FrameWriter writer(282);
+    for (const Packet& packet : packets) writer.add_frame({packet});
+    return window->loadFile(FileFormat::CSS, write_frames(name, writer));
+  }
+  // Writes frames and loads them as CSS.
+  bool load_frames(FrameWriter writer, const std::string& name = "t.css") {
+    return window->loadFile(FileFormat::CSS, write_frames(name, writer));
+  }
+  // Writes a file of the simulated instrument and loads it.
+  QString load_simulated(FileFormat format, const std::string& name, int frames = 0) {
+    sim::Telemetry_Options options;
+    options.format = format;
+    if (frames > 0) options.frames = frames;
+    sim::write_telemetry(dir.path(name), options);
+    const QString path = QString::fromStdString(dir.path(name));
+    EXPECT_TRUE(window->loadFile(format, path));
+    return path;
+  }
   // Loads a file through the File menu item, answering the dialog with path.
   bool load_through_menu(const char* item, const QString& path) {
     dialogs.files.push_back(path);
     window->menuItem(item)->trigger();
     return dialogs.files.empty();
   }
+  template <class View>
+  View* show(ViewKind kind) {
+    return dynamic_cast<View*>(window->showView(kind));
+  }
+  template <class View>
+  View* shown(ViewKind kind) const {
+    return dynamic_cast<View*>(window->view(kind));
+  }
+
+  // The log file the collection follows: written whole each time, as the ground station grows it.
+  std::string log() const { return dir.path("tmlog.dat"); }
+  void write_log(FrameWriter writer) {
+    write_bytes(log(), writer.bytes());
+    window->setLogFile(QString::fromStdString(log()));
+  }
+  // One collection pass over the log rewritten with these frames.
+  void grow_log(FrameWriter writer) {
+    write_log(std::move(writer));
+    window->Timer1_Timer();
+  }
+
+  // Exactly one message was shown, and it starts with `start`.
+  ::testing::AssertionResult one_message(const QString& start) const {
+    if (dialogs.messages.size() == 1 && dialogs.messages[0].startsWith(start)) return ::testing::AssertionSuccess();
+    return messages_shown();
+  }
+  ::testing::AssertionResult no_message() const {
+    return dialogs.messages.empty() ? ::testing::AssertionSuccess() : messages_shown();
+  }
 
   TempDir dir;
   std::string base;
   FakeDialogs dialogs;
   std::unique_ptr<EGSE_MDI> window;
+
+ private:
+  ::testing::AssertionResult messages_shown() const {
+    ::testing::AssertionResult failure = ::testing::AssertionFailure() << dialogs.messages.size() << " messages:";
+    for (const QString& message : dialogs.messages) failure << " \"" << message.toStdString() << '"';
+    return failure;
+  }
 };
 
 // Three frames: a complete housekeeping packet with an auxiliary and an isotope packet; a

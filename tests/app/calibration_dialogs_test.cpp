@@ -4,8 +4,6 @@
 #include <cerrno>
 #include <filesystem>
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -33,23 +31,16 @@ class CalibrationDialogTest : public testing::AppTest {
     defaults_file = config_path(base, kDefaultPressureFile);
     saved = testing::read_file(pressure_file);
   }
-  Calibration_Dialog* open_editor() {
-    return static_cast<Calibration_Dialog*>(window->showView(ViewKind::PressureCalibration));
-  }
+  Calibration_Dialog* open_editor() { return show<Calibration_Dialog>(ViewKind::PressureCalibration); }
   // The dialog closes itself through its frame, which goes at the next turn of the event loop.
   bool closed(ViewKind kind) {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testing::delete_closed_windows();
     return window->view(kind) == nullptr;
   }
   std::vector<std::pair<double, double>> table() const {
     std::vector<std::pair<double, double>> values;
     for (const Pressure_Record& r : window->session().config.Pressure_Table) values.emplace_back(r.C1, r.C2);
     return values;
-  }
-  std::vector<QString> question_texts() const {
-    std::vector<QString> texts;
-    for (const auto& q : dialogs.questions) texts.push_back(q.text);
-    return texts;
   }
 
   std::string pressure_file;
@@ -112,42 +103,41 @@ TEST_F(CalibrationDialogTest, ModifyAcceptAndYesWriteTheEntriesKeepingANonNumeri
   EXPECT_EQ(window->session().config.Pressure_Table[0].C1, 45.0);
   EXPECT_EQ(window->session().config.Pressure_Table[0].C2, 12.5);
   EXPECT_TRUE(closed(ViewKind::PressureCalibration));
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
-TEST_F(CalibrationDialogTest, AcceptAnsweredNoWritesNothing) {
-  Calibration_Dialog* editor = open_editor();
-  editor->button("Modify")->click();
-  editor->vacuumEntry(2)->setText("1");
-  dialogs.answers = {false};
-  editor->button("Accept")->click();
-  EXPECT_EQ(question_texts().size(), 2u);
-  EXPECT_EQ(testing::read_file(pressure_file), saved);
-  EXPECT_TRUE(closed(ViewKind::PressureCalibration));
-}
-
-TEST_F(CalibrationDialogTest, AcceptWithoutModifyAsksNothingAndWritesNothing) {
+TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreBothAnsweredYes) {
+  struct Case {
+    const char* name;
+    bool modify;               // Modify is clicked and an entry changed
+    std::deque<bool> answers;  // to Modify's question, then to Accept's
+    size_t questions;          // asked in all
+  };
+  const Case cases[] = {
+      {"Accept without Modify", false, {}, 0},
+      {"Modify cancelled", true, {false}, 1},
+      {"Accept answered No", true, {true, false}, 2},
+  };
   const auto written = std::filesystem::last_write_time(pressure_file);
-  Calibration_Dialog* editor = open_editor();
-  editor->button("Accept")->click();
-  EXPECT_TRUE(dialogs.questions.empty());
-  EXPECT_EQ(testing::read_file(pressure_file), saved);
-  EXPECT_EQ(std::filesystem::last_write_time(pressure_file), written);
-  EXPECT_TRUE(closed(ViewKind::PressureCalibration));
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    dialogs.questions.clear();
+    dialogs.answers = c.answers;
+    Calibration_Dialog* editor = open_editor();
+    if (c.modify) {
+      editor->button("Modify")->click();
+      EXPECT_EQ(editor->vacuumEntry(2)->isEnabled(), c.answers.front());
+      editor->vacuumEntry(2)->setText("1");
+    }
+    editor->button("Accept")->click();
+    EXPECT_EQ(dialogs.questions.size(), c.questions);
+    EXPECT_EQ(testing::read_file(pressure_file), saved);
+    EXPECT_EQ(std::filesystem::last_write_time(pressure_file), written);
+    EXPECT_TRUE(closed(ViewKind::PressureCalibration));
+  }
 }
 
-TEST_F(CalibrationDialogTest, ModifyCancelledKeepsTheEntriesDisabled) {
-  Calibration_Dialog* editor = open_editor();
-  dialogs.answers = {false};
-  editor->button("Modify")->click();
-  EXPECT_EQ(dialogs.questions.size(), 1u);
-  EXPECT_FALSE(editor->atmosphereEntry(0)->isEnabled());
-  editor->button("Accept")->click();  // nothing was modified
-  EXPECT_EQ(dialogs.questions.size(), 1u);
-  EXPECT_EQ(testing::read_file(pressure_file), saved);
-}
-
-TEST_F(CalibrationDialogTest, ResetShowsTheDefaultsAndCancelRestoresTheSavedValues) {
+TEST_F(CalibrationDialogTest, ResetShowsTheDefaultsAndCancelOrClosingTheWindowRestoresTheSavedValues) {
   testing::write_file(defaults_file, "5\r\n22, 0.5, -123.4\r\n23, 123.4, 2\r\n24, 3, 4\r\n25, 5, 6\r\n26, 7, 8\r\n");
   Calibration_Dialog* editor = open_editor();
   editor->button("Reset")->click();
@@ -164,13 +154,10 @@ TEST_F(CalibrationDialogTest, ResetShowsTheDefaultsAndCancelRestoresTheSavedValu
   EXPECT_EQ(table(), kSavedTable);
   EXPECT_EQ(testing::read_file(pressure_file), saved);
   EXPECT_TRUE(closed(ViewKind::PressureCalibration));
-}
 
-TEST_F(CalibrationDialogTest, ClosingTheWindowCancelsAReset) {
-  testing::write_file(defaults_file, "5\r\n22, 1, 2\r\n23, 1, 2\r\n24, 1, 2\r\n25, 1, 2\r\n26, 1, 2\r\n");
-  Calibration_Dialog* editor = open_editor();
+  editor = open_editor();
   editor->button("Reset")->click();
-  ASSERT_EQ(window->session().config.Pressure_Table[4].C2, 2.0);
+  ASSERT_EQ(window->session().config.Pressure_Table[4].C2, 8.0);
   window->frameOf(editor)->close();
   EXPECT_TRUE(closed(ViewKind::PressureCalibration));
   EXPECT_EQ(table(), kSavedTable);
@@ -189,8 +176,7 @@ TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDia
   editor->button("Modify")->click();
   editor->atmosphereEntry(0)->setText("99");
   editor->button("Accept")->click();
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].startsWith("Device I/O error")) << dialogs.messages[0].toStdString();
+  EXPECT_TRUE(one_message("Device I/O error"));
   EXPECT_EQ(testing::read_file(pressure_file), saved);
   const auto folder = std::filesystem::path(pressure_file).parent_path();
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -204,10 +190,8 @@ TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDia
 }
 
 TEST_F(CalibrationDialogTest, TheHousekeepingViewRedrawsWhenTheEditorCloses) {
-  testing::FrameWriter writer(282);
-  writer.add_frame({testing::hk_packet(2, testing::sensor_bytes({{22, 40}}))});
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("t.css", writer)));
-  auto* housekeeping = static_cast<Housekeeping_form*>(window->showView(ViewKind::Housekeeping));
+  ASSERT_TRUE(load_packets({testing::hk_packet(2, testing::sensor_bytes({{22, 40}}))}));
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   const Drawing before = housekeeping->picture()->drawing();
   Calibration_Dialog* editor = open_editor();
   editor->button("Modify")->click();
@@ -220,7 +204,7 @@ TEST_F(CalibrationDialogTest, TheHousekeepingViewRedrawsWhenTheEditorCloses) {
 using AD590DialogTest = testing::AppTest;
 
 TEST_F(AD590DialogTest, ShowsItsTextsAndTheTemperatureOfTheSetting) {
-  auto* dialog = static_cast<AD590_Dialog*>(window->showView(ViewKind::AD590));
+  auto* dialog = show<AD590_Dialog>(ViewKind::AD590);
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(dialog->windowTitle(), "AD590 Calibration");
   EXPECT_EQ(dialog->temperatureEntry()->text(), "0.00");
@@ -233,11 +217,11 @@ TEST_F(AD590DialogTest, ShowsItsTextsAndTheTemperatureOfTheSetting) {
 }
 
 TEST_F(AD590DialogTest, TwentyFiveAcceptedIsShownAgainAsTwentyFive) {
-  auto open = [&] { return static_cast<AD590_Dialog*>(window->showView(ViewKind::AD590)); };
+  auto open = [&] { return show<AD590_Dialog>(ViewKind::AD590); };
   AD590_Dialog* dialog = open();
   dialog->temperatureEntry()->setText("25");
   dialog->acceptButton()->click();
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  testing::delete_closed_windows();
   ASSERT_EQ(window->view(ViewKind::AD590), nullptr);
   const double emf = window->session().config.AD590_EMF;
   EXPECT_GT(emf, 0);
@@ -251,7 +235,7 @@ TEST_F(AD590DialogTest, TwentyFiveAcceptedIsShownAgainAsTwentyFive) {
     dialog = open();
     dialog->temperatureEntry()->setText(c.entry);
     (c.accept ? dialog->acceptButton() : dialog->cancelButton())->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    testing::delete_closed_windows();
     EXPECT_EQ(window->view(ViewKind::AD590), nullptr) << c.entry;
     EXPECT_EQ(window->session().config.AD590_EMF, emf) << c.entry;
   }
@@ -259,12 +243,10 @@ TEST_F(AD590DialogTest, TwentyFiveAcceptedIsShownAgainAsTwentyFive) {
 }
 
 TEST_F(AD590DialogTest, AnOpenAuxiliaryViewFollowsTheAcceptAtOnce) {
-  testing::FrameWriter writer(282);
-  writer.add_frame({testing::aux_packet({{0, 1, 101, 0}, {0, 2, 23, 0x2000}})});
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("t.css", writer)));
-  auto* auxiliary = static_cast<Auxiliary_form*>(window->showView(ViewKind::Auxiliary));
+  ASSERT_TRUE(load_packets({testing::aux_packet({{0, 1, 101, 0}, {0, 2, 23, 0x2000}})}));
+  auto* auxiliary = show<Auxiliary_form>(ViewKind::Auxiliary);
   EXPECT_EQ(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
-  auto* dialog = static_cast<AD590_Dialog*>(window->showView(ViewKind::AD590));
+  auto* dialog = show<AD590_Dialog>(ViewKind::AD590);
   dialog->temperatureEntry()->setText("25");
   dialog->acceptButton()->click();
   EXPECT_EQ(auxiliary->labelText("AD590 compensation temperature"), "25.00");

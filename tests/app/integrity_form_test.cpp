@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QSpinBox>
 #include <QTableView>
-#include <QTest>
 
 #include "../views/decoder_fixture.h"
 #include "app_fixture.h"
@@ -24,19 +23,14 @@ class IntegrityWindow : public testing::AppTest {
   // Housekeeping 1, 2, then 5 (two lost) and, 1884 s later, 6; an unknown identifier in frame 4;
   // auxiliary packets 7 and 9 (one lost).
   void load_faulty_file() {
-    testing::FrameWriter writer(282);
-    writer.add_frame({hk_packet(2, {}, {}, 1, 100)});
-    writer.add_frame({hk_packet(2, {}, {}, 2, 108)});
-    writer.add_frame({hk_packet(2, {}, {}, 5, 116)});
-    writer.add_frame({Packet{0x1234, 1, 11, 0, 120, {}, {}}});
-    writer.add_frame({aux_packet({}, 7, 121)});
-    writer.add_frame({aux_packet({}, 9, 122)});
-    writer.add_frame({hk_packet(2, {}, {}, 6, 2000)});
-    ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("faulty.css", writer)));
+    ASSERT_TRUE(load_packets({hk_packet(2, {}, {}, 1, 100), hk_packet(2, {}, {}, 2, 108), hk_packet(2, {}, {}, 5, 116),
+                              Packet{0x1234, 1, 11, 0, 120, {}, {}}, aux_packet({}, 7, 121), aux_packet({}, 9, 122),
+                              hk_packet(2, {}, {}, 6, 2000)},
+                             "faulty.css"));
   }
   Integrity_Form* open_window() {
     window->menuItem("mnuDisplayDataIntegrity")->trigger();
-    auto* form = static_cast<Integrity_Form*>(window->view(ViewKind::Integrity));
+    auto* form = shown<Integrity_Form>(ViewKind::Integrity);
     EXPECT_NE(form, nullptr);
     return form;
   }
@@ -52,7 +46,7 @@ class IntegrityWindow : public testing::AppTest {
   }
 };
 
-TEST_F(IntegrityWindow, ListsTheFindingsOfTheFileWithTheirCounts) {
+TEST_F(IntegrityWindow, ListsTheFindingsOfTheFileWithTheirCountsAndTheUsersTimeJumpThreshold) {
   load_faulty_file();
   Integrity_Form* form = open_window();
   EXPECT_EQ(form->windowTitle(), "Data Integrity");
@@ -79,14 +73,9 @@ TEST_F(IntegrityWindow, ListsTheFindingsOfTheFileWithTheirCounts) {
   EXPECT_EQ(form->countText(Finding_Kind::UnknownIdentifier), "1");
   EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
   EXPECT_EQ(form->countText(Finding_Kind::PartialFrame), "0");
-  EXPECT_TRUE(dialogs.messages.empty());
-}
+  EXPECT_TRUE(no_message());
 
-TEST_F(IntegrityWindow, TheTimeJumpThresholdIsTheUsers) {
-  load_faulty_file();
-  Integrity_Form* form = open_window();
   EXPECT_EQ(form->timeJumpField()->value(), 600);
-  EXPECT_GE(row_of(form, Finding_Kind::TimeJump), 0);
   form->timeJumpField()->setValue(1884);
   EXPECT_EQ(row_of(form, Finding_Kind::TimeJump), -1);
   EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "0");
@@ -98,12 +87,7 @@ TEST_F(IntegrityWindow, ADoubleClickOpensTheEntryInItsWindow) {
   load_faulty_file();
   Integrity_Form* form = open_window();
   const int gap = row_of(form, Finding_Kind::SequenceGap);
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(form->window()));
-  QApplication::processEvents();
-  const QRect cell_rect = form->table()->visualRect(form->model()->index(gap, IntegrityModel::TextColumn));
-  // As from a mouse: the first click, then the second press that makes it double.
-  QTest::mouseClick(form->table()->viewport(), Qt::LeftButton, {}, cell_rect.center());
-  QTest::mouseDClick(form->table()->viewport(), Qt::LeftButton, {}, cell_rect.center());
+  testing::double_click(form->table(), form->model()->index(gap, IntegrityModel::TextColumn));
   EXPECT_EQ(window->session().Current_HK_Index, 3);
   EXPECT_NE(window->view(ViewKind::Housekeeping), nullptr);
 
@@ -122,7 +106,7 @@ TEST_F(IntegrityWindow, ADoubleClickOpensTheEntryInItsWindow) {
   form->openFinding(science);
   EXPECT_EQ(window->session().Current_Science_Index, 2);
   EXPECT_NE(window->view(ViewKind::Auxiliary), nullptr);
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(IntegrityWindow, IsCheckedAgainAfterALoadAndDuringLiveFollow) {
@@ -130,27 +114,24 @@ TEST_F(IntegrityWindow, IsCheckedAgainAfterALoadAndDuringLiveFollow) {
   EXPECT_EQ(form->model()->rowCount(), 0);
   EXPECT_EQ(form->findChild<QLabel*>("SummaryLabel")->text(), "Please load an EGSE data file");
 
-  const std::string log = dir.path("tmlog.dat");
-  auto write_log = [&](const std::vector<int>& sequences) {
+  auto frames = [](const std::vector<int>& sequences) {
     testing::FrameWriter writer(282);
     for (const int sequence : sequences) writer.add_frame({hk_packet(1, {}, {}, sequence, 100 + 8 * sequence)});
-    testing::write_bytes(log, writer.bytes());
+    return writer;
   };
-  write_log({1, 2});
-  window->setLogFile(QString::fromStdString(log));
+  write_log(frames({1, 2}));
   window->startCollection();
   EXPECT_EQ(window->view(ViewKind::Integrity), form);
   EXPECT_EQ(form->model()->rowCount(), 0);
   EXPECT_EQ(form->countText(Finding_Kind::SequenceGap), "0");
 
-  write_log({1, 2, 4});
-  window->Timer1_Timer();
+  grow_log(frames({1, 2, 4}));
   ASSERT_EQ(form->model()->rowCount(), 1);
   EXPECT_EQ(form->model()->finding(0).kind, Finding_Kind::SequenceGap);
   EXPECT_EQ(form->model()->finding(0).index, 3);
   EXPECT_EQ(form->countText(Finding_Kind::SequenceGap), "1");
   EXPECT_EQ(form->findChild<QLabel*>("SummaryLabel")->text(), "1 finding");
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+// Real-time collection: the log the ground station writes is followed, its new frames reach the
+// open windows, and a log rewritten shorter is ignored until it grows past what was seen.
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
@@ -6,6 +9,7 @@
 #include "app_fixture.h"
 #include "concise_view.h"
 #include "core/windows_path.h"
+#include "housekeeping_form.h"
 #include "raw_view.h"
 #include "settings.h"
 #include "summary_view.h"
@@ -16,118 +20,119 @@ namespace {
 using testing::FrameWriter;
 using testing::Packet;
 
-// A log file that the test writes frame by frame, as the ground station does.
 class LiveFollow : public testing::AppTest {
  protected:
-  void SetUp() override {
-    AppTest::SetUp();
-    log = dir.path("tmlog.dat");
-    window->setLogFile(QString::fromStdString(log));
-  }
-  // Rewrites the log with the first n frames of a run of frames, each a housekeeping packet
-  // and an event.
-  void write_log(int n) {
+  // hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
+  static FrameWriter frames(int hk_frames, int event_frames = 0) {
     FrameWriter writer(282);
-    for (int f = 1; f <= n; ++f) {
-      writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 1}}, {}}, Packet{0x0F37, f, 11, 0, 100 + f, {{14, 0x0100}}, {}}});
+    for (int f = 1; f <= hk_frames + event_frames; ++f) {
+      const Packet event{0x0F37, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
+      if (f > hk_frames) {
+        writer.add_frame({event});
+      } else {
+        writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 2}}, {}}, event});
+      }
     }
-    testing::write_bytes(log, writer.bytes());
+    return writer;
   }
-  std::string log;
 };
 
-TEST_F(LiveFollow, StartingCataloguesTheLogAndChecksTheItem) {
-  write_log(2);
-  window->menuItem("mnuDisplayRealTimeDataCollection")->trigger();
-  EXPECT_TRUE(window->isCollecting());
+TEST_F(LiveFollow, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsFirstFrame) {
+  write_log(frames(2));
+  QAction* item = window->menuItem("mnuDisplayRealTimeDataCollection");
+  item->trigger();
+  EXPECT_TRUE(item->isChecked());
   EXPECT_TRUE(window->collectionTimer()->isActive());
   EXPECT_EQ(window->collectionTimer()->interval(), 500);
-  EXPECT_EQ(window->windowTitle(), QString::fromStdString("Morvane EGSE             File loaded - " + log));
+  EXPECT_EQ(window->windowTitle(), QString::fromStdString("Morvane EGSE             File loaded - " + log()));
   EXPECT_EQ(window->session().File_Type, FileFormat::CSS);
   EXPECT_EQ(window->session().Packet_Count, 2);
-  window->menuItem("mnuDisplayRealTimeDataCollection")->trigger();
+  item->trigger();
   EXPECT_FALSE(window->isCollecting());
   EXPECT_FALSE(window->collectionTimer()->isActive());
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);  // kept for browsing
+
+  write_log(frames(4));
+  item->trigger();
+  EXPECT_EQ(window->session().catalogue.HK_Count(), 4);
+  EXPECT_EQ(window->session().catalogue.Previous_Packet_Count, 4);
+  EXPECT_EQ(window->session().catalogue.counters.Complete_Count, 4);  // counted once
 }
 
 TEST_F(LiveFollow, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsPast) {
-  write_log(2);
+  write_log(frames(2));
   window->startCollection();
-  auto* raw = static_cast<RawData*>(window->showView(ViewKind::RawData));
-  auto* summary = static_cast<Summary*>(window->showView(ViewKind::Summary));
-  auto* concise = static_cast<Concise_Form*>(window->showView(ViewKind::Concise));
+  auto* raw = show<RawData>(ViewKind::RawData);
+  auto* summary = show<Summary>(ViewKind::Summary);
+  auto* concise = show<Concise_Form>(ViewKind::Concise);
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   QSignalSpy inserted(summary->model(0), &QAbstractItemModel::rowsInserted);
 
-  write_log(5);
-  window->Timer1_Timer();
+  grow_log(frames(5));
   EXPECT_EQ(window->session().Packet_Count, 5);
   EXPECT_EQ(raw->frameLabel(), "Lander packet number 5");
   EXPECT_EQ(raw->countLabel(), "Number of Lander packets = 5");
   EXPECT_EQ(concise->frameText(), "5");
-  EXPECT_EQ(concise->slotText(0), " Concise HK ");
+  EXPECT_EQ(concise->slotText(0), " Complete HK");
   ASSERT_EQ(inserted.count(), 1);
   EXPECT_EQ(inserted[0][1].toInt(), 2);  // only the new entries, rows 3..5
   EXPECT_EQ(inserted[0][2].toInt(), 4);
   EXPECT_EQ(summary->countText("packet_count"), "5");
   EXPECT_EQ(window->session().catalogue.Previous_Packet_Count, 5);
+  EXPECT_EQ(housekeeping->scrollBar()->value(), 5);  // the newest packet
+  EXPECT_EQ(housekeeping->headerText("Number of Housekeeping Packets"), "5");
 
-  write_log(1);  // rewritten shorter
-  window->Timer1_Timer();
-  write_log(4);
-  window->Timer1_Timer();
+  grow_log(frames(1));  // rewritten shorter
+  grow_log(frames(4));
   EXPECT_EQ(window->session().Packet_Count, 5);
   EXPECT_EQ(inserted.count(), 1);
-  write_log(6);
-  window->Timer1_Timer();
+
+  housekeeping->moreButton()->click();  // frames without housekeeping leave its page alone
+  grow_log(frames(5, 1));
   EXPECT_EQ(window->session().Packet_Count, 6);
+  EXPECT_TRUE(housekeeping->showingRegisters());
+  grow_log(frames(7));
+  EXPECT_EQ(window->session().Packet_Count, 7);
   EXPECT_EQ(window->session().catalogue.HK_Count(), 6);
   EXPECT_EQ(inserted.count(), 2);
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_EQ(housekeeping->headerText("HK Packet number"), "6");
+  EXPECT_FALSE(housekeeping->showingRegisters());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(LiveFollow, TheTimerFollowsALogThatStartsEmpty) {
-  write_log(0);
+  write_log(frames(0));
   window->startCollection();
   EXPECT_EQ(window->session().Packet_Count, 0);
-  auto* raw = static_cast<RawData*>(window->showView(ViewKind::RawData));
+  auto* raw = show<RawData>(ViewKind::RawData);
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
+  EXPECT_EQ(housekeeping->headerText("HK Packet number"), "");
   // A frame still being written counts whole and is catalogued from the bytes present.
   std::vector<uint8_t> partial(24, 0);
   partial[22] = 0x34;
   partial[23] = 0x0F;
-  testing::write_bytes(log, partial);
+  testing::write_bytes(log(), partial);
   EXPECT_TRUE(testing::wait_until([&] { return window->session().Packet_Count == 1; }));
   EXPECT_EQ(raw->frameLabel(), "Lander packet number 1");
   EXPECT_EQ(window->session().catalogue.HK_Count(), 1);
-}
-
-TEST_F(LiveFollow, StoppingAndRestartingStartsAgainFromTheFirstFrame) {
-  write_log(3);
-  window->startCollection();
-  write_log(4);
-  window->Timer1_Timer();
-  window->stopCollection();
-  window->startCollection();
-  EXPECT_EQ(window->session().catalogue.HK_Count(), 4);
-  EXPECT_EQ(window->session().catalogue.Previous_Packet_Count, 4);
-  EXPECT_EQ(window->session().catalogue.counters.Concise_Count, 4);
+  EXPECT_EQ(housekeeping->headerText("HK Packet number"), "1");  // the first housekeeping packet is drawn
 }
 
 TEST_F(LiveFollow, AMissingLogIsReportedAndCollectionDoesNotStart) {
+  window->setLogFile(QString::fromStdString(log()));
   window->startCollection();
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_EQ(dialogs.messages[0].toStdString(), "File not found: " + log + "; Error number 53");
+  EXPECT_EQ(dialogs.messages[0].toStdString(), "File not found: " + log() + "; Error number 53");
   EXPECT_FALSE(window->isCollecting());
   EXPECT_FALSE(window->collectionTimer()->isActive());
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE");
 }
 
 TEST_F(LiveFollow, TheLogPathDefaultsToTheStationsAndIsRemembered) {
-  QSettings().clear();
   EXPECT_EQ(window->logFile(), "c:\\windows\\desktop\\ZEB - CDMS\\tmlog.dat");
-  dialogs.files.push_back(QString::fromStdString(log));
+  dialogs.files.push_back(QString::fromStdString(log()));
   window->menuItem("mnuDisplayRealTimeLogFile")->trigger();
-  EXPECT_EQ(log_file_setting().toStdString(), log);
+  EXPECT_EQ(log_file_setting().toStdString(), log());
   // The default is found like a configuration path: from the working folder, any letter case.
   EXPECT_EQ(resolve_windows_path(kDefaultLogFile), resolve_windows_path("c:/windows/desktop/ZEB - CDMS/tmlog.dat"));
 }

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include <QMdiSubWindow>
+// Loading a file: the caption and catalogue, a cancelled dialog, files that cannot be opened or
+// end early, the worker thread with its progress dialog, and files no engineer meant to open.
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTimer>
 
 #include "app_fixture.h"
-#include "raw_view.h"
+#include "background_pass.h"
+#include "core/error.h"
 #include "summary_view.h"
-#include "twips.h"
 
 namespace morvane {
 namespace {
@@ -28,73 +35,48 @@ TEST_F(Loading, ALoadSetsTheCaptionAndTheCatalogue) {
   EXPECT_EQ(s.catalogue.Science_Count(), 4);
   EXPECT_EQ(s.HK_Sensor_Data.entries(), 2);
   EXPECT_EQ(s.catalogue.Previous_Packet_Count, 3);  // the counts are saved for collection
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
-TEST_F(Loading, ACancelledDialogLeavesCaptionCatalogueAndCollectionAlone) {
-  FrameWriter writer = testing::three_frames();
-  const QString log = write_frames("tmlog.dat", writer);
-  window->setLogFile(log);
+TEST_F(Loading, ACancelledDialogChangesNothingWhileALoadStopsCollection) {
+  write_log(testing::three_frames());
   window->startCollection();
   ASSERT_TRUE(window->isCollecting());
   const QString caption = window->windowTitle();
 
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", ""));
   EXPECT_EQ(window->windowTitle(), caption);
-  EXPECT_TRUE(window->isCollecting());
   EXPECT_TRUE(window->collectionTimer()->isActive());
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
-  EXPECT_TRUE(dialogs.messages.empty());
-}
 
-TEST_F(Loading, AFileThatCannotBeOpenedIsReportedAndChangesNothing) {
-  FrameWriter writer = testing::three_frames();
-  const QString path = write_frames("t.css", writer);
-  ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", path));
-  const QString caption = window->windowTitle();
-  const QString missing = QString::fromStdString(dir.path("missing.css"));
-  ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", missing));
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_EQ(dialogs.messages[0], "File not found: " + missing + "; Error number 53");
-  EXPECT_EQ(window->windowTitle(), caption);
-  EXPECT_EQ(window->session().File_Name, path.toStdString());
-  EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
+  FrameWriter writer = testing::three_frames(280);
+  ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", writer)));
+  EXPECT_FALSE(window->isCollecting());
+  EXPECT_FALSE(window->collectionTimer()->isActive());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(Loading, AnEmptyFileStillSetsTheCaptionAndEmptiesTheOpenViews) {
-  FrameWriter writer = testing::three_frames();
-  ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", write_frames("t.css", writer)));
-  auto* summary = static_cast<Summary*>(window->showView(ViewKind::Summary));
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  auto* summary = show<Summary>(ViewKind::Summary);
   EXPECT_EQ(summary->model(0)->rowCount(), 2);
   testing::write_file(dir.path("empty.css"), "");
   const QString empty = QString::fromStdString(dir.path("empty.css"));
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", empty));
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE  --- CSS         File loaded - " + empty);
-  summary = static_cast<Summary*>(window->view(ViewKind::Summary));
+  summary = shown<Summary>(ViewKind::Summary);
   ASSERT_NE(summary, nullptr);
   EXPECT_EQ(summary->model(0)->rowCount(), 0);
   EXPECT_EQ(summary->countText("packet_count"), "0");
 }
 
-TEST_F(Loading, ALoadStopsCollection) {
-  FrameWriter writer = testing::three_frames();
-  window->setLogFile(write_frames("tmlog.dat", writer));
-  window->startCollection();
-  ASSERT_TRUE(window->isCollecting());
-  ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", writer)));
-  EXPECT_FALSE(window->isCollecting());
-  EXPECT_FALSE(window->collectionTimer()->isActive());
-}
-
 TEST_F(Loading, AnErrorPartWayKeepsTheEntriesBeforeItAndIsShown) {
   // The second record lacks its last items: "Input past end of file" after the first.
-  std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});
-  text += "1, 2, 3\r\n";
-  testing::write_file(dir.path("short.zeb"), text);
+  testing::write_file(dir.path("short.zeb"),
+                      testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})}) + "1, 2, 3\r\n");
   ASSERT_TRUE(load_through_menu("mnuLoadFile_ZebFormat", QString::fromStdString(dir.path("short.zeb"))));
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].startsWith("Input past end of file")) << dialogs.messages[0].toStdString();
-  EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62")) << dialogs.messages[0].toStdString();
+  EXPECT_TRUE(one_message("Input past end of file"));
+  EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62"));
   EXPECT_EQ(window->session().catalogue.HK_Count(), 1);
   EXPECT_TRUE(window->windowTitle().startsWith("Morvane EGSE  --- ZEB"));
 }
@@ -123,27 +105,97 @@ TEST_F(Loading, TheWindowLoadGivesTheCatalogueOfADirectLoad) {
   EXPECT_EQ(window->session().HK_Sensor_Data.at(5, 40000), direct.HK_Sensor_Data.at(5, 40000));
 }
 
-TEST_F(Loading, ExportGuardsAnswerUntilAFileWithSpectraIsLoaded) {
-  window->mnuExportHousekeeping_Click();
-  window->mnuExportScienceAuxilliary_Click();
-  window->mnuExportDockingStationCalibration_Click();
-  window->mnuExportScienceSpectra_Click();
-  EXPECT_EQ(dialogs.messages, std::vector<QString>(4, "Please load an EGSE data file"));
+TEST(BackgroundPass, AFinishedPassReportsSuccessItsErrorsComeBackAndCancelEndsItAtItsNextProgressCall) {
+  QWidget parent;
+  int calls = 0;
+  EXPECT_TRUE(run_with_progress(&parent, "pass", [&](const ProgressFunction& progress) {
+    progress(1, 2);
+    ++calls;
+  }));
+  EXPECT_EQ(calls, 1);
+  EXPECT_THROW(run_with_progress(&parent, "pass", [](const ProgressFunction&) { raise(ErrorNumber::Overflow); }),
+               RuntimeError);
 
-  // Isotope packets whose flags fail the GRM test (bit value 1) make no spectrum.
-  FrameWriter writer(280);
-  writer.add_frame({Packet{0x0F3C, 0x8000 + 1, 25, 0, 5, {{16, 3}}, {}}});
-  ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", writer)));
-  dialogs.messages.clear();
-  window->mnuExportScienceSpectra_Click();
-  EXPECT_EQ(dialogs.messages, std::vector<QString>{"The EGSE data file contains no spectra"});
+  QTimer cancel;
+  QObject::connect(&cancel, &QTimer::timeout, [&] {
+    auto* dialog = parent.findChild<QProgressDialog*>();
+    if (!dialog || !dialog->isVisible()) return;
+    if (auto* button = dialog->findChild<QPushButton*>()) button->click();
+  });
+  cancel.start(20);
+  int steps = 0;  // about two seconds of progress calls
+  EXPECT_FALSE(run_with_progress(&parent, "pass", [&](const ProgressFunction& progress) {
+    for (steps = 0; steps < 400; ++steps) {
+      progress(steps, 400);
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  }));
+  EXPECT_LT(steps, 400);
+}
 
-  window->registerView(ViewKind::ExportHousekeeping,
-                       [](EGSE_MDI& mdi) { return new ChildView(mdi, ViewKind::ExportHousekeeping); });
-  window->mnuExportHousekeeping_Click();
-  ChildView* shown = window->view(ViewKind::ExportHousekeeping);
-  ASSERT_NE(shown, nullptr);
-  EXPECT_EQ(window->frameOf(shown)->pos(), twips_to_pixels(4000, 1000, *window));
+// Whatever file an engineer opens, the load and every window cope: a message at worst, never a
+// crash, and the program carries on.
+class BadFiles : public testing::AppTest {
+ protected:
+  // Loads the file, then opens every window that exists and lets it draw.
+  void load_and_open_everything(FileFormat format, const std::string& name) {
+    ASSERT_TRUE(window->loadFile(format, QString::fromStdString(dir.path(name))) || !dialogs.messages.empty());
+    for (ViewKind kind : kAllViewKinds) {
+      if (!window->isRegistered(kind)) continue;
+      window->guarded([&] { window->showView(kind); });
+      QApplication::processEvents();
+    }
+    window->Reload_Open_Views();
+    QApplication::processEvents();
+    EXPECT_TRUE(window->isVisible());
+  }
+};
+
+TEST_F(BadFiles, TruncatedOverlongAndRandomFilesLoadOrAreReported) {
+  FrameWriter cut = testing::three_frames();
+  cut.bytes().resize(282 * 2 + 30);  // the third frame cut inside its first packet
+  FrameWriter overlong(282);         // lengths that run past the file
+  overlong.add_frame({Packet{0x0F34, 1, 0xFFFF, 0, 5, {{16, 2}}, {}}});
+  overlong.add_frame({Packet{0x0F3C, 0xC001, 0xFFF0, 0, 6, {{16, 3}, {30, 0xFFFF}}, {}}});
+  overlong.add_frame({Packet{0x0F37, 2, 0xFFFE, 0, 7, {{14, 0x0100}}, {}}});
+  overlong.add_frame({Packet{0x0F39, 3, 0xFFFD, 0, 8, {{16, 0x98FF}}, {}}});
+  std::mt19937 random(7);
+  std::vector<uint8_t> garbage(282 * 40);
+  for (auto& b : garbage) b = static_cast<uint8_t>(random());
+  // Real identifiers sprinkled in give the decoders packets to chew on.
+  const uint16_t ids[] = {0x0F34, 0x0F3C, 0x0F37, 0x0F31, 0x0F39};
+  for (size_t at = 22; at + 1 < garbage.size(); at += 282) {
+    garbage[at] = static_cast<uint8_t>(ids[(at / 282) % 5] & 0xFF);
+    garbage[at + 1] = static_cast<uint8_t>(ids[(at / 282) % 5] >> 8);
+  }
+  testing::write_bytes(dir.path("cut.qm"), cut.bytes());
+  testing::write_bytes(dir.path("long.css"), overlong.bytes());
+  testing::write_bytes(dir.path("garbage.dat"), garbage);
+
+  load_and_open_everything(FileFormat::QM, "cut.qm");
+  EXPECT_EQ(window->session().Packet_Count, 3);
+  EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
+  load_and_open_everything(FileFormat::CSS, "long.css");
+  EXPECT_EQ(window->session().catalogue.HK_List[1].Packet_Length, 0xFFFF + 7);
+  for (FileFormat format : {FileFormat::CSS, FileFormat::GRM, FileFormat::ZEB}) {
+    load_and_open_everything(format, "garbage.dat");
+  }
+}
+
+TEST_F(BadFiles, AFileThatCannotBeOpenedIsReportedAndTheOneBeforeStillShows) {
+  FrameWriter writer = testing::three_frames();
+  const QString path = write_frames("gone.css", writer);
+  ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", path));
+  const QString caption = window->windowTitle();
+  std::filesystem::remove(path.toStdString());
+  const QString missing = QString::fromStdString(dir.path("missing.css"));
+  ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", missing));
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(dialogs.messages[0], "File not found: " + missing + "; Error number 53");
+  EXPECT_EQ(window->windowTitle(), caption);
+  load_and_open_everything(FileFormat::CSS, "missing.css");  // fails again and changes nothing
+  EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
+  EXPECT_EQ(window->session().File_Name, path.toStdString());
 }
 
 }  // namespace

@@ -40,10 +40,7 @@ void PrintTo(const Marked_Words& m, std::ostream* out) {
 
 class RawLink : public testing::AppTest {
  protected:
-  void load_three_frames() {
-    FrameWriter writer = testing::three_frames();
-    ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("t.css", writer)));
-  }
+  void load_three_frames() { ASSERT_TRUE(load_frames(testing::three_frames())); }
   static void show_in_raw_frame(ChildView* view) {
     ASSERT_NE(view, nullptr);
     QAction* action = view->findChild<QAction*>("actShowInRawFrame");
@@ -52,7 +49,7 @@ class RawLink : public testing::AppTest {
     EXPECT_TRUE(view->actions().contains(action));  // in the window's context menu
     action->trigger();
   }
-  RawData* raw() const { return dynamic_cast<RawData*>(window->view(ViewKind::RawData)); }
+  RawData* raw() const { return shown<RawData>(ViewKind::RawData); }
   Marked_Words packet_words() const { return words(kPacketMarkColour); }
   Marked_Words byte_words() const { return words(kByteMarkColour); }
   Marked_Words words(const Colour& colour) const {
@@ -74,7 +71,7 @@ class RawLink : public testing::AppTest {
 // spectrum (341..372); frame 3 a concise housekeeping packet (587..644).
 TEST_F(RawLink, FromTheHousekeepingViewTheRawViewOpensOnThePacketsWords) {
   load_three_frames();
-  auto* housekeeping = static_cast<Housekeeping_form*>(window->showView(ViewKind::Housekeeping));
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   show_in_raw_frame(housekeeping);
   ASSERT_NE(raw(), nullptr);
   EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(raw()));
@@ -94,7 +91,7 @@ TEST_F(RawLink, FromTheHousekeepingViewTheRawViewOpensOnThePacketsWords) {
   EXPECT_EQ(packet_words().count, 29);
 }
 
-TEST_F(RawLink, FromTheAuxiliaryInformationAndSpectrumViews) {
+TEST_F(RawLink, FromTheAuxiliaryInformationAndSpectrumViewsAndTheSelectedSummaryLine) {
   load_three_frames();
   show_in_raw_frame(window->showView(ViewKind::Auxiliary));
   EXPECT_EQ(raw()->currentFrame(), 1);
@@ -106,13 +103,13 @@ TEST_F(RawLink, FromTheAuxiliaryInformationAndSpectrumViews) {
   EXPECT_EQ(raw()->currentFrame(), 2);
   EXPECT_EQ(packet_words(), (Marked_Words{21, 29, 9, true}));
   // An empty slot marks its identifier word.
-  auto* information = static_cast<Information_Form*>(window->view(ViewKind::Information));
+  auto* information = shown<Information_Form>(ViewKind::Information);
   information->scrollBar()->setValue(1);
   show_in_raw_frame(information);
   EXPECT_EQ(raw()->currentFrame(), 1);
   EXPECT_EQ(packet_words(), (Marked_Words{73, 73, 1, true}));
 
-  auto* spectra = static_cast<Spectra_Form*>(window->showView(ViewKind::Spectra));
+  auto* spectra = show<Spectra_Form>(ViewKind::Spectra);
   show_in_raw_frame(spectra);  // the complete spectrum's sub-packet
   EXPECT_EQ(raw()->currentFrame(), 1);
   EXPECT_EQ(packet_words(), (Marked_Words{57, 72, 16, true}));
@@ -120,13 +117,11 @@ TEST_F(RawLink, FromTheAuxiliaryInformationAndSpectrumViews) {
   show_in_raw_frame(spectra);
   EXPECT_EQ(raw()->currentFrame(), 2);
   EXPECT_EQ(packet_words(), (Marked_Words{30, 45, 16, true}));
-}
 
-TEST_F(RawLink, FromTheSelectedSummaryLine) {
-  load_three_frames();
-  auto* summary = static_cast<Summary*>(window->showView(ViewKind::Summary));
+  raw()->showFrame(3);
+  auto* summary = show<Summary>(ViewKind::Summary);
   summary->tabs()->setCurrentIndex(1);
-  summary->list(1)->setCurrentIndex(summary->model(1)->index(2));  // the GC spectrum
+  summary->list(1)->setCurrentIndex(summary->model(1)->index(2));  // the GC spectrum again
   show_in_raw_frame(summary);
   EXPECT_EQ(raw()->currentFrame(), 2);
   EXPECT_EQ(packet_words(), (Marked_Words{30, 45, 16, true}));
@@ -136,14 +131,14 @@ TEST_F(RawLink, WithoutAPacketOnViewNothingOpens) {
   auto* housekeeping = window->showView(ViewKind::Housekeeping);  // no file
   show_in_raw_frame(housekeeping);
   EXPECT_EQ(raw(), nullptr);
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(RawLink, APacketRunningIntoTheNextFrameIsMarkedThereToo) {
   FrameWriter writer(282);
   writer.add_frame({Packet{0x0F39, 1, 293, 0, 1000, {}, {}}});  // a memory dump of 300 bytes
   writer.add_frame({});
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("long.css", writer)));
+  ASSERT_TRUE(load_frames(writer, "long.css"));
   window->session().Current_Information_Index = 1;
   window->showInformationEntry();
   show_in_raw_frame(window->view(ViewKind::Information));
@@ -194,7 +189,7 @@ TEST_P(SensorByte, ClickingASensorLineMarksItsByte) {
   const Session& s = window->session();
   const Packet_Entry& entry = s.catalogue.HK_List[1];
 
-  housekeeping = static_cast<Housekeeping_form*>(window->showView(ViewKind::Housekeeping));
+  housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   ASSERT_TRUE(QTest::qWaitForWindowExposed(housekeeping->window()));
   // With no raw view open a click only chooses the line.
   click_sensor(28);
@@ -231,7 +226,7 @@ TEST_F(RawLink, AZebRecordMarksItsItems) {
   testing::write_file(dir.path("t.zeb"),
                       testing::zeb_text({testing::zeb_record({{5, 1844}, {7, 12}, {8, 51}, {9, 1000}, {17, 2}})}));
   ASSERT_TRUE(window->loadFile(FileFormat::ZEB, QString::fromStdString(dir.path("t.zeb"))));
-  auto* housekeeping = static_cast<Housekeeping_form*>(window->showView(ViewKind::Housekeeping));
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   show_in_raw_frame(housekeeping);
   EXPECT_EQ(raw()->currentFrame(), 1);
   EXPECT_EQ(packet_words(), (Marked_Words{5, 136, 132, true}));

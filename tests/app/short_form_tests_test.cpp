@@ -8,8 +8,6 @@
 #include <string>
 #include <utility>
 
-#include <QFile>
-#include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QMdiArea>
@@ -27,7 +25,6 @@
 #include "short_test_list_view.h"
 #include "short_test_view.h"
 #include "sim/short_form_tests.h"
-#include "sim/telemetry_writer.h"
 
 namespace morvane {
 namespace {
@@ -58,9 +55,8 @@ class ShortFormTests : public testing::AppTest {
     AppTest::SetUp();
     sim::Telemetry_Options options;
     options.format = FileFormat::CSS;
-    path = QString::fromStdString(dir.path("cycle.css"));
-    written = sim::write_telemetry(path.toStdString(), options);
-    ASSERT_TRUE(window->loadFile(FileFormat::CSS, path));
+    written = sim::write_telemetry(dir.path("cycle.css"), options);
+    ASSERT_TRUE(window->loadFile(FileFormat::CSS, QString::fromStdString(dir.path("cycle.css"))));
   }
 
   // The tests written in a mode, in the order they run.
@@ -74,17 +70,11 @@ class ShortFormTests : public testing::AppTest {
 
   ShortMessageLoad* open_list(const char* menu_item) {
     window->menuItem(menu_item)->trigger();
-    return static_cast<ShortMessageLoad*>(window->view(ViewKind::ShortTestList));
+    return shown<ShortMessageLoad>(ViewKind::ShortTestList);
   }
-
   // A double click on a line of the list, as the user makes it.
   static void double_click(ShortMessageLoad* list, int row) {
-    QListWidget* widget = list->list();
-    widget->doItemsLayout();
-    const QPoint centre = widget->visualItemRect(widget->item(row)).center();
-    // The press of the first click picks the line the second one opens.
-    QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, centre);
-    QTest::mouseDClick(widget->viewport(), Qt::LeftButton, {}, centre);
+    testing::double_click(list->list(), list->list()->model()->index(row, 0));
   }
 
   // Opens test `line` (from 1) of a mode's list by a double click; the list has closed.
@@ -94,7 +84,7 @@ class ShortFormTests : public testing::AppTest {
     if (!list) return nullptr;
     double_click(list, line - 1);
     EXPECT_TRUE(testing::wait_until([&] { return window->view(ViewKind::ShortTestList) == nullptr; }));
-    return static_cast<ShortTest*>(window->view(ViewKind::ShortTest));
+    return shown<ShortTest>(ViewKind::ShortTest);
   }
 
   // Every item whose result reads "Fail", checking that exactly those are red and the others
@@ -119,7 +109,6 @@ class ShortFormTests : public testing::AppTest {
     return failing;
   }
 
-  QString path;
   sim::Telemetry_Summary written;
 };
 
@@ -145,16 +134,7 @@ TEST_F(ShortFormTests, EachModeListsItsTestsUnderTheHeadings) {
     EXPECT_TRUE(QFontInfo(list->list()->font()).fixedPitch());
     EXPECT_EQ(list->cancelButton()->text(), "Cancel");
   }
-  EXPECT_TRUE(dialogs.messages.empty());
-}
-
-TEST_F(ShortFormTests, WithNoFileTheListSaysNoTestsWereCollected) {
-  window = std::make_unique<EGSE_MDI>(load_configuration(base), dialogs);
-  ShortMessageLoad* list = open_list("mnuTest_EAFT_mode");
-  ASSERT_NE(list, nullptr);
-  EXPECT_EQ(list->list()->count(), 0);
-  EXPECT_EQ(list->label1(), "There were no Short form tests collected during this session");
-  EXPECT_EQ(list->label2(), "Press 'cancel' to exit");
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(ShortFormTests, CancelClosesTheList) {
@@ -186,7 +166,7 @@ TEST_F(ShortFormTests, ADoubleClickEvaluatesTheHealthyTestAsPassingEverywhere) {
     EXPECT_EQ(view->packetMessage()->text(), "All 8 Science data packets were collected.");
     EXPECT_FALSE(is_red(view->packetMessage()));
   }
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(ShortFormTests, TheFaultyTestsFailInRedExactlyWhereTheyWereBroken) {
@@ -228,46 +208,44 @@ TEST_F(ShortFormTests, EveryTabShowsEveryCellOfTheEvaluation) {
   EXPECT_EQ(tabs, (QStringList{"Sensors", "Valves", "Injector V", "Heaters", "L-Reactors", "S-Reactors", "L-Valves",
                                "Summary"}));
   const Short_Test_Evaluation& test = view->evaluation();
-  auto text = [&](const char* name, int index) { return view->cell(name, index)->text().toStdString(); };
-  for (int i = 0; i < 10; ++i) {
-    const Sensor_Row& row = test.sensors[static_cast<size_t>(i)];
-    EXPECT_EQ(text("Label3", i), row.name);
-    EXPECT_EQ(text("Label4", i), row.initial.text);
-    EXPECT_EQ(text("Label5", i), row.final.text);
-    EXPECT_EQ(text("Label6", i), row.unit);
-  }
-  EXPECT_EQ(text("Label6", 0), "bar");
-  for (int i = 0; i < 12; ++i) {
-    EXPECT_EQ(text("Label15", i), test.valves[static_cast<size_t>(i)].rise_28v.text);
-    EXPECT_EQ(text("Label16", i), test.valves[static_cast<size_t>(i)].rise_5v.text);
-  }
-  EXPECT_EQ(text("Label20", 2), "Injector 3");
-  EXPECT_EQ(text("Label21", 2), test.injector_valves[2].rise_28v.text);
+  // Each column of cells shows one field of the evaluation's rows, from its first row.
+  auto expect_column = [&](const char* name, const auto& rows, auto text_of) {
+    for (size_t i = 0; i < rows.size(); ++i) {
+      EXPECT_EQ(view->cell(name, static_cast<int>(i))->text().toStdString(), text_of(rows[i])) << name << ' ' << i;
+    }
+  };
+  ASSERT_EQ(test.sensors.size(), 10u);
+  expect_column("Label3", test.sensors, [](const Sensor_Row& r) { return r.name; });
+  expect_column("Label4", test.sensors, [](const Sensor_Row& r) { return r.initial.text; });
+  expect_column("Label5", test.sensors, [](const Sensor_Row& r) { return r.final.text; });
+  expect_column("Label6", test.sensors, [](const Sensor_Row& r) { return r.unit; });
+  EXPECT_EQ(view->cell("Label6", 0)->text(), "bar");
+  ASSERT_EQ(test.valves.size(), 12u);
+  expect_column("Label15", test.valves, [](const Item_Row& r) { return r.rise_28v.text; });
+  expect_column("Label16", test.valves, [](const Item_Row& r) { return r.rise_5v.text; });
+  expect_column("Label20", test.injector_valves, [](const Item_Row& r) { return r.name; });
+  expect_column("Label21", test.injector_valves, [](const Item_Row& r) { return r.rise_28v.text; });
+  EXPECT_EQ(view->cell("Label20", 2)->text(), "Injector 3");
   std::vector<Item_Row> heated = test.heaters;
   for (const auto* rows : {&test.large_reactors, &test.small_reactors, &test.l_valves}) {
     heated.insert(heated.end(), rows->begin(), rows->end());
   }
   ASSERT_EQ(heated.size(), 21u);
-  for (int i = 0; i < 21; ++i) {
-    const Item_Row& row = heated[static_cast<size_t>(i)];
-    EXPECT_EQ(text("Label25", i), row.name);
-    EXPECT_EQ(text("Label26", i), row.rise_28v.text);
-    EXPECT_EQ(text("Label27", i), row.rise_5v.text);
-    EXPECT_EQ(text("Label28", i), row.initial.text);
-    EXPECT_EQ(text("Label29", i), row.final.text);
-    EXPECT_EQ(text("Label30", i), row.increase.text);
-  }
+  expect_column("Label25", heated, [](const Item_Row& r) { return r.name; });
+  expect_column("Label26", heated, [](const Item_Row& r) { return r.rise_28v.text; });
+  expect_column("Label27", heated, [](const Item_Row& r) { return r.rise_5v.text; });
+  expect_column("Label28", heated, [](const Item_Row& r) { return r.initial.text; });
+  expect_column("Label29", heated, [](const Item_Row& r) { return r.final.text; });
+  expect_column("Label30", heated, [](const Item_Row& r) { return r.increase.text; });
   for (int i = 6; i < 16; ++i) {
-    EXPECT_EQ(text("Label26", i), "n.m.") << i;  // reactor currents are not measured
-    EXPECT_EQ(text("Label27", i), "n.m.") << i;
+    EXPECT_EQ(view->cell("Label26", i)->text(), "n.m.") << i;  // reactor currents are not measured
+    EXPECT_EQ(view->cell("Label27", i)->text(), "n.m.") << i;
   }
-  EXPECT_EQ(text("Label25", 16), "L-Valve 1");
-  for (int i = 0; i < 5; ++i) {
-    EXPECT_EQ(text("Label10", i), test.rails[static_cast<size_t>(i)].name);
-    EXPECT_EQ(text("Label11", i), test.rails[static_cast<size_t>(i)].value.text);
-    EXPECT_EQ(text("Label13", i), test.rails[static_cast<size_t>(i)].unit);
-  }
-  EXPECT_EQ(text("Label13", 4), "kHz");
+  EXPECT_EQ(view->cell("Label25", 16)->text(), "L-Valve 1");
+  expect_column("Label10", test.rails, [](const Rail_Row& r) { return r.name; });
+  expect_column("Label11", test.rails, [](const Rail_Row& r) { return r.value.text; });
+  expect_column("Label13", test.rails, [](const Rail_Row& r) { return r.unit; });
+  EXPECT_EQ(view->cell("Label13", 4)->text(), "kHz");
   bool has_overall_caption = false;
   for (const QLabel* label : view->findChildren<QLabel*>()) has_overall_caption |= label->text() == "Test Result   -  ";
   EXPECT_TRUE(has_overall_caption);
@@ -294,8 +272,7 @@ TEST_F(ShortFormTests, AMissingLimitFileIsAMessageAndTheListStays) {
   ShortMessageLoad* list = open_list("mnuTest_EAFT_mode");
   ASSERT_NE(list, nullptr);
   double_click(list, 0);
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].startsWith("File not found")) << dialogs.messages[0].toStdString();
+  EXPECT_TRUE(one_message("File not found"));
   EXPECT_TRUE(dialogs.messages[0].contains("CSS EAFT Mode.txt")) << dialogs.messages[0].toStdString();
   EXPECT_EQ(window->view(ViewKind::ShortTest), nullptr);
   QApplication::processEvents();
@@ -313,19 +290,22 @@ TEST_F(ShortFormTests, AnUnknownModeIsAMessageNotAWindow) {
   }
 }
 
-TEST_F(ShortFormTests, TheListOfAnotherFileIsMadeAnewBeforeItOpensATest) {
+TEST_F(ShortFormTests, TheListOfAFileWithoutTestsSaysSoAndIsMadeAnewBeforeItOpensATest) {
   ShortMessageLoad* list = open_list("mnuTest_Cruise_Phase_mode");
   ASSERT_NE(list, nullptr);
-  testing::FrameWriter writer = testing::three_frames();
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, write_frames("other.css", writer)));
+  ASSERT_TRUE(load_frames(testing::three_frames(), "other.css"));
   double_click(list, 0);
   EXPECT_EQ(window->view(ViewKind::ShortTest), nullptr);
   EXPECT_EQ(list->list()->count(), 0);
   EXPECT_EQ(list->label1(), "There were no Short form tests collected during this session");
-  EXPECT_TRUE(dialogs.messages.empty());
+  window->closeView(ViewKind::ShortTestList);
+  list = open_list("mnuTest_EAFT_mode");
+  EXPECT_EQ(list->list()->count(), 0);
+  EXPECT_EQ(list->label2(), "Press 'cancel' to exit");
+  EXPECT_TRUE(no_message());
 }
 
-TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrText) {
+TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrTextAndPrintsOnThePrinterChosen) {
   ShortTest* view = open_test("mnuTest_Cruise_Phase_mode", 2);
   ASSERT_NE(view, nullptr);
   const Test_Report report = view->report();
@@ -344,25 +324,17 @@ TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrText) {
   EXPECT_EQ(saved("report.pdf").rfind("%PDF-", 0), 0u);
   dialogs.files.push_back("");  // cancelled: nothing is written
   QTest::mouseClick(view->saveButton(), Qt::LeftButton);
-  EXPECT_TRUE(dialogs.messages.empty());
+  const QString printed = QString::fromStdString(dir.path("printed.pdf"));
+  dialogs.printers = {printed, ""};  // the second print is cancelled
+  QTest::mouseClick(view->printButton(), Qt::LeftButton);
+  QTest::mouseClick(view->printButton(), Qt::LeftButton);
+  EXPECT_EQ(testing::read_file(printed.toStdString()).rfind("%PDF-", 0), 0u);
+  EXPECT_EQ(dialogs.count("print"), 2);
+  EXPECT_TRUE(no_message());
 
   dialogs.files.push_back(QString::fromStdString(dir.path("no such folder/report.txt")));
   QTest::mouseClick(view->saveButton(), Qt::LeftButton);
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].startsWith("Path not found")) << dialogs.messages[0].toStdString();
-}
-
-TEST_F(ShortFormTests, TheReportPrintsOnThePrinterChosen) {
-  ShortTest* view = open_test("mnuTest_EAFT_mode", 1);
-  ASSERT_NE(view, nullptr);
-  const QString printed = QString::fromStdString(dir.path("printed.pdf"));
-  dialogs.printers.push_back(printed);
-  QTest::mouseClick(view->printButton(), Qt::LeftButton);
-  EXPECT_EQ(testing::read_file(printed.toStdString()).rfind("%PDF-", 0), 0u);
-  dialogs.printers.push_back("");  // cancelled
-  QTest::mouseClick(view->printButton(), Qt::LeftButton);
-  EXPECT_EQ(std::count(dialogs.events.begin(), dialogs.events.end(), "print"), 2);
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(one_message("Path not found"));
 }
 
 }  // namespace

@@ -1,23 +1,16 @@
 // SPDX-License-Identifier: MIT
+// Start-up (the configuration before the window, then the byte order) and the menus' captions.
 #include "startup.h"
 
-#include <QAction>
+#include <QMenuBar>
 
 #include "app_fixture.h"
-#include "core/configuration.h"
 #include "settings.h"
 
 namespace morvane {
 namespace {
 
 using testing::FakeDialogs;
-
-bool main_window_exists() {
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (qobject_cast<EGSE_MDI*>(widget)) return true;
-  }
-  return false;
-}
 
 class Startup : public ::testing::Test {
  protected:
@@ -28,8 +21,7 @@ class Startup : public ::testing::Test {
 };
 
 TEST_F(Startup, ConfigurationComesFirstThenTheWindowThenByteReverse) {
-  const std::string base = sim::write_configuration(dir.path("base"));
-  const auto window = Main(dialogs, QString::fromStdString(base));
+  const auto window = Main(dialogs, QString::fromStdString(sim::write_configuration(dir.path("base"))));
   EXPECT_TRUE(dialogs.messages.empty());
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE");
@@ -45,37 +37,94 @@ TEST_F(Startup, AConfigurationProblemIsNamedBeforeTheWindowAndTheUserPicksTheBas
   const std::string broken = sim::write_configuration(dir.path("broken"));
   testing::write_file(broken + "/EGSE_info/Sensors.txt", "36\n\"Oven\",twelve\n");
   std::vector<bool> window_at_message;
-  dialogs.on_message = [&] { window_at_message.push_back(main_window_exists()); };
+  dialogs.on_message = [&] {
+    bool exists = false;
+    for (QWidget* widget : QApplication::topLevelWidgets()) exists |= qobject_cast<EGSE_MDI*>(widget) != nullptr;
+    window_at_message.push_back(exists);
+  };
   dialogs.folders.push_back(QString::fromStdString(good));
 
   const auto window = Main(dialogs, QString::fromStdString(broken));
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].contains("Sensors.txt")) << dialogs.messages[0].toStdString();
-  EXPECT_TRUE(dialogs.messages[0].contains("line 2")) << dialogs.messages[0].toStdString();
+  EXPECT_TRUE(dialogs.messages[0].contains("Sensors.txt") && dialogs.messages[0].contains("line 2"))
+      << dialogs.messages[0].toStdString();
   EXPECT_EQ(dialogs.events, (std::vector<std::string>{"message", "folder"}));
   EXPECT_EQ(window_at_message, std::vector<bool>{false});
   EXPECT_EQ(window->session().config.Egse_Path, good);
   EXPECT_EQ(base_folder_setting(), QString::fromStdString(good));
 }
 
-TEST_F(Startup, ARememberedBaseServesWhenThereIsNoPointerFile) {
-  const std::string good = sim::write_configuration(dir.path("good"));
-  set_base_folder_setting(QString::fromStdString(good));
+TEST_F(Startup, ARememberedBaseServesWhenThereIsNoPointerFileAndWithoutOneTheTablesAreEmpty) {
   testing::write_file(dir.path("elsewhere/readme.txt"), "no pointer file here");
-  const auto window = Main(dialogs, QString::fromStdString(dir.path("elsewhere")));
-  EXPECT_TRUE(dialogs.messages.empty());
-  EXPECT_EQ(window->session().config.Sensor_Count(), 36);
+  const QString elsewhere = QString::fromStdString(dir.path("elsewhere"));
+  const auto bare = Main(dialogs, elsewhere);
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].contains("Morvane_Files.txt") && dialogs.messages[0].contains("; Error number 53"))
+      << dialogs.messages[0].toStdString();
+  EXPECT_EQ(bare->session().config.Sensor_Count(), 0);
+  EXPECT_TRUE(bare->isVisible());
+  EXPECT_TRUE(base_folder_setting().isEmpty());
+
+  set_base_folder_setting(QString::fromStdString(sim::write_configuration(dir.path("good"))));
+  const auto remembered = Main(dialogs, elsewhere);
+  EXPECT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_EQ(remembered->session().config.Sensor_Count(), 36);
 }
 
-TEST_F(Startup, WithoutAnyConfigurationTheProgramRunsWithEmptyTables) {
-  testing::write_file(dir.path("empty/readme.txt"), "");
-  const auto window = Main(dialogs, QString::fromStdString(dir.path("empty")));
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].contains("Morvane_Files.txt")) << dialogs.messages[0].toStdString();
-  EXPECT_TRUE(dialogs.messages[0].contains("; Error number 53")) << dialogs.messages[0].toStdString();
-  EXPECT_EQ(window->session().config.Sensor_Count(), 0);
-  EXPECT_TRUE(window->isVisible());
-  EXPECT_TRUE(base_folder_setting().isEmpty());
+using MainMenus = testing::AppTest;
+
+TEST_F(MainMenus, EveryItemHasItsExactCaptionAndOnlyTheSwitchesCarryCheckMarks) {
+  const std::pair<const char*, const char*> items[] = {
+      {"mnuFileLoad_CSS", "Load &CSS file (282 bytes)"},
+      {"mnuLoadFile_GRM", "Load &GRM file (280 bytes)"},
+      {"mnuLoadFile_FM", "Load & FM file (280 bytes)"},
+      {"mnuLoadFile_QM", "Load &QM file (282 bytes)"},
+      {"mnuLoadFile_ZebFormat", "Load File (&ZEB format)"},
+      {"mnuExit", "E&xit"},
+      {"mnuDisplayConciseData", "&Concise Data"},
+      {"mnuDisplayRawData", "&Raw Data"},
+      {"mnuDisplaySUmmary", "&Summary"},
+      {"mnuDisplayByteReverse", "&Byte Reverse"},
+      {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
+      {"mnuAuxAD590Temp", "&Aux AD590 Temp"},
+      {"mnuCalibrate_Pressure_Sensors", "&Pressure Sensors"},
+      {"mnuTest_Cruise_Phase_mode", "&Cruise Phase Mode"},
+      {"mnuTest_EAFT_mode", "&EAFT"},
+      {"mnuGeneraltests", "&General Tests"},
+      {"mnuExportHousekeeping", "&Housekeeping"},
+      {"mnuExportScienceAuxilliary", "Science &Auxilliary"},
+      {"mnuExportScienceSpectra", "Science &Spectra"},
+      {"mnuExportDockingStationCalibration", "&Docking Station Calibration"},
+  };
+  for (const auto& [name, caption] : items) {
+    const QAction* item = window->menuItem(name);
+    ASSERT_NE(item, nullptr) << name;
+    EXPECT_EQ(item->text().toStdString(), caption) << name;
+    EXPECT_TRUE(item->isEnabled()) << name;
+    const bool check_mark = item->objectName() == "mnuDisplayByteReverse" ||
+                            item->objectName() == "mnuDisplayRealTimeDataCollection";
+    EXPECT_EQ(item->isCheckable(), check_mark) << name;
+  }
+  EXPECT_FALSE(window->menuItem("mnuDisplayRealTimeDataCollection")->isChecked());
+  EXPECT_TRUE(window->menuItem("mnuSeparartor1")->isSeparator());
+  EXPECT_TRUE(window->menuItem("mnuSeparator2")->isSeparator());
+  std::vector<std::string> captions;
+  for (const QAction* menu : window->menuBar()->actions()) captions.push_back(menu->text().toStdString());
+  EXPECT_EQ(captions, (std::vector<std::string>{"&File          ", "&Display          ", "&Calibration          ",
+                                                "&Test          ", "&Export           "}));
+}
+
+TEST_F(MainMenus, TheViewItemsOpenTheirWindowsOnceEvenWithNoFile) {
+  for (const auto& [name, kind] : {std::pair{"mnuDisplayRawData", ViewKind::RawData},
+                                   std::pair{"mnuDisplaySUmmary", ViewKind::Summary},
+                                   std::pair{"mnuDisplayConciseData", ViewKind::Concise}}) {
+    window->menuItem(name)->trigger();
+    ChildView* shown = window->view(kind);
+    ASSERT_NE(shown, nullptr) << name;
+    window->menuItem(name)->trigger();
+    EXPECT_EQ(window->view(kind), shown) << name;
+  }
+  EXPECT_TRUE(dialogs.messages.empty());
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class GeneralTests : public testing::AppTest {
  protected:
   TestForm* open_form() {
     window->menuItem("mnuGeneraltests")->trigger();
-    return static_cast<TestForm*>(window->view(ViewKind::GeneralTests));
+    return shown<TestForm>(ViewKind::GeneralTests);
   }
   static void convert(TestForm* form, const QString& sensor, const QString& voltage) {
     form->sensorField()->setText(sensor);
@@ -28,7 +28,7 @@ class GeneralTests : public testing::AppTest {
   }
 };
 
-TEST_F(GeneralTests, OpensWithSensorZeroAndTheKeptVoltage) {
+TEST_F(GeneralTests, OpensWithSensorZeroAndTheButtonConvertsAsTheViewsDo) {
   TestForm* form = open_form();
   ASSERT_NE(form, nullptr);
   EXPECT_EQ(form->windowTitle(), "Test Form");
@@ -36,9 +36,7 @@ TEST_F(GeneralTests, OpensWithSensorZeroAndTheKeptVoltage) {
   EXPECT_EQ(form->voltageField()->text(), "0");
   EXPECT_EQ(form->convertButton()->text(), "Command1");
   EXPECT_TRUE(form->valueField()->text().isEmpty());
-}
 
-TEST_F(GeneralTests, TheButtonConvertsAsTheViewsDo) {
   struct Case {
     const char* sensor;
     const char* voltage;
@@ -49,8 +47,7 @@ TEST_F(GeneralTests, TheButtonConvertsAsTheViewsDo) {
   for (const Case& c : {Case{"28", "2.98", 28}, Case{"5", "0.012", 5}, Case{"22", "3.5", 22}, Case{" 28 ", "-1.25", 28},
                         Case{"999", "1", 999}}) {
     SCOPED_TRACE(std::string(c.sensor) + " at " + c.voltage);
-    TestForm* form = open_form();
-    convert(form, c.sensor, c.voltage);
+    convert(open_form(), c.sensor, c.voltage);
     double voltage = std::stod(c.voltage);
     double value = 0;
     std::string unit;
@@ -62,7 +59,7 @@ TEST_F(GeneralTests, TheButtonConvertsAsTheViewsDo) {
       EXPECT_EQ(form->unitField()->text(), "");
     }
   }
-  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(GeneralTests, ABadSensorNumberIsAMessageAndChangesNothing) {
@@ -74,8 +71,7 @@ TEST_F(GeneralTests, ABadSensorNumberIsAMessageAndChangesNothing) {
   for (const auto& [text, description] : bad) {
     dialogs.messages.clear();
     convert(form, text, "1");
-    ASSERT_EQ(dialogs.messages.size(), 1u) << text;
-    EXPECT_TRUE(dialogs.messages[0].startsWith(description)) << dialogs.messages[0].toStdString();
+    EXPECT_TRUE(one_message(description)) << text;
     EXPECT_EQ(form->valueField()->text(), value) << text;
   }
   EXPECT_NE(window->view(ViewKind::GeneralTests), nullptr);
