@@ -2,39 +2,33 @@
 // The batch tool's contract: commands, exit statuses and JSON keys that users' scripts rely on.
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
-#include "sim/config_writer.h"
-#include "test_files.h"
+#include "cli_fixture.h"
 
 namespace morvane {
 namespace {
 
-using nlohmann::json;
 using testing::FrameWriter;
+using testing::json;
 using testing::Packet;
 
 constexpr const char* kCli = "src/cli/morvane-cli";
 
-class CliTest : public ::testing::Test {
+class BatchTool : public testing::CliTest {
  protected:
   void SetUp() override {
-    base = sim::write_configuration(dir.path("base"));
+    testing::CliTest::SetUp();
     FrameWriter writer(282);
-    writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}, Packet{0x0F3C, 0x8000 + 4, 25, 0, 1001, {{16, 3}}, {}}});
+    writer.add_frame(
+        {Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}, Packet{0x0F3C, 0x8000 + 4, 25, 0, 1001, {{16, 3}}, {}}});
     writer.add_frame({Packet{0x0F37, 5, 11, 0, 1002, {{14, 0x0100}}, {}}});
-    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+    write_frames(writer);
   }
-  testing::ProgramRun cli(std::vector<std::string> arguments) { return testing::run_program(kCli, arguments); }
-  testing::TempDir dir;
-  std::string base;
+  testing::ProgramRun run(const std::vector<std::string>& arguments) { return testing::run_program(kCli, arguments); }
 };
 
-TEST_F(CliTest, SummaryJsonHasTheContractKeys) {
-  const auto run = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--base", base, "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
-  EXPECT_EQ(j["file_name"], dir.path("t.dat"));
+TEST_F(BatchTool, SummaryJsonHasTheContractKeys) {
+  const json j = cli_json("summary");
+  EXPECT_EQ(j["file_name"], file);
   EXPECT_EQ(j["file_type"], "CSS");
   EXPECT_EQ(j["packet_count"], 2);
   for (const char* key : {"hk_count", "science_count", "information_count", "complete_count", "concise_count",
@@ -52,69 +46,63 @@ TEST_F(CliTest, SummaryJsonHasTheContractKeys) {
   EXPECT_EQ(j["lines"]["information"].size(), 3u);
 }
 
-TEST_F(CliTest, SummaryCountsLeavesTheListsOut) {
-  const auto run = cli({"summary", dir.path("t.dat"), "--type", "css", "--counts", "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
+TEST_F(BatchTool, SummaryCountsLeavesTheListsOut) {
+  const auto counts = run({"summary", file, "--type", "css", "--counts", "--json"});  // the type in any case
+  ASSERT_EQ(counts.status, 0) << counts.err;
+  const json j = json::parse(counts.out);
   EXPECT_FALSE(j.contains("hk"));
   EXPECT_EQ(j["counts"]["progress_event_count"], 1);
-  const auto text = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--counts"});
+  const auto text = cli("summary", {"--counts"});
   EXPECT_NE(text.out.find("Memory Cheksums  0"), std::string::npos) << text.out;
 }
 
-TEST_F(CliTest, ByteOrderOffReadsTheWordsTheOtherWayRound) {
-  const auto run = cli({"summary", dir.path("t.dat"), "-t", "CSS", "--byte-reverse", "off", "--counts", "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(json::parse(run.out)["counts"]["hk_count"], 0);
+TEST_F(BatchTool, ByteOrderOffReadsTheWordsTheOtherWayRound) {
+  EXPECT_EQ(cli_json("summary", {"--byte-reverse", "off", "--counts"})["counts"]["hk_count"], 0);
 }
 
-TEST_F(CliTest, ConvertPrintsTheValueAndItsText) {
-  const auto run = cli({"convert", "--sensor", "28", "--voltage", "2.98", "--base", base, "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
+TEST_F(BatchTool, ConvertPrintsTheValueAndItsText) {
+  const auto convert = run({"convert", "--sensor", "28", "--voltage", "2.98", "--base", base, "--json"});
+  ASSERT_EQ(convert.status, 0) << convert.err;
+  const json j = json::parse(convert.out);
   EXPECT_EQ(j["sensor"], 28);
   EXPECT_EQ(j["unit"], "oC");
   EXPECT_EQ(j["value_text"], "25");
   EXPECT_NEAR(j["value"].get<double>(), 25, 1e-9);
 }
 
-TEST_F(CliTest, ExitStatusesSayHowTheCommandEnded) {
-  const auto missing = cli({"summary", dir.path("none.dat"), "-t", "CSS"});
+TEST_F(BatchTool, ExitStatusesSayHowTheCommandEnded) {
+  const auto missing = run({"summary", dir.path("none.dat"), "-t", "CSS"});
   EXPECT_EQ(missing.status, 1);
   EXPECT_EQ(missing.err.rfind("error: File not found", 0), 0u) << missing.err;
-  EXPECT_EQ(cli({"summary", dir.path("t.dat")}).status, 2);               // no --type
-  EXPECT_EQ(cli({"summary", dir.path("t.dat"), "-t", "XYZ"}).status, 2);  // not a format
-  EXPECT_EQ(cli({"nonsense"}).status, 2);
-  const auto broken = cli({"convert", "--sensor", "22", "--voltage", "1", "--base", dir.path("nowhere")});
+  EXPECT_EQ(run({"summary", file}).status, 2);               // no --type
+  EXPECT_EQ(run({"summary", file, "-t", "XYZ"}).status, 2);  // not a format
+  EXPECT_EQ(run({"nonsense"}).status, 2);
+  const auto broken = run({"convert", "--sensor", "22", "--voltage", "1", "--base", dir.path("nowhere")});
   EXPECT_EQ(broken.status, 1);
   EXPECT_NE(broken.err.find("N-Type.txt"), std::string::npos) << broken.err;
 }
 
-TEST_F(CliTest, TheBaseFolderDefaultsToThePointerFileHere) {
-  const auto run = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(run.out, "5.2 mm\n");
+TEST_F(BatchTool, TheBaseFolderDefaultsToThePointerFileHere) {
+  const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
+  EXPECT_EQ(here.status, 0) << here.err;
+  EXPECT_EQ(here.out, "5.2 mm\n");
 }
 
-TEST_F(CliTest, RawJsonHasTheWordsWithPlaceAndColour) {
-  const auto run = cli({"raw", dir.path("t.dat"), "-t", "CSS", "--frame", "2", "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
+TEST_F(BatchTool, RawJsonHasTheWordsWithPlaceAndColour) {
+  const json j = cli_json("raw", {"--frame", "2"});
   EXPECT_EQ(j["frame"], 2);
   EXPECT_EQ(j["label1"], "Number of Lander packets = 2");
   EXPECT_EQ(j["label2"], "Lander packet number 2");
   ASSERT_EQ(j["words"].size(), 141u);
   EXPECT_EQ(j["words"][11], (json{{"text", "0F37"}, {"x", 2300}, {"y", 250}, {"colour", {0, 0, 255}}}));
   EXPECT_EQ(j["words"][0]["colour"], (json{255, 0, 0}));
-  const auto text = cli({"raw", dir.path("t.dat"), "-t", "CSS", "--frame", "2", "--byte-reverse", "off"});
+  const auto text = cli("raw", {"--frame", "2", "--byte-reverse", "off"});
   EXPECT_NE(text.out.find("0000 0000 0000 370F  0500"), std::string::npos) << text.out;
-  EXPECT_EQ(cli({"raw", dir.path("t.dat"), "-t", "CSS", "--frame", "3"}).status, 1);
+  EXPECT_EQ(cli("raw", {"--frame", "3"}).status, 1);
 }
 
-TEST_F(CliTest, ConciseJsonHasTheEightSlots) {
-  const auto run = cli({"concise", dir.path("t.dat"), "-t", "CSS", "--frame", "1", "--json"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
+TEST_F(BatchTool, ConciseJsonHasTheEightSlots) {
+  const json j = cli_json("concise", {"--frame", "1"});
   EXPECT_EQ(j["frame"], 1);
   ASSERT_EQ(j["slots"].size(), 8u);
   EXPECT_EQ(j["slots"][0], " Complete HK");
@@ -122,7 +110,7 @@ TEST_F(CliTest, ConciseJsonHasTheEightSlots) {
   EXPECT_EQ(j["slots"][2], " Empty ");
   // GRM files count in 256s: the third frame of two written lies past the end.
   testing::write_bytes(dir.path("g.dat"), std::vector<uint8_t>(560, 0));
-  const auto past = cli({"concise", dir.path("g.dat"), "-t", "GRM", "--frame", "3"});
+  const auto past = run({"concise", dir.path("g.dat"), "-t", "GRM", "--frame", "3"});
   EXPECT_EQ(past.status, 1);
   EXPECT_EQ(past.err.rfind("error: Input past end of file", 0), 0u) << past.err;
 }

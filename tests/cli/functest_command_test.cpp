@@ -4,18 +4,13 @@
 
 #include <filesystem>
 
-#include <nlohmann/json.hpp>
-
-#include "sim/config_writer.h"
-#include "test_files.h"
+#include "cli_fixture.h"
 
 namespace morvane {
 namespace {
 
-using nlohmann::json;
+using testing::json;
 using testing::Packet;
-
-constexpr const char* kCli = "src/cli/morvane-cli";
 
 // Packet n of a short form test starting at sequence count 40, lander time 7000: 29 readings
 // of 1 V on the detector channel (65), with the identifiers the selection list looks for.
@@ -34,10 +29,11 @@ Packet test_packet(int n, int first_identifier) {
   return packet;
 }
 
-class FunctestCommand : public ::testing::Test {
+class FunctestCommand : public testing::CliTest {
  protected:
   void SetUp() override {
-    base = sim::write_configuration(dir.path("base"));
+    testing::CliTest::SetUp();
+    type = "QM";
     testing::FrameWriter writer(282);
     for (int n = 1; n <= 8; ++n) {
       if (n != 6) writer.add_frame({test_packet(n, 23)});
@@ -48,35 +44,29 @@ class FunctestCommand : public ::testing::Test {
       packet.sequence_word += 100;
       writer.add_frame({packet});
     }
-    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+    write_frames(writer);
     std::string limits;
     for (int r = 1; r <= 38; ++r) limits += "\"Record " + std::to_string(r) + "\", -2, 2, -2, 2, -2, 2\r\n";
     testing::write_file(base + "/EGSE_info/Test Ranges/QM Cruise Phase Mode.txt", limits);
   }
-  testing::ProgramRun cli(std::vector<std::string> arguments) {
-    std::vector<std::string> all = {"functest", dir.path("t.dat"), "-t", "QM", "--base", base};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    return testing::run_program(kCli, all);
-  }
-  testing::TempDir dir;
-  std::string base;
+  testing::ProgramRun functest(const std::vector<std::string>& arguments) { return cli("functest", arguments); }
 };
 
 TEST_F(FunctestCommand, ListJsonHasTheLabelsLinesAndScienceIndices) {
-  const auto cruise = cli({"--mode", "cruise", "--json"});
+  const auto cruise = functest({"--mode", "cruise", "--json"});
   ASSERT_EQ(cruise.status, 0) << cruise.err;
   EXPECT_EQ(json::parse(cruise.out),
             (json{{"label1", "There was 1 Short form test collected during this session"},
                   {"label2", "Double click on test to view or Press 'cancel' to exit"},
                   {"lines", {"1     Short form test       40           7001"}},
                   {"tests", {1}}}));
-  const auto eaft = cli({"--mode", "EAFT", "--json"});
+  const auto eaft = functest({"--mode", "EAFT", "--json"});
   ASSERT_EQ(eaft.status, 0) << eaft.err;
   EXPECT_EQ(json::parse(eaft.out)["tests"], json({8}));
 }
 
 TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
-  const auto run = cli({"--mode", "cruise", "--test", "1", "--json"});
+  const auto run = functest({"--mode", "cruise", "--test", "1", "--json"});
   ASSERT_EQ(run.status, 0) << run.err;
   const json j = json::parse(run.out);
   EXPECT_EQ(j["start_label"], "Test started at Lander time 7001 seconds");
@@ -105,21 +95,18 @@ TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
   EXPECT_EQ(j["rf_frequency_text"], "395.79");
 }
 
-TEST_F(FunctestCommand, ATestBeyondTheListIsAnError) {
-  const auto run = cli({"--mode", "cruise", "--test", "2"});
-  EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "error: test 2 is beyond the list of 1 test\n");
-}
-
-TEST_F(FunctestCommand, AMissingLimitFileIsAnErrorNamingIt) {
+TEST_F(FunctestCommand, ATestBeyondTheListOrAMissingLimitFileIsAnError) {
+  const auto beyond = functest({"--mode", "cruise", "--test", "2"});
+  EXPECT_EQ(beyond.status, 1);
+  EXPECT_EQ(beyond.err, "error: test 2 is beyond the list of 1 test\n");
   std::filesystem::remove(base + "/EGSE_info/Test Ranges/QM EAFT Mode.txt");
-  const auto run = cli({"--mode", "eaft", "--test", "1"});
-  EXPECT_EQ(run.status, 1);
-  EXPECT_NE(run.err.find("QM EAFT Mode.txt"), std::string::npos) << run.err;
+  const auto missing = functest({"--mode", "eaft", "--test", "1"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_PRED2(testing::contains, missing.err, "QM EAFT Mode.txt");
 }
 
 TEST_F(FunctestCommand, TheReportShowsEveryRowWithItsLimitsAndVerdict) {
-  const auto run = cli({"--mode", "cruise", "--test", "1", "--report", dir.path("r.html")});
+  const auto run = functest({"--mode", "cruise", "--test", "1", "--report", dir.path("r.html")});
   ASSERT_EQ(run.status, 0) << run.err;
   const std::string html = testing::read_file(dir.path("r.html"));
   EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0u);
@@ -128,7 +115,7 @@ TEST_F(FunctestCommand, TheReportShowsEveryRowWithItsLimitsAndVerdict) {
                            "<td class=\"fail\">Fail</td>", "Injector 3", "L-Valve 7"}) {
     EXPECT_NE(html.find(text), std::string::npos) << text;
   }
-  const auto text = cli({"--mode", "cruise", "--test", "1"});
+  const auto text = functest({"--mode", "cruise", "--test", "1"});
   ASSERT_EQ(text.status, 0) << text.err;
   EXPECT_NE(text.out.find("Test Result:            Fail"), std::string::npos) << text.out;
   EXPECT_NE(text.out.find("  RF Frequency  395.79  kHz   -2 .. 2  36      Fail"), std::string::npos) << text.out;

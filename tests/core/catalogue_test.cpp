@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
-#include "core/error.h"
 #include "sim/config_writer.h"
 #include "test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -322,12 +322,7 @@ TEST(CatalogueZeb, AnIncompleteLastRecordEndsTheLoadKeepingTheRecordsBefore) {
   std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});
   text += "1, 1844, 3\r\n";
   testing::write_file(f.dir.path("z.txt"), text);
-  try {
-    load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 62);
-  }
+  EXPECT_EQ(testing::thrown([&] { load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB); }).number, 62);
   EXPECT_EQ(f.session.Packet_Count, 2);
   EXPECT_EQ(f.catalogue().HK_Count(), 1);
   EXPECT_EQ(f.session.HK_Sensor_Data.entries(), 1);
@@ -367,13 +362,9 @@ TEST(CatalogueLimits, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSiz
   testing::write_file(path, "");
   std::filesystem::resize_file(path, largest_supported_size(FileFormat::CSS) + 1);  // sparse: no disk used
   Session session;
-  try {
-    load_telemetry(session, path, FileFormat::CSS);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 6);
-    EXPECT_NE(error.message().find("2147483580 bytes"), std::string::npos) << error.message();
-  }
+  const testing::Thrown overflow = testing::thrown([&] { load_telemetry(session, path, FileFormat::CSS); });
+  EXPECT_EQ(overflow.number, 6);
+  EXPECT_PRED2(testing::contains, overflow.message, "2147483580 bytes");
   EXPECT_EQ(session.catalogue.Information_Count(), 0);
 }
 

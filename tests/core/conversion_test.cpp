@@ -7,9 +7,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "core/error.h"
 #include "sim/config_writer.h"
 #include "test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -62,19 +62,9 @@ TEST_F(ConversionTest, PressureFaultsAreRunTimeErrors) {
   config.Pressure_Table[0].C1 = config.Pressure_Table[0].C2;
   double voltage = 1, value = 0;
   std::string unit;
-  try {
-    Convert_Sensor(config, 22, voltage, value, unit);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 11);
-  }
+  EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 22, voltage, value, unit); }).number, 11);
   config.Pressure_Table.resize(4);
-  try {
-    Convert_Sensor(config, 26, voltage, value, unit);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-  }
+  EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 26, voltage, value, unit); }).number, 9);
 }
 
 TEST_F(ConversionTest, LookupsGiveTheirLimitsOutsideTheTable) {
@@ -115,12 +105,7 @@ TEST_F(ConversionTest, LookupsFollowThePublishedTypeNTable) {
 
 TEST(NTypeTable, EqualPointsAreDivisionByZero) {
   NTypeTable table;
-  try {
-    table.set_points({{0, 0}, {0, 10}, {20, 20}});
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 11);
-  }
+  EXPECT_EQ(testing::thrown([&] { table.set_points({{0, 0}, {0, 10}, {20, 20}}); }).number, 11);
   EXPECT_THROW(table.set_points(std::vector<std::pair<double, double>>(101, {0, 0})), RuntimeError);
 }
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -49,12 +49,7 @@ TEST(NumberText, ColumnsPadAndRefuseTextsWiderThanTheColumn) {
   EXPECT_EQ(left_in(3, 6), "3     ");
   EXPECT_EQ(right_in(1234, 9), "     1234");
   EXPECT_EQ(right_in("abc", 3), "abc");
-  try {
-    right_in(1234567890, 9);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 5);
-  }
+  EXPECT_EQ(testing::thrown([] { right_in(1234567890, 9); }).number, 5);
 }
 
 TEST(NumberText, HexTextsHaveFixedWidths) {

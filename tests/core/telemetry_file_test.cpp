@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
 #include "test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -95,13 +95,9 @@ TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
   EXPECT_EQ(file.Get_Packet_Count(), 2);
   EXPECT_EQ(file.zeb().record(1)[5], 1844);
-  try {
-    file.zeb().record(2);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 62);
-    EXPECT_EQ(error.description(), "Input past end of file");
-  }
+  const testing::Thrown past = testing::thrown([&] { file.zeb().record(2); });
+  EXPECT_EQ(past.number, 62);
+  EXPECT_EQ(past.message.rfind("Input past end of file", 0), 0u) << past.message;
 }
 
 TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
@@ -111,23 +107,15 @@ TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
   text.replace(text.rfind("1844"), 4, "abcd");
   testing::write_file(dir.path("z"), text);
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  try {
-    file.zeb().record(1);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 13);
-    EXPECT_NE(error.message().find("item 5"), std::string::npos);
-  }
+  const testing::Thrown mismatch = testing::thrown([&] { file.zeb().record(1); });
+  EXPECT_EQ(mismatch.number, 13);
+  EXPECT_PRED2(testing::contains, mismatch.message, "item 5");
 }
 
 TEST(TelemetryFile, AMissingFileIsFileNotFoundNamingIt) {
-  try {
-    TelemetryFile("/no/such/file.dat", FileFormat::CSS);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 53);
-    EXPECT_NE(error.message().find("/no/such/file.dat"), std::string::npos);
-  }
+  const testing::Thrown missing = testing::thrown([] { TelemetryFile("/no/such/file.dat", FileFormat::CSS); });
+  EXPECT_EQ(missing.number, 53);
+  EXPECT_PRED2(testing::contains, missing.message, "/no/such/file.dat");
 }
 
 TEST(TelemetryFile, LargestSupportedSizesKeepPositionsIn32Bits) {

@@ -6,8 +6,8 @@
 
 #include <filesystem>
 
-#include "core/error.h"
 #include "export_fixture.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -227,13 +227,8 @@ TEST_F(ExportDialog, AnErrorKeepsTheLinesWrittenSoFarAndIsRethrown) {
   Export_Dialog dialog(Export_Kind::Spectra, session);
   const auto request = dialog.Command1_Click().request;
   const auto output = dialog.open_output(dir.path("spectra.txt"), Export_File_Type::Delimited_Text, *request);
-  try {
-    dialog.write(session, *request, *output);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-    EXPECT_NE(error.message().find("; Error number 9"), std::string::npos);
-  }
+  EXPECT_PRED2(testing::contains, testing::thrown([&] { dialog.write(session, *request, *output); }).message,
+               "; Error number 9");
   EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "");
 }
 

@@ -15,7 +15,6 @@
 #include <vector>
 
 #include "../views/decoder_fixture.h"
-#include "../views/packet_files.h"
 #include "export/export_output.h"
 
 namespace morvane::testing {

@@ -2,10 +2,10 @@
 #include "export/housekeeping_export.h"
 
 #include "core/conversion.h"
-#include "core/error.h"
 #include "core/number_text.h"
 #include "export_fixture.h"
 #include "sim/telemetry_writer.h"
+#include "thrown.h"
 #include "views/hk_sensors.h"
 
 namespace morvane {
@@ -136,12 +136,10 @@ TEST_F(HousekeepingExport, TheRecordsHoldTheLastExportedPacket) {
 TEST_F(HousekeepingExport, AFailingConversionEndsTheExportAfterTheHeadings) {
   session.config.Pressure_Table[0].C2 = session.config.Pressure_Table[0].C1;  // division by zero
   const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, '\t', "Sheet");
-  try {
-    write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({29, 22})}, *output);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 11);
-  }
+  EXPECT_EQ(
+      testing::thrown([&] { write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({29, 22})}, *output); })
+          .number,
+      11);
   output->keep_partial();
   EXPECT_EQ(testing::read_file(dir.path("out.txt")),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"

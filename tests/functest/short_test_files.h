@@ -86,7 +86,7 @@ inline Packet test_packet(const Test_Design& design, int n, int32_t time_step = 
 }
 
 // A GC spectrum packet: a science packet that is not auxiliary.
-inline Packet gc_packet(int32_t sequence, int32_t time) {
+inline Packet gc_science_packet(int32_t sequence, int32_t time) {
   Packet packet{0x0F3C, sequence, 51, 0, 0, {{16, 2}}, {}};
   set_time(packet, time);
   return packet;

@@ -5,6 +5,7 @@
 
 #include "core/error.h"
 #include "short_test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -30,37 +31,28 @@ std::vector<int32_t> indices(const Test_Packets& packets) {
   return std::vector<int32_t>(packets.Packet_Index.begin() + 1, packets.Packet_Index.end());
 }
 
-TEST(CollectTestPackets, PlacesPacketsBySequenceCountNotListPosition) {
-  const Catalogue c = catalogue_of({science(0, 0), science(50, 1000), science(53, 1003), science(51, 1001),
-                                    science(57, 1007), science(52, 1002), science(55, 1005), science(56, 1006),
-                                    science(54, 1004)});
-  const Test_Packets packets = collect_test_packets(c, 2);
-  EXPECT_EQ(packets.Start_Sequence, 50);
-  EXPECT_EQ(packets.Start_Time, 1000);
-  EXPECT_EQ(indices(packets), (std::vector<int32_t>{2, 4, 6, 3, 9, 7, 8, 5}));
-}
-
-TEST(CollectTestPackets, TheFirstOfTwoPacketsWithOneSequenceCountWins) {
-  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001), science(51, 1002)});
-  EXPECT_EQ(collect_test_packets(c, 1).Packet_Index[2], 2);
-}
-
-TEST(CollectTestPackets, ASequenceCountBeyondTheEightStopsTheScan) {
-  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001), science(58, 1002), science(52, 1003)});
-  const Test_Packets packets = collect_test_packets(c, 1);
-  EXPECT_TRUE(packets.Packet_Found(2));
-  EXPECT_FALSE(packets.Packet_Found(3));
-}
-
-TEST(CollectTestPackets, OtherPacketsAndLatePacketsAreSkippedWithoutStopping) {
-  const Catalogue c = catalogue_of({science(50, 1000), science(51, 1001, LabelCode::GcSpectrum), science(51, 1901),
-                                    science(52, 1900), science(53, 999), science(51, 1002), science(49, 1003)});
-  const Test_Packets packets = collect_test_packets(c, 1);
-  EXPECT_EQ(indices(packets), (std::vector<int32_t>{1, 6, 4, 0, 0, 0, 0, 0}));  // 1900 = start + 900 counts
-}
-
-TEST(CollectTestPackets, AStartOutsideTheListIsAnError) {
-  EXPECT_THROW(collect_test_packets(catalogue_of({science(1, 1)}), 2), RuntimeError);
+// Packets are placed by sequence count, not list position; the first of two with one count
+// wins; other packets and packets 900 counts late are skipped; a count beyond the eight stops.
+TEST(CollectTestPackets, PlacesTheTestsPacketsBySequenceCount) {
+  const std::tuple<std::vector<Packet_Entry>, int32_t, std::vector<int32_t>> cases[] = {
+      {{science(0, 0), science(50, 1000), science(53, 1003), science(51, 1001), science(57, 1007), science(52, 1002),
+        science(55, 1005), science(56, 1006), science(54, 1004)},
+       2,
+       {2, 4, 6, 3, 9, 7, 8, 5}},
+      {{science(50, 1000), science(51, 1001), science(51, 1002)}, 1, {1, 2, 0, 0, 0, 0, 0, 0}},
+      {{science(50, 1000), science(51, 1001), science(58, 1002), science(52, 1003)}, 1, {1, 2, 0, 0, 0, 0, 0, 0}},
+      {{science(50, 1000), science(51, 1001, LabelCode::GcSpectrum), science(51, 1901), science(52, 1900),
+        science(53, 999), science(51, 1002), science(49, 1003)},
+       1,
+       {1, 6, 4, 0, 0, 0, 0, 0}},
+  };
+  for (const auto& [entries, start, expected] : cases) {
+    const Test_Packets packets = collect_test_packets(catalogue_of(entries), start);
+    EXPECT_EQ(indices(packets), expected);
+    EXPECT_EQ(packets.Start_Sequence, 50);
+    EXPECT_EQ(packets.Start_Time, 1000);
+  }
+  EXPECT_NE(testing::thrown([] { collect_test_packets(catalogue_of({science(1, 1)}), 2); }).number, 0);
 }
 
 TEST(GetSensorId, TheLastMatchingSensorWins) {
@@ -126,7 +118,7 @@ TEST_F(LoadTestData, ACountBeyondTheLastReadingIsAnError) {
   for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design(), n));
   packets[7].words[18] = 30;
   const Session session = load(packets);
-  EXPECT_THROW(Load_Test_Data(session, collect_test_packets(session.catalogue, 1)), RuntimeError);
+  EXPECT_NE(testing::thrown([&] { Load_Test_Data(session, collect_test_packets(session.catalogue, 1)); }).number, 0);
 }
 
 TEST_F(LoadTestData, TakesTheFirstRfEventStrictlyInsideTheWindow) {

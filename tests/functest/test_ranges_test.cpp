@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
 #include "short_test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -39,41 +39,26 @@ TEST(ReadTestRanges, LineBreaksCarryNoMeaning) {
   EXPECT_EQ(ranges.Max(3, 38), 38);
 }
 
-TEST(ReadTestRanges, AShortFileNamesThePathAndLine) {
-  std::string text = testing::limit_file_text(testing::uniform_limits(0, 1));
-  text.resize(text.rfind("\"Item 38\""));
-  text += "\"Item 38\", 1, 2, 3\r\n";
-  try {
-    read_test_ranges("QM EAFT Mode.txt", text);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 62);
-    EXPECT_NE(error.detail().find("QM EAFT Mode.txt line 39"), std::string::npos) << error.detail();
-    EXPECT_NE(error.detail().find("Max2 of limit record 38"), std::string::npos) << error.detail();
-  }
-}
+// Errors name the file and the line: a record cut short is past the end of the file, a file
+// that is not there is not found, a limit that is not a number is a type mismatch.
+TEST(ReadTestRanges, ErrorsNameTheFileAndLine) {
+  const std::string whole = testing::limit_file_text(testing::uniform_limits(0, 1));
+  std::string cut = whole.substr(0, whole.rfind("\"Item 38\"")) + "\"Item 38\", 1, 2, 3\r\n";
+  testing::Thrown error = testing::thrown([&] { read_test_ranges("QM EAFT Mode.txt", cut); });
+  EXPECT_EQ(error.number, 62);
+  EXPECT_PRED2(testing::contains, error.message, "QM EAFT Mode.txt line 39");
+  EXPECT_PRED2(testing::contains, error.message, "Max2 of limit record 38");
 
-TEST(ReadTestRanges, AMissingFileNamesThePath) {
+  std::string low = whole;
+  low.replace(low.find("\"Item 2\", 0"), 11, "\"Item 2\", low");
+  error = testing::thrown([&] { read_test_ranges("r.txt", low); });
+  EXPECT_EQ(error.number, 13);
+  EXPECT_PRED2(testing::contains, error.message, "line 2");
+
   testing::TempDir dir;
-  try {
-    read_test_ranges(dir.path("FM EAFT Mode.txt"));
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 53);
-    EXPECT_NE(error.message().find(dir.path("FM EAFT Mode.txt")), std::string::npos);
-  }
-}
-
-TEST(ReadTestRanges, ALimitThatIsNotANumberIsATypeMismatch) {
-  std::string text = testing::limit_file_text(testing::uniform_limits(0, 1));
-  text.replace(text.find("\"Item 2\", 0"), 11, "\"Item 2\", low");
-  try {
-    read_test_ranges("r.txt", text);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 13);
-    EXPECT_NE(error.detail().find("line 2"), std::string::npos) << error.detail();
-  }
+  error = testing::thrown([&] { read_test_ranges(dir.path("FM EAFT Mode.txt")); });
+  EXPECT_EQ(error.number, 53);
+  EXPECT_PRED2(testing::contains, error.message, dir.path("FM EAFT Mode.txt"));
 }
 
 }  // namespace

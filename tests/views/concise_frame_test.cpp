@@ -3,116 +3,93 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
-#include "test_files.h"
+#include "decoder_fixture.h"
 
 namespace morvane {
 namespace {
 
 using testing::FrameWriter;
+using testing::Loaded_File;
 using testing::Packet;
 
 TEST(ConciseSlotText, EachIdentifierAndSelectorHasItsText) {
   const struct {
     int32_t identifier, class_word, sub_type;
+    bool frame_282;
     const char* text;
   } cases[] = {
-      {3892, 0, 1, " Concise HK "},          {3892, 0, 2, " Complete HK"},
-      {3892, 0, 7, " Unknown  "},            {3895, 0x0100, 0, " Normal Progress Event   "},
-      {3895, 0x0200, 0, " Warning Anomalous Event "}, {3895, 0x0101, 0, " Unknown - progress event"},
-      {3889, 0x0100, 0, " Acceptance Success      "}, {3889, 0x0200, 0, " Acceptance Failure      "},
-      {3889, 0x0300, 0, " Unknown - acceptance    "}, {3897, 0, 0, " Memory Dump "},
-      {3900, 0, 1, " Auxiliary Data   "},    {3900, 0, 2, " GC spectrum      "},
-      {3900, 0, 3, " Isotope spectrum "},    {3900, 0, 4, " Unknown          "},
-      {0, 0, 0, " Empty "},                  {1234, 0, 0, " Unknown "},
+      {3892, 0, 1, true, " Concise HK "},         {3892, 0, 2, true, " Complete HK"},
+      {3892, 0, 7, true, " Unknown  "},           {3895, 0x0100, 0, true, " Normal Progress Event   "},
+      {3895, 0x0200, 0, true, " Warning Anomalous Event "}, {3895, 0x0101, 0, true, " Unknown - progress event"},
+      {3889, 0x0100, 0, true, " Acceptance Success      "}, {3889, 0x0200, 0, true, " Acceptance Failure      "},
+      {3889, 0x0300, 0, true, " Unknown - acceptance    "}, {3897, 0, 0, true, " Memory Dump "},
+      {3900, 0, 1, true, " Auxiliary Data   "},   {3900, 0, 2, true, " GC spectrum      "},
+      {3900, 0, 3, true, " Isotope spectrum "},   {3900, 0, 4, true, " Unknown          "},
+      {0, 0, 0, true, " Empty "},                 {1234, 0, 0, true, " Unknown "},
+      // Class ten is a memory checksum crosswise: an event in 282-byte frames, an acceptance in 280.
+      {3895, 0x0A00, 0, true, " NPE - Memory Checksum   "}, {3895, 0x0A00, 0, false, " Unknown - progress event"},
+      {3889, 0x0A00, 0, false, " NPE - Memory Checksum   "}, {3889, 0x0A00, 0, true, " Unknown - acceptance    "},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(concise_slot_text(c.identifier, c.class_word, c.sub_type, true), c.text) << c.identifier;
+    EXPECT_EQ(concise_slot_text(c.identifier, c.class_word, c.sub_type, c.frame_282), c.text) << c.identifier;
   }
 }
 
-TEST(ConciseSlotText, ClassTenIsAChecksumCrosswiseByFrameSize) {
-  EXPECT_EQ(concise_slot_text(3895, 0x0A00, 0, true), " NPE - Memory Checksum   ");
-  EXPECT_EQ(concise_slot_text(3895, 0x0A00, 0, false), " Unknown - progress event");
-  EXPECT_EQ(concise_slot_text(3889, 0x0A00, 0, false), " NPE - Memory Checksum   ");
-  EXPECT_EQ(concise_slot_text(3889, 0x0A00, 0, true), " Unknown - acceptance    ");
-}
-
-class ConciseFrame : public ::testing::Test {
- protected:
-  void load(FrameWriter& writer, FileFormat format) {
-    testing::write_bytes(dir.path("frames"), writer.bytes());
-    load_telemetry(session, dir.path("frames"), format);
-  }
-  testing::TempDir dir;
-  Session session;
-};
-
-TEST_F(ConciseFrame, ALongFirstPacketFillsOneSlot) {
+TEST(ConciseFrame, ALongFirstPacketFillsOneSlot) {
   FrameWriter writer(282);
   writer.add_frame({Packet{0x0F34, 0, 229, 0, 0, {{16, 2}}, {}}});  // 236 bytes: the next offset is 259
-  load(writer, FileFormat::CSS);
-  const Concise_Slots slots = Show_Lander_Packet(session, 1);
-  EXPECT_EQ(slots[0], " Complete HK");
-  for (size_t k = 1; k < slots.size(); ++k) EXPECT_EQ(slots[k], "") << k;
+  const Concise_Slots slots = Show_Lander_Packet(Loaded_File(writer).session, 1);
+  EXPECT_EQ(slots, (Concise_Slots{" Complete HK", "", "", "", "", "", "", ""}));
 }
 
-TEST_F(ConciseFrame, EmptyPacketsDoNotEndTheWalkButTheEighthSlotDoes) {
-  FrameWriter writer(282);
+TEST(ConciseFrame, EmptyPacketsDoNotEndTheWalkButTheEighthSlotDoes) {
   std::vector<Packet> packets(9, Packet{0x0F3C, 0, 0, 0, 0, {}, {}});  // seven bytes each
   packets[1].identifier = 0;
   packets[7].words = {{14, 0}};
   packets[8].identifier = 0x0F39;  // the ninth is never examined
+  FrameWriter writer(282);
   writer.add_frame(packets);
-  load(writer, FileFormat::CSS);
-  const Concise_Slots slots = Show_Lander_Packet(session, 1);
+  const Concise_Slots slots = Show_Lander_Packet(Loaded_File(writer).session, 1);
   EXPECT_EQ(slots[0], " Unknown          ");
   EXPECT_EQ(slots[1], " Empty ");
   EXPECT_EQ(slots[2], " Unknown          ");
   EXPECT_EQ(slots[7], " Unknown          ");
 }
 
-TEST_F(ConciseFrame, AcceptanceClassTenReadsDifferentlyInTheTwoFrameSizes) {
+TEST(ConciseFrame, TheFrameSizeDecidesHowClassTenReads) {
   for (const int stride : {282, 280}) {
     FrameWriter writer(stride);
-    writer.add_frame({Packet{0x0F31, 0, 11, 0, 0, {{14, 0x0A00}}, {}}, Packet{0x0F37, 0, 11, 0, 0, {{14, 0x0A00}}, {}}});
-    load(writer, stride == 282 ? FileFormat::CSS : FileFormat::GRM);
-    const Concise_Slots slots = Show_Lander_Packet(session, 1);
+    writer.add_frame({Packet{0x0F31, 0, 11, 0, 0, {{14, 0x0A00}}, {}},  // an acceptance
+                      Packet{0x0F37, 0, 11, 0, 0, {{14, 0x0A00}}, {}}});  // an event
+    const Loaded_File file(writer, stride == 282 ? FileFormat::CSS : FileFormat::GRM);
+    const Concise_Slots slots = Show_Lander_Packet(file.session, 1);
     EXPECT_EQ(slots[0], stride == 280 ? " NPE - Memory Checksum   " : " Unknown - acceptance    ");
     EXPECT_EQ(slots[1], stride == 282 ? " NPE - Memory Checksum   " : " Unknown - progress event");
   }
 }
 
-TEST_F(ConciseFrame, AFrameStartingPastTheEndOfTheFileIsInputPastEnd) {
+TEST(ConciseFrame, AFrameStartingPastTheEndOfTheFileIsInputPastEnd) {
   FrameWriter writer(280);
   writer.add_frame({});
   writer.add_frame({});
-  load(writer, FileFormat::FM);  // 560 bytes: frame 3 starts at the end
-  ASSERT_EQ(session.Packet_Count, 3);
-  EXPECT_EQ(Show_Lander_Packet(session, 2)[0], " Empty ");
-  try {
-    Show_Lander_Packet(session, 3);
-    FAIL() << "frame 3 was read";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 62);
-  }
+  const Loaded_File file(writer, FileFormat::FM);  // 560 bytes: frame 3 starts at the end
+  ASSERT_EQ(file.session.Packet_Count, 3);
+  EXPECT_EQ(Show_Lander_Packet(file.session, 2)[0], " Empty ");
+  EXPECT_EQ(testing::thrown([&] { Show_Lander_Packet(file.session, 3); }).number, 62);
 }
 
-TEST_F(ConciseFrame, ByteOrderDecidesWhatTheWalkFinds) {
+TEST(ConciseFrame, ByteOrderDecidesWhatTheWalkFinds) {
   FrameWriter writer(282);
   writer.add_frame({Packet{0x0F37, 0, 11, 0, 0, {{14, 0x0100}}, {}}});
-  load(writer, FileFormat::QM);
-  EXPECT_EQ(Show_Lander_Packet(session, 1)[0], " Normal Progress Event   ");
-  session.Byte_Reverse = false;
-  EXPECT_EQ(Show_Lander_Packet(session, 1)[0], " Unknown ");
+  Loaded_File file(writer, FileFormat::QM);
+  EXPECT_EQ(Show_Lander_Packet(file.session, 1)[0], " Normal Progress Event   ");
+  file.session.Byte_Reverse = false;
+  EXPECT_EQ(Show_Lander_Packet(file.session, 1)[0], " Unknown ");
 }
 
-TEST(ConciseZeb, ZebFilesShowEightEmptySlots) {
-  testing::TempDir dir;
-  testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})}));
-  Session session;
-  load_telemetry(session, dir.path("z"), FileFormat::ZEB);
-  for (const std::string& slot : Show_Lander_Packet(session, 1)) EXPECT_EQ(slot, "");
+TEST(ConciseFrame, ZebFilesShowEightEmptySlots) {
+  const Loaded_File file(testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})}));
+  EXPECT_EQ(Show_Lander_Packet(file.session, 1), Concise_Slots{});
 }
 
 }  // namespace

@@ -8,16 +8,12 @@
 namespace morvane {
 namespace {
 
-using testing::hk_packet;
 using testing::text_at;
 
-TEST(HkRegisters, HexTextsHaveAtLeastFourDigits) {
-  const std::pair<int32_t, const char*> cases[] = {{0, "0000"},    {26, "001A"},   {255, "00FF"},
-                                                   {4095, "0FFF"}, {4096, "1000"}, {0xABCD, "ABCD"}};
-  for (const auto& [value, text] : cases) EXPECT_EQ(Convert_to_Hex(value), text) << value;
-}
-
-TEST(HkRegisters, BinaryTextsStartWithBit15AndEndWithABlank) {
+TEST(HkRegisters, WordTextsAreFourHexDigitsAndSixteenBitsBit15First) {
+  const std::pair<int32_t, const char*> hex[] = {{0, "0000"},    {26, "001A"},   {255, "00FF"},
+                                                 {4095, "0FFF"}, {4096, "1000"}, {0xABCD, "ABCD"}};
+  for (const auto& [value, text] : hex) EXPECT_EQ(Convert_to_Hex(value), text) << value;
   EXPECT_EQ(binary_text(0xA001), "1 0 1 0 0 0 0 0 0 0 0 0 0 0 0 1 ");
   EXPECT_EQ(binary_text(0xFFFF), "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ");
 }
@@ -30,28 +26,23 @@ std::array<int32_t, 16> words(std::initializer_list<std::pair<int, int32_t>> set
 
 TEST(HkRegisters, ValveAndPwmBitsAreNamedBit15First) {
   const Drawing page = draw_register_page(words({{2, 0x8001}, {4, 0x0100}}));
-  EXPECT_EQ(text_at(page, 0, 0), "Valve enable register    8001");
-  EXPECT_EQ(text_at(page, 600, 200), "VC");
-  EXPECT_EQ(text_at(page, 600, 400), " En");
-  EXPECT_EQ(text_at(page, 1200, 200), "VB");
-  EXPECT_EQ(text_at(page, 1200, 400), "  - ");
-  EXPECT_EQ(text_at(page, 4800, 600), "V1");  // i = 16: 600 x 16 - 4800
-  EXPECT_EQ(text_at(page, 4800, 800), " En");
-  EXPECT_EQ(text_at(page, 600, 600), "V10");
-  EXPECT_EQ(text_at(page, 600, 800), "  - ");
-
-  EXPECT_EQ(text_at(page, 0, 2000), "PWM enable register    0100");
-  EXPECT_EQ(text_at(page, 4800, 2200), "R13");  // bit 8 is the eighth name
-  EXPECT_EQ(text_at(page, 4800, 2400), " En");
-  EXPECT_EQ(text_at(page, 600, 2600), "R9/14");
-  EXPECT_EQ(text_at(page, 600, 2800), "  - ");
+  const std::tuple<int, int, const char*> texts[] = {
+      {0, 0, "Valve enable register    8001"}, {600, 200, "VC"}, {600, 400, " En"}, {1200, 200, "VB"},
+      {1200, 400, "  - "}, {600, 600, "V10"}, {600, 800, "  - "},
+      {4800, 600, "V1"}, {4800, 800, " En"},  // i = 16: 600 x 16 - 4800
+      {0, 2000, "PWM enable register    0100"}, {600, 2600, "R9/14"}, {600, 2800, "  - "},
+      {4800, 2200, "R13"}, {4800, 2400, " En"},  // bit 8 is the eighth name
+  };
+  for (const auto& [x, y, text] : texts) EXPECT_EQ(text_at(page, x, y), text) << x << ", " << y;
 }
 
+// The critical-functions row takes Ds Up, Ds Dn and HT from the valve word's bits 6-4 and only
+// SMA2 and SMA1 from its own word.
 TEST(HkRegisters, CriticalFunctionsMixTheValveWordAndTheirOwn) {
   const std::pair<std::array<int32_t, 16>, std::array<const char*, 5>> cases[] = {
       {words({{2, 0x0040}}), {" En", "  - ", "  - ", "  - ", "  - "}},
       {words({{2, 0x0030}}), {"  - ", " En", " En", "  - ", "  - "}},
-      {words({{3, 0x0070}}), {"  - ", "  - ", "  - ", "  - ", "  - "}},  // their own word's bits 6-4 count for nothing
+      {words({{3, 0x0070}}), {"  - ", "  - ", "  - ", "  - ", "  - "}},
       {words({{3, 0x0002}}), {"  - ", "  - ", "  - ", " En", "  - "}},
       {words({{2, 0x0003}, {3, 0x0001}}), {"  - ", "  - ", "  - ", "  - ", " En"}},
   };
@@ -78,11 +69,7 @@ TEST(HkRegisters, ControlRegistersAndSingleWordsAreShownInHex) {
     EXPECT_EQ(text_at(page, 2500, y), Convert_to_Hex(w[static_cast<size_t>(i + 3)]));
     EXPECT_EQ(text_at(page, 3500, y), binary_text(w[static_cast<size_t>(i + 3)]));
   }
-  struct Single {
-    const char* label;
-    int x, y, word, hex_x;
-  };
-  const Single singles[] = {
+  const std::tuple<const char*, int, int, int, int> singles[] = {  // label, x, y, word, x of the hex
       {"Background task ", 0, 4400, 1, 2400},
       {"RIU status word  ", 3300, 4400, 9, 5700},
       {"Mode event sequence state", 0, 4600, 12, 2400},
@@ -93,9 +80,9 @@ TEST(HkRegisters, ControlRegistersAndSingleWordsAreShownInHex) {
       {"Number TC verify packets waiting transmission  ", 0, 5200, 15, 3500},
       {"Number TC event packets waiting transmission ", 0, 5400, 16, 3500},
   };
-  for (const auto& s : singles) {
-    EXPECT_EQ(text_at(page, s.x, s.y), s.label);
-    EXPECT_EQ(text_at(page, s.hex_x, s.y), Convert_to_Hex(w[static_cast<size_t>(s.word - 1)])) << s.label;
+  for (const auto& [label, x, y, word, hex_x] : singles) {
+    EXPECT_EQ(text_at(page, x, y), label);
+    EXPECT_EQ(text_at(page, hex_x, y), Convert_to_Hex(w[static_cast<size_t>(word - 1)])) << label;
   }
   for (const auto& item : page) EXPECT_EQ(item.colour, kBlue);
 }
@@ -105,7 +92,7 @@ class HkRegisterFileTest : public testing::DecoderTest {};
 TEST_F(HkRegisterFileTest, WordsAreReadFromBytes64To95InTheFilesOrder) {
   std::map<int, int32_t> set;
   for (int i = 1; i <= 16; ++i) set[62 + 2 * i] = 0x0100 * i + 0x20 + i;
-  load({hk_packet(2, {}, set)}, /*low_byte_first=*/false);
+  load({testing::hk_packet(2, {}, set)}, /*low_byte_first=*/false);
   Register_Page page = Show_HK_Extra(session, 1);
   for (int i = 1; i <= 16; ++i) EXPECT_EQ(page.Register_Words[static_cast<size_t>(i - 1)], 0x0100 * i + 0x20 + i) << i;
   EXPECT_EQ(page.drawing, draw_register_page(page.Register_Words));

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "core/conversion.h"
-#include "core/error.h"
 #include "decoder_fixture.h"
 
 namespace morvane {
@@ -14,17 +13,14 @@ using testing::hk_packet;
 using testing::sensor_bytes;
 
 TEST(HkSensors, SignRulesDependOnTheSensor) {
-  struct Case {
-    int sensor;
-    uint8_t byte;
-    int32_t raw;
-  };
-  const Case cases[] = {
+  const std::tuple<int, uint8_t, int32_t> cases[] = {
       {1, 0x7F, 127},  {1, 0x80, -128}, {1, 0xFF, -1},   {22, 0xC0, -64}, {30, 0x90, -112},
       {28, 0xFF, 255}, {29, 0x80, 128}, {33, 0xD2, 210}, {33, 0xD3, -45}, {32, 0x80, 128},
       {36, 0xFF, -1},  {37, 0x80, -128},
   };
-  for (const auto& c : cases) EXPECT_EQ(hk_signed_reading(c.sensor, c.byte), c.raw) << c.sensor << " " << int(c.byte);
+  for (const auto& [sensor, byte, raw] : cases) {
+    EXPECT_EQ(hk_signed_reading(sensor, byte), raw) << sensor << " " << int{byte};
+  }
 }
 
 TEST(HkSensors, VoltagesScaleWithTheExponent) {
@@ -73,35 +69,23 @@ TEST_F(HkDecodeTest, PressureRecordsKeepTheOverwrittenVoltages) {
 
 TEST_F(HkDecodeTest, AnEntryOutsideTheListOrAShortTableIsOutOfRange) {
   load({hk_packet(2)});
-  try {
-    decode_hk_sensors(session, 2);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-  }
+  EXPECT_EQ(testing::thrown([&] { decode_hk_sensors(session, 2); }).number, 9);
   session.config.Sensor_Table.resize(20);  // no sensor 28
-  EXPECT_THROW(decode_hk_sensors(session, 1), RuntimeError);
+  EXPECT_NE(testing::thrown([&] { decode_hk_sensors(session, 1); }).number, 0);
 }
 
-TEST(HkSensorLine, PatternsFollowTheDecimals) {
-  const std::pair<int, const char*> cases[] = {{0, "###0"}, {1, "###0.0"}, {2, "###0.00"}, {3, "###0.000"}, {4, ""}, {-1, ""}};
-  for (const auto& [decimals, pattern] : cases) EXPECT_EQ(sensor_line_pattern(decimals), pattern) << decimals;
-
+TEST(HkSensorLine, DecimalsSetTheValueAndStepTexts) {
   Configuration config;
   config.Sensor_Table.resize(3);
   config.sensor(1) = Sensor_Record{"Supply", 0, 0, 0, "V", 0, 0, 0, -3.14159, -3.0};
-  struct Case {
-    int decimals;
-    const char* value;
-    const char* step;
-  };
-  const Case texts[] = {{0, "-3", "0"}, {1, "-3.1", "0.1"}, {2, "-3.14", "0.14"}, {3, "-3.142", "0.142"},
-                        {7, "-3.14159", "0.14159"}};
-  for (const auto& c : texts) {
+  const std::tuple<int, const char*, const char*> cases[] = {
+      {0, "-3", "0"}, {1, "-3.1", "0.1"}, {2, "-3.14", "0.14"}, {3, "-3.142", "0.142"}, {4, "-3.14159", "0.14159"},
+      {-1, "-3.14159", "0.14159"}};
+  for (const auto& [decimals, value, step] : cases) {
     Drawing drawing;
-    const Sensor_Line line = xPrint_Line(config, 1, 0, 1, c.decimals, drawing);
-    EXPECT_EQ(line.value_text, c.value) << c.decimals;
-    EXPECT_EQ(line.step_text, c.step) << c.decimals;
+    const Sensor_Line line = xPrint_Line(config, 1, 0, 1, decimals, drawing);
+    EXPECT_EQ(line.value_text, value) << decimals;
+    EXPECT_EQ(line.step_text, step) << decimals;
   }
 }
 
@@ -123,7 +107,7 @@ TEST(HkSensorLine, ValuesAreRightAlignedAndTheDegreeSignIsRaised) {
       {"uA", 0, 2400, kBlue, Anchor::Follow},
   };
   EXPECT_EQ(drawing, expected);
-  EXPECT_THROW(xPrint_Line(config, 1, 0, 3, 0, drawing), RuntimeError);
+  EXPECT_NE(testing::thrown([&] { xPrint_Line(config, 1, 0, 3, 0, drawing); }).number, 0);
 }
 
 TEST_F(HkDecodeTest, TheSensorPageListsEveryGroupInOrder) {
@@ -131,30 +115,20 @@ TEST_F(HkDecodeTest, TheSensorPageListsEveryGroupInOrder) {
   decode_hk_sensors(session, 1);
   const Sensor_Layout page = draw_sensor_page(session.config);
   ASSERT_EQ(page.lines.size(), 36u);
-  struct Expected {
-    size_t at;
-    int row, column, sensor;
-    const char* group;
-  };
-  const Expected lines[] = {{0, 1, 0, 1, "Reactors"},        {9, 10, 0, 27, "Reactors"},
-                            {11, 12, 0, 20, "Reactors"},       {12, 15, 0, 11, "Vessin Valves"},
-                            {21, 26, 0, 21, "Heaters"},        {22, 1, 1, 28, ""},
-                            {23, 4, 1, 22, "Pressure Sensors"}, {28, 12, 1, 31, "Ion trap"},
-                            {30, 14, 1, 36, "Ion trap"},       {33, 19, 1, 32, "Supply rails"},
-                            {35, 23, 1, 29, "Docking Station Position"}};
-  for (const auto& e : lines) {
-    const Sensor_Line& line = page.lines[e.at];
-    EXPECT_EQ(line.row, e.row) << e.at;
-    EXPECT_EQ(line.column, e.column) << e.at;
-    EXPECT_EQ(line.sensor, e.sensor) << e.at;
-    EXPECT_EQ(line.group, e.group) << e.at;
+  const std::tuple<size_t, int, int, int, const char*> lines[] = {  // line, row, column, sensor, group
+      {0, 1, 0, 1, "Reactors"},         {9, 10, 0, 27, "Reactors"},         {11, 12, 0, 20, "Reactors"},
+      {12, 15, 0, 11, "Vessin Valves"}, {21, 26, 0, 21, "Heaters"},         {22, 1, 1, 28, ""},
+      {23, 4, 1, 22, "Pressure Sensors"}, {28, 12, 1, 31, "Ion trap"},      {30, 14, 1, 36, "Ion trap"},
+      {33, 19, 1, 32, "Supply rails"},  {35, 23, 1, 29, "Docking Station Position"}};
+  for (const auto& [at, row, column, sensor, group] : lines) {
+    const Sensor_Line& line = page.lines[at];
+    EXPECT_EQ(std::tuple(line.row, line.column, line.sensor, line.group), std::tuple(row, column, sensor, group)) << at;
   }
   EXPECT_EQ(page.lines[12].value_text.find('.'), page.lines[12].value_text.size() - 2);  // one decimal
-  const std::pair<const char*, std::pair<int, int>> headings[] = {
-      {"Reactors", {0, 0}},        {"Vessin Valves", {0, 2800}},   {"Heaters", {0, 4200}},
-      {"Pressure Sensors", {3200, 600}}, {"Ion trap", {3200, 2200}}, {"Supply rails", {3200, 3200}},
-      {"Docking Station Position", {3200, 4400}}};
-  for (const auto& [text, at] : headings) EXPECT_EQ(testing::text_at(page.drawing, at.first, at.second), text);
+  const std::tuple<const char*, int, int> headings[] = {
+      {"Reactors", 0, 0},         {"Vessin Valves", 0, 2800}, {"Heaters", 0, 4200},     {"Pressure Sensors", 3200, 600},
+      {"Ion trap", 3200, 2200}, {"Supply rails", 3200, 3200}, {"Docking Station Position", 3200, 4400}};
+  for (const auto& [text, x, y] : headings) EXPECT_EQ(testing::text_at(page.drawing, x, y), text);
   for (const auto& item : page.drawing) EXPECT_EQ(item.colour, kBlue);
 }
 
@@ -164,11 +138,10 @@ TEST_F(HkDecodeTest, APointOnTheSensorPageFindsTheLineUnderIt) {
   const Sensor_Layout page = draw_sensor_page(session.config);
   // Line 22 is the board temperature at row 1 of the second column, line 35 the docking station.
   EXPECT_EQ(sensor_line_box(page.lines[22]), (Twips_Box{3200, 200, 3200, 200}));
-  const struct { int x, y, line; } points[] = {
-      {100, 200, 0},    {3199, 399, 0},   {3200, 200, 22},   {6399, 4699, 35}, {4000, 4650, 35},
-      {100, 0, -1},     {3300, 600, -1},  {100, 2800, -1},   {-1, 300, -1},    {6400, 300, -1},
-  };
-  for (const auto& p : points) EXPECT_EQ(sensor_line_at(page.lines, p.x, p.y), p.line) << p.x << ", " << p.y;
+  const std::tuple<int, int, int> points[] = {{100, 200, 0},  {3199, 399, 0},  {3200, 200, 22}, {6399, 4699, 35},
+                                              {4000, 4650, 35}, {100, 0, -1},  {3300, 600, -1}, {100, 2800, -1},
+                                              {-1, 300, -1},  {6400, 300, -1}};
+  for (const auto& [x, y, line] : points) EXPECT_EQ(sensor_line_at(page.lines, x, y), line) << x << ", " << y;
   for (size_t i = 0; i < page.lines.size(); ++i) {
     const Twips_Box box = sensor_line_box(page.lines[i]);
     EXPECT_EQ(sensor_line_at(page.lines, box.x + box.width / 2, box.y + box.height / 2), static_cast<int>(i));

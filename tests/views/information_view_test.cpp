@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
-#include "packet_files.h"
+#include "decoder_fixture.h"
 
 namespace morvane {
 namespace {
@@ -15,12 +14,6 @@ using testing::kEventId;
 using testing::Loaded_File;
 using testing::Packet;
 
-std::vector<std::string> texts(const Drawing& drawing) {
-  std::vector<std::string> out;
-  for (const auto& t : drawing) out.push_back(t.text);
-  return out;
-}
-
 TEST(InformationView, WordCountRoundsHalfToEven) {
   const std::pair<int32_t, int> cases[] = {{-1, 0}, {0, 0},   {1, 0},   {2, 1},   {3, 2},  {5, 2},
                                            {7, 4},  {21, 10}, {23, 12}, {63, 32}, {64, 32}};
@@ -30,12 +23,8 @@ TEST(InformationView, WordCountRoundsHalfToEven) {
 TEST(InformationView, WordsFollowTheByteOrder) {
   for (const bool byte_reverse : {true, false}) {
     Packet packet = information_packet(kEventId, 1, {}, 23);
-    packet.bytes[16] = 0x01;
-    packet.bytes[17] = 0xAB;
-    packet.bytes[22] = 0x5C;  // the 23rd and last byte pairs with a zero byte
-    FrameWriter writer(282, byte_reverse);
-    writer.add_frame({packet});
-    Loaded_File file(writer, FileFormat::QM, byte_reverse);
+    packet.bytes = {{16, 0x01}, {17, 0xAB}, {22, 0x5C}};  // the 23rd and last byte pairs with a zero byte
+    Loaded_File file(testing::one_a_frame({packet}, 282, byte_reverse), FileFormat::QM, byte_reverse);
     Information_View view;
     view.show(file.session, 1);
     const Information_Words& w = view.words();
@@ -49,23 +38,18 @@ TEST(InformationView, WordsFollowTheByteOrder) {
 }
 
 TEST(InformationView, DumpGridLeavesAGapAfterTheFourthWord) {
-  EXPECT_EQ(dump_grid_position(1, true).x, 200);
-  EXPECT_EQ(dump_grid_position(4, true).x, 2300);
-  EXPECT_EQ(dump_grid_position(5, true).x, 3210);
-  EXPECT_EQ(dump_grid_position(8, true).x, 5310);
-  EXPECT_EQ(dump_grid_position(9, true).x, 200);
-  EXPECT_EQ(dump_grid_position(9, true).y, 250);
-  EXPECT_EQ(dump_grid_position(5, false).x, 3000);
+  const std::tuple<int, bool, int, int> cases[] = {{1, true, 200, 0}, {4, true, 2300, 0},  {5, true, 3210, 0},
+                                                   {8, true, 5310, 0}, {9, true, 200, 250}, {5, false, 3000, 0}};
+  for (const auto& [k, binary, x, y] : cases) {
+    EXPECT_EQ(dump_grid_position(k, binary).x, x) << k;
+    EXPECT_EQ(dump_grid_position(k, binary).y, y) << k;
+  }
   EXPECT_EQ(dump_grid_position(136, false).y, 16 * 250);
-
-  FrameWriter writer(282);
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55113}}, 64)});
-  Loaded_File file(writer);
+  Loaded_File file(testing::one_a_frame({information_packet(kEventId, 1, {{9, 55113}}, 64)}));
   Information_View view;
   view.show(file.session, 1);
   ASSERT_EQ(view.raw_dump().size(), 32u);
-  // Word 5 is the low time word, 100.
-  EXPECT_EQ(view.raw_dump()[4], (Placed_Text{"0064", 3210, 0, kBlue, Anchor::Left}));
+  EXPECT_EQ(view.raw_dump()[4], (Placed_Text{"0064", 3210, 0, kBlue, Anchor::Left}));  // the low time word, 100
   EXPECT_EQ(view.raw_dump()[31].y, 750);
 }
 
@@ -87,10 +71,8 @@ TEST(InformationView, LabelsNameTheEntry) {
 }
 
 TEST(InformationView, AShortPacketKeepsTheHigherWordsOfTheOneBefore) {
-  FrameWriter writer(282);
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55001}, {10, 0xAA00}, {28, 5}, {29, 6}}, 64)});
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55001}, {10, 0xAA00}}, 20)});
-  Loaded_File file(writer);
+  Loaded_File file(testing::one_a_frame({information_packet(kEventId, 1, {{9, 55001}, {10, 0xAA00}, {28, 5}, {29, 6}}),
+                                         information_packet(kEventId, 1, {{9, 55001}, {10, 0xAA00}}, 20)}));
   Information_View view;
   view.show(file.session, 1);
   view.show(file.session, 3);  // entry 2 is the empty slot after the long packet
@@ -100,47 +82,29 @@ TEST(InformationView, AShortPacketKeepsTheHigherWordsOfTheOneBefore) {
   EXPECT_EQ(view.translation()[3].text, "Selected RAM code page 6");
 }
 
-TEST(InformationView, APacketLongerThan64BytesIsAnErrorThatKeepsTheView) {
-  FrameWriter writer(282);
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55113}}, 64)});
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55114}}, 65)});
-  Loaded_File file(writer);
+TEST(InformationView, AnErrorKeepsWhatTheViewShowed) {
+  Loaded_File file(testing::one_a_frame({information_packet(kEventId, 1, {{9, 55113}}, 64),
+                                         information_packet(kEventId, 1, {{9, 55114}}, 65),
+                                         // One block of 30 data words: words 13..42, of which only 13..32 exist.
+                                         information_packet(testing::kMemoryDumpId, 0, {{9, 0x9601}, {12, 30}})}));
   Information_View view;
   view.show(file.session, 1);
-  try {
-    view.show(file.session, 3);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-  }
+  EXPECT_EQ(testing::thrown([&] { view.show(file.session, 3); }).number, 9);  // longer than 64 bytes
   EXPECT_EQ(view.labels().Label3, "Information Pkt 3");
   EXPECT_EQ(view.words().word(9), 55113);
   EXPECT_EQ(view.raw_dump().size(), 32u);
   EXPECT_EQ(view.translation()[0].text, "RF Calibration report");
-}
-
-TEST(InformationView, AMemoryTableBeyondWord32KeepsItsRowsButNotTheLines) {
-  FrameWriter writer(282);
-  // One block of 30 data words: words 13..42, of which only 13..32 exist.
-  writer.add_frame({information_packet(testing::kMemoryDumpId, 0, {{9, 0x9601}, {12, 30}}, 64)});
-  Loaded_File file(writer);
-  Information_View view;
-  EXPECT_THROW(view.show(file.session, 1), RuntimeError);
+  // A memory table beyond word 32 keeps its rows but not the lines.
+  EXPECT_EQ(testing::thrown([&] { view.show(file.session, 5); }).number, 9);
   EXPECT_EQ(view.memory().size(), 23u);  // words 10..32
   EXPECT_EQ(view.translation()[0].text, "");
 }
 
 TEST(InformationView, ZebEntriesShowTheirRecordAndKeepTheTranslation) {
-  FrameWriter writer(282);
-  writer.add_frame({information_packet(kEventId, 1, {{9, 55113}})});
-  Loaded_File binary(writer);
-  std::vector<std::vector<int32_t>> records;
-  records.push_back(testing::zeb_record({{5, 1844}, {17, 2}}));
+  Loaded_File binary(testing::one_a_frame({information_packet(kEventId, 1, {{9, 55113}})}));
   std::map<int, int32_t> event{{5, 1847}, {7, 12}, {9, 345}, {15, 2}, {17, 55003}};
   for (int k = 20; k <= 136; ++k) event[k] = k;
-  records.push_back(testing::zeb_record(event));
-  Loaded_File zeb(testing::zeb_text(records));
-
+  Loaded_File zeb(testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 2}}), testing::zeb_record(event)}));
   Information_View view;
   view.show(binary.session, 1);
   const Translation before = view.translation();
@@ -151,18 +115,15 @@ TEST(InformationView, ZebEntriesShowTheirRecordAndKeepTheTranslation) {
   EXPECT_EQ(view.labels().Label7, "12");
   const Drawing& dump = view.raw_dump();
   ASSERT_EQ(dump.size(), 136u);
-  EXPECT_EQ(dump[4].text, "1847");
+  EXPECT_EQ(dump[4], (Placed_Text{"1847", 3000, 0, kBlue, Anchor::Left}));
   EXPECT_EQ(dump[16].text, "55003");
   EXPECT_EQ(dump[135].text, "136");
-  EXPECT_EQ(dump[4], (Placed_Text{"1847", 3000, 0, kBlue, Anchor::Left}));
   EXPECT_EQ(view.translation(), before);
-  EXPECT_EQ(view.translation()[0].text, "RF Calibration report");
 }
 
 TEST(InformationView, ThePictureHoldsTheLinesAboveTheMemoryTable) {
-  FrameWriter writer(282);
-  writer.add_frame({information_packet(kEventId, 10, {{9, 0x9601}, {10, 1}, {11, 2}, {12, 3}, {13, 4}})});
-  Loaded_File file(writer);
+  Loaded_File file(
+      testing::one_a_frame({information_packet(kEventId, 10, {{9, 0x9601}, {10, 1}, {11, 2}, {12, 3}, {13, 4}})}));
   Information_View view;
   view.show(file.session, 1);
   const Drawing picture = view.translation_drawing();
@@ -170,8 +131,9 @@ TEST(InformationView, ThePictureHoldsTheLinesAboveTheMemoryTable) {
   EXPECT_EQ(picture[0],
             (Placed_Text{"Memory Checksum packet of PROM.    1 Checksum report.", 0, 0, kBlack, Anchor::Left}));
   EXPECT_EQ(picture[4].y, 800);
-  EXPECT_EQ(texts(view.memory()),
-            (std::vector<std::string>{"Checksum 1", "Address  0001  0002", "Words 0003", "Checksum  =  0004"}));
+  std::vector<std::string> memory;
+  for (const auto& t : view.memory()) memory.push_back(t.text);
+  EXPECT_EQ(memory, (std::vector<std::string>{"Checksum 1", "Address  0001  0002", "Words 0003", "Checksum  =  0004"}));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/number_text.h"
-#include "packet_files.h"
+#include "decoder_fixture.h"
 #include "views/raw_frame.h"
 
 namespace morvane {

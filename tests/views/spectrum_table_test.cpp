@@ -3,24 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
-#include "packet_files.h"
+#include "decoder_fixture.h"
 
 namespace morvane {
 namespace {
 
-using testing::FrameWriter;
 using testing::gc_packet;
 using testing::isotope_packet;
 using testing::Loaded_File;
-using testing::Sub_Packet;
-
-// One science packet a frame.
-FrameWriter frames(const std::vector<testing::Packet>& packets) {
-  FrameWriter writer(282);
-  for (const auto& packet : packets) writer.add_frame({packet});
-  return writer;
-}
 
 TEST(SpectrumTable, BinWordsDecodeMantissaAndExponent) {
   const std::pair<int32_t, double> cases[] = {{0x0010, 1},   {0x0011, 2},    {0x000F, 0},
@@ -32,7 +22,7 @@ TEST(SpectrumTable, BinWordsDecodeMantissaAndExponent) {
 TEST(SpectrumTable, CompleteSpectraComeFirstThenGcSpectra) {
   testing::Packet auxiliary = isotope_packet({});
   auxiliary.words[16] = 1;
-  auto writer = frames({
+  Loaded_File file(testing::one_a_frame({
       isotope_packet({2, 0, {0x10}}),  // 1: starts spectrum 1
       isotope_packet({0, 1, {0x10}}),  // 2
       auxiliary,                       // 3: skipped
@@ -43,8 +33,7 @@ TEST(SpectrumTable, CompleteSpectraComeFirstThenGcSpectra) {
       isotope_packet({0, 1, {0x40}}),  // 8
       gc_packet({0, 0, {0x50}}),       // 9: GC spectrum 2, ends spectrum 3
       isotope_packet({0, 5, {0x50}}),  // 10: belongs to no spectrum
-  });
-  Loaded_File file(writer);
+  }));
   const Spectrum_Table table = build_spectrum_table(file.session.catalogue);
   EXPECT_EQ(table.complete_count, 3);
   EXPECT_EQ(table.gc_count, 2);
@@ -69,59 +58,47 @@ std::vector<testing::Packet> spectrum_of(int sub_packets, int bins_each) {
   return packets;
 }
 
-TEST(SpectrumTable, TheTenthSubPacketFeedsOnlyTheExport) {
-  auto writer = frames(spectrum_of(10, 3));
-  Loaded_File file(writer);
-  const Spectrum_Table table = build_spectrum_table(file.session.catalogue);
-  EXPECT_EQ(table.sub_packet_count(1), 10);
-  const EntryList& science = file.session.catalogue.Science_List;
-  const TelemetryFile& telemetry = file.session.telemetry();
+// Assembles spectrum `column` of the session's table into spectrum.
+void assemble(const Session& session, int32_t column, Sub_Packets which, Assembled_Spectrum& spectrum) {
+  const Spectrum_Table table = build_spectrum_table(session.catalogue);
+  assemble_spectrum(session.telemetry(), session.catalogue.Science_List, table.column(column), session.Byte_Reverse,
+                    which, spectrum);
+}
 
-  Assembled_Spectrum view;
-  assemble_spectrum(telemetry, science, table.column(1), true, Sub_Packets::AllButTenth, view);
+TEST(SpectrumTable, TheTenthSubPacketFeedsOnlyTheExport) {
+  Loaded_File file(testing::one_a_frame(spectrum_of(10, 3)));
+  EXPECT_EQ(build_spectrum_table(file.session.catalogue).sub_packet_count(1), 10);
+  Assembled_Spectrum view, all;
+  assemble(file.session, 1, Sub_Packets::AllButTenth, view);
   EXPECT_EQ(view.bin_count, 27);
   EXPECT_EQ(view.bins[0], 100);
   EXPECT_EQ(view.bins[26], 902);
   EXPECT_EQ(view.bins[27], 0);
-
-  Assembled_Spectrum all;
-  assemble_spectrum(telemetry, science, table.column(1), true, Sub_Packets::All, all);
+  assemble(file.session, 1, Sub_Packets::All, all);
   EXPECT_EQ(all.bin_count, 30);
   EXPECT_EQ(all.bins[29], 1002);
 }
 
 TEST(SpectrumTable, MoreThanTenSubPacketsIsAnError) {
-  auto writer = frames(spectrum_of(11, 1));
-  Loaded_File file(writer);
-  try {
-    build_spectrum_table(file.session.catalogue);
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 9);
-  }
+  Loaded_File file(testing::one_a_frame(spectrum_of(11, 1)));
+  EXPECT_EQ(testing::thrown([&] { build_spectrum_table(file.session.catalogue); }).number, 9);
 }
 
 TEST(SpectrumTable, BinsBeyond1024StopTheAssemblyAfterTheBinsBefore) {
-  auto writer = frames({isotope_packet({2, 1023, {0x10, 0x20, 0x30}})});
-  Loaded_File file(writer);
-  const Spectrum_Table table = build_spectrum_table(file.session.catalogue);
+  Loaded_File file(testing::one_a_frame({isotope_packet({2, 1023, {0x10, 0x20, 0x30}})}));
   Assembled_Spectrum spectrum;
-  EXPECT_THROW(assemble_spectrum(file.session.telemetry(), file.session.catalogue.Science_List, table.column(1), true,
-                                 Sub_Packets::All, spectrum),
-               RuntimeError);
+  EXPECT_NE(testing::thrown([&] { assemble(file.session, 1, Sub_Packets::All, spectrum); }).number, 0);
   EXPECT_EQ(spectrum.bin_count, 2);
   EXPECT_EQ(spectrum.bins[1023], 1);
   EXPECT_EQ(spectrum.bins[1024], 2);
 }
 
 TEST(SpectrumTable, BinsNoSubPacketWritesKeepTheirCounts) {
-  auto writer = frames({isotope_packet({2, 0, {0x10, 0x10, 0x10, 0x10}}), isotope_packet({2, 1, {0x20}})});
-  Loaded_File file(writer);
-  const Spectrum_Table table = build_spectrum_table(file.session.catalogue);
+  Loaded_File file(
+      testing::one_a_frame({isotope_packet({2, 0, {0x10, 0x10, 0x10, 0x10}}), isotope_packet({2, 1, {0x20}})}));
   Assembled_Spectrum spectrum;
-  const auto& science = file.session.catalogue.Science_List;
-  assemble_spectrum(file.session.telemetry(), science, table.column(1), true, Sub_Packets::All, spectrum);
-  assemble_spectrum(file.session.telemetry(), science, table.column(2), true, Sub_Packets::All, spectrum);
+  assemble(file.session, 1, Sub_Packets::All, spectrum);
+  assemble(file.session, 2, Sub_Packets::All, spectrum);
   EXPECT_EQ(spectrum.bin_count, 1);
   EXPECT_EQ(spectrum.bins[0], 1);
   EXPECT_EQ(spectrum.bins[1], 2);
@@ -129,19 +106,15 @@ TEST(SpectrumTable, BinsNoSubPacketWritesKeepTheirCounts) {
 }
 
 TEST(SpectrumTable, ByteOrderAndZebRecordsGiveTheSameBins) {
-  auto writer = FrameWriter(280, false);
-  writer.add_frame({isotope_packet({3, 4, {0x0013, 0x0021}})});
-  Loaded_File binary(writer, FileFormat::GRM, false);
-  std::vector<std::vector<int32_t>> records;
+  Loaded_File binary(testing::one_a_frame({isotope_packet({3, 4, {0x0013, 0x0021}})}, 280, false), FileFormat::GRM,
+                     false);
   // Items 9.. are the packet's words: 23 the first bin (byte 28), 24 the count, 25.. the bins.
-  records.push_back(testing::zeb_record({{5, 1852}, {6, 3}, {17, 3}, {23, 4}, {24, 2}, {25, 0x0013}, {26, -65503}}));
-  Loaded_File zeb(testing::zeb_text(records));
+  Loaded_File zeb(testing::zeb_text(
+      {testing::zeb_record({{5, 1852}, {6, 3}, {17, 3}, {23, 4}, {24, 2}, {25, 0x0013}, {26, -65503}})}));
   for (const Session* session : {&binary.session, &zeb.session}) {
-    const Spectrum_Table table = build_spectrum_table(session->catalogue);
-    ASSERT_EQ(table.complete_count, 1);
+    ASSERT_EQ(build_spectrum_table(session->catalogue).complete_count, 1);
     Assembled_Spectrum spectrum;
-    assemble_spectrum(session->telemetry(), session->catalogue.Science_List, table.column(1), session->Byte_Reverse,
-                      Sub_Packets::All, spectrum);
+    assemble(*session, 1, Sub_Packets::All, spectrum);
     EXPECT_EQ(spectrum.bin_count, 2);
     EXPECT_EQ(spectrum.bins[4], 8);
     EXPECT_EQ(spectrum.bins[5], 4);  // 0x0021 (written -65503 in the ZEB file)

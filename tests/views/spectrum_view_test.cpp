@@ -3,33 +3,30 @@
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
-#include "packet_files.h"
+#include "decoder_fixture.h"
 
 namespace morvane {
 namespace {
 
-using testing::FrameWriter;
 using testing::gc_packet;
 using testing::isotope_packet;
 using testing::Loaded_File;
 
 // Spectrum 1: sub-packets with bins 0..2 (counts 1000, 1500, 500) and 3; spectrum 2: bin 0
 // only; then a GC spectrum with its own header.
-FrameWriter three_spectra() {
-  FrameWriter writer(282);
-  writer.add_frame({isotope_packet({2, 0, {1000 << 4, 1500 << 4, 500 << 4}, 0x8000, {11, 12, 13, 14}})});
-  writer.add_frame({isotope_packet({0, 3, {7 << 4}, 0x4000, {21, 22, 23, 24}})});
-  writer.add_frame({isotope_packet({3, 0, {9 << 4}})});
-  writer.add_frame({gc_packet({0, 40, {1 << 4}, 0xC000, {31, 32, 33, 34}})});
-  return writer;
-}
-
-TEST(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
-  auto writer = three_spectra();
-  Loaded_File file(writer);
+class SpectrumView : public ::testing::Test {
+ protected:
+  void SetUp() override { view.open(file.session); }
+  Loaded_File file{testing::one_a_frame({
+      isotope_packet({2, 0, {1000 << 4, 1500 << 4, 500 << 4}, 0x8000, {11, 12, 13, 14}}),
+      isotope_packet({0, 3, {7 << 4}, 0x4000, {21, 22, 23, 24}}),
+      isotope_packet({3, 0, {9 << 4}}),
+      gc_packet({0, 40, {1 << 4}, 0xC000, {31, 32, 33, 34}}),
+  })};
   Spectrum_View view;
-  view.open(file.session);
+};
+
+TEST_F(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
   EXPECT_EQ(view.complete_count_text(), "2");
   EXPECT_EQ(view.gc_count_text(), "1");
   EXPECT_EQ(view.scroll_maximum(), 3);
@@ -45,11 +42,7 @@ TEST(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
   EXPECT_EQ(view.axis().Y_Max, 2);  // the smallest scale that holds 1500 counts
 }
 
-TEST(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
-  auto writer = three_spectra();
-  Loaded_File file(writer);
-  Spectrum_View view;
-  view.open(file.session);
+TEST_F(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
   auto values = [&] {
     std::vector<std::string> out;
     for (const auto& row : view.header_rows()) out.push_back(row.value.text);
@@ -69,11 +62,7 @@ TEST(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
   EXPECT_THROW(view.show_sub_packet(file.session, 3), RuntimeError);
 }
 
-TEST(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
-  auto writer = three_spectra();
-  Loaded_File file(writer);
-  Spectrum_View view;
-  view.open(file.session);
+TEST_F(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
   view.show_sub_packet(file.session, 2);
   view.show_spectrum(file.session, 3);
   EXPECT_EQ(view.title(), "GC spectrum number 1");
@@ -95,11 +84,7 @@ TEST(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
   EXPECT_EQ(view.bins()[1], 1500);
 }
 
-TEST(SpectrumView, AxisSettingsSurviveMovingBetweenSpectra) {
-  auto writer = three_spectra();
-  Loaded_File file(writer);
-  Spectrum_View view;
-  view.open(file.session);
+TEST_F(SpectrumView, AxisSettingsSurviveMovingBetweenSpectra) {
   EXPECT_TRUE(view.press(Spectrum_Button::ZoomIn));
   EXPECT_TRUE(view.press(Spectrum_Button::ScaleUp));
   view.show_spectrum(file.session, 2);
@@ -108,10 +93,8 @@ TEST(SpectrumView, AxisSettingsSurviveMovingBetweenSpectra) {
   EXPECT_FALSE(view.press(Spectrum_Button::PanLeft));
 }
 
-TEST(SpectrumView, AFileWithoutSpectraShowsTheEmptyState) {
-  FrameWriter writer(282);
-  writer.add_frame({testing::information_packet(testing::kEventId, 1, {{9, 55113}})});
-  Loaded_File file(writer);
+TEST(SpectrumViewEmpty, AFileWithoutSpectraShowsTheEmptyState) {
+  Loaded_File file(testing::one_a_frame({testing::information_packet(testing::kEventId, 1, {{9, 55113}})}));
   Spectrum_View view;
   view.open(file.session);
   EXPECT_FALSE(view.has_spectra());

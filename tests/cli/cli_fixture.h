@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// The batch tool run on a crafted file with the simulated instrument's configuration, and the
+// decoders' session over the same file to compare what it prints with what they return.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "../views/decoder_fixture.h"
+
+namespace morvane::testing {
+
+using nlohmann::json;
+
+class CliTest : public ::testing::Test {
+ protected:
+  void SetUp() override { base = sim::write_configuration(dir.path("base")); }
+
+  void write_frames(FrameWriter writer) { write_bytes(file, writer.bytes()); }
+  // `command FILE -t TYPE --base BASE arguments...`
+  ProgramRun cli(const std::string& command, std::vector<std::string> arguments = {}) {
+    arguments.insert(arguments.begin(), {command, file, "-t", type, "--base", base});
+    return run_program("src/cli/morvane-cli", arguments);
+  }
+  // What the command prints with --json; a failure unless it ends with status 0.
+  json cli_json(const std::string& command, std::vector<std::string> arguments = {}) {
+    arguments.push_back("--json");
+    const ProgramRun run = cli(command, arguments);
+    EXPECT_EQ(run.status, 0) << run.err;
+    return json::parse(run.out);
+  }
+  // The file opened as the tool opens it.
+  Session session() const {
+    Session opened;
+    opened.config = load_configuration(base);
+    load_telemetry(opened, file, *parse_format_tag(type));
+    return opened;
+  }
+
+  TempDir dir;
+  std::string base;
+  std::string file = dir.path("t.dat");
+  std::string type = "CSS";
+};
+
+// A colour as the tool writes it.
+inline json colour_json(const Colour& c) { return json{c.red, c.green, c.blue}; }
+
+// Positioned texts as the tool writes them: text, place and, unless told otherwise, colour.
+inline void expect_texts(const json& printed, const Drawing& drawing, bool with_colour = true) {
+  ASSERT_EQ(printed.size(), drawing.size());
+  for (size_t i = 0; i < drawing.size(); ++i) {
+    json expected{{"text", drawing[i].text}, {"x", drawing[i].x}, {"y", drawing[i].y}};
+    if (with_colour) expected["colour"] = colour_json(drawing[i].colour);
+    EXPECT_EQ(printed[i], expected) << "text " << i;
+  }
+}
+
+}  // namespace morvane::testing
