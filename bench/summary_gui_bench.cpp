@@ -44,15 +44,22 @@ void show_and_paint(QWidget& widget) {
   benchmark::DoNotOptimize(widget.grab());
 }
 
+// The main window of the big file, shown and painted.
+struct LoadedWindow {
+  ConsoleDialogs dialogs;
+  EGSE_MDI window{{}, dialogs};
+  LoadedWindow() {
+    window.resize(1200, 800);
+    window.loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
+    show_and_paint(window);
+  }
+};
+
 // Opening the summary on the loaded file, to its first painted lines: what a user waits for
 // beyond the load.
 void BM_OpenSummary(benchmark::State& state) {
-  const std::string path = bench::frames_file(bench::bench_bytes());
-  ConsoleDialogs dialogs;
-  EGSE_MDI window({}, dialogs);
-  window.resize(1200, 800);
-  window.loadFile(FileFormat::CSS, QString::fromStdString(path));
-  show_and_paint(window);
+  LoadedWindow loaded;
+  EGSE_MDI& window = loaded.window;
   for (auto _ : state) {
     ChildView* summary = window.showView(ViewKind::Summary);
     show_and_paint(window);
@@ -75,12 +82,8 @@ bool laid_out(const QListView* list) {
 // Opening the summary until every line of its housekeeping list is laid out, the batches
 // running between events.
 void BM_OpenSummaryFullyLaidOut(benchmark::State& state) {
-  const std::string path = bench::frames_file(bench::bench_bytes());
-  ConsoleDialogs dialogs;
-  EGSE_MDI window({}, dialogs);
-  window.resize(1200, 800);
-  window.loadFile(FileFormat::CSS, QString::fromStdString(path));
-  show_and_paint(window);
+  LoadedWindow loaded;
+  EGSE_MDI& window = loaded.window;
   for (auto _ : state) {
     auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
     show_and_paint(window);
@@ -96,11 +99,8 @@ BENCHMARK(BM_OpenSummaryFullyLaidOut)->Unit(benchmark::kMillisecond)->Iterations
 
 // One jump to a random place of the information list (the longest) and its repaint.
 void BM_ScrollSummary(benchmark::State& state) {
-  const std::string path = bench::frames_file(bench::bench_bytes());
-  ConsoleDialogs dialogs;
-  EGSE_MDI window({}, dialogs);
-  window.resize(1200, 800);
-  window.loadFile(FileFormat::CSS, QString::fromStdString(path));
+  LoadedWindow loaded;
+  EGSE_MDI& window = loaded.window;
   auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
   summary->tabs()->setCurrentIndex(2);
   show_and_paint(window);
