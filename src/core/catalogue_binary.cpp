@@ -19,7 +19,8 @@ namespace {
 constexpr int32_t kFirstPacketOffset = 23;  // 1-based in-frame offset of the first packet
 constexpr int32_t kLastPacketOffset = 250;  // packets start at most here
 constexpr int32_t kHeaderBytes = 18;        // identifier .. sub-type word
-constexpr int32_t kBlockFrames = 16384;
+constexpr int32_t kBlockFrames = 16384;  // frames a thread classifies at a time
+constexpr int32_t kWindowFrames = 2048;  // frames it reads at a time
 
 struct BlockResult {
   std::vector<Packet_Entry> hk, science, information;
@@ -156,14 +157,18 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
   }
 }
 
+// A block is read a window of frames at a time: large reads, yet little memory per thread.
 void classify_block(const TelemetryFile& file, int32_t first, int32_t last, const Walk& walk,
                     std::vector<uint8_t>& buffer, BlockResult& out) {
-  const int64_t base = static_cast<int64_t>(first - 1) * walk.stride;
-  const size_t length = static_cast<size_t>(static_cast<int64_t>(last - first) * walk.stride +
-                                            kLastPacketOffset + walk.reach);
-  buffer.resize(length);
-  file.bytes().read(static_cast<uint64_t>(base), buffer.data(), length);
-  classify_frames(buffer.data(), base, first, last, walk, out);
+  for (int32_t window_first = first; window_first <= last; window_first += kWindowFrames) {
+    const int32_t window_last = std::min(last, window_first + kWindowFrames - 1);
+    const int64_t base = static_cast<int64_t>(window_first - 1) * walk.stride;
+    const size_t length = static_cast<size_t>(static_cast<int64_t>(window_last - window_first) * walk.stride +
+                                              kLastPacketOffset + walk.reach);
+    buffer.resize(length);
+    file.bytes().read(static_cast<uint64_t>(base), buffer.data(), length);
+    classify_frames(buffer.data(), base, window_first, window_last, walk, out);
+  }
 }
 
 void append(Session& session, const BlockResult& block, const Walk& walk) {
