@@ -90,6 +90,23 @@ TEST_P(EveryFormat, SpectraComeBackAsWritten) {
   EXPECT_EQ(file.written.spectra[3].first_bin + static_cast<int>(file.written.spectra[3].bin_words.size()), 1025);
 }
 
+// The catalogue pass copies the sensor bytes of each housekeeping packet as it goes: they must be
+// the bytes the file's reader gives for the same packet.
+TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytes) {
+  Simulated_File file(GetParam());
+  const EntryList& hk = file.catalogue().HK_List;
+  const auto& sensors = file.session.config.Sensor_Table;
+  ASSERT_FALSE(sensors.empty());
+  ASSERT_EQ(file.session.HK_Sensor_Data.entries(), hk.size());
+  for (int32_t i = 1; i <= hk.size(); ++i) {
+    for (size_t j = 0; j < sensors.size(); ++j) {
+      ASSERT_EQ(file.session.HK_Sensor_Data.at(static_cast<int>(j) + 1, i),
+                file.session.telemetry().packet_byte(hk[i], sensors[j].Byte_Offset, file.session.Byte_Reverse))
+          << "packet " << i << " sensor " << j + 1;
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, EveryFormat,
                          ::testing::Values(FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
                                            FileFormat::ZEB),
