@@ -46,22 +46,14 @@ TEST(FindShortTests, WithNoFileThereAreNoTestsAndAnUnknownModeIsAnError) {
   EXPECT_NE(thrown([&] { find_short_tests(session); }).number, 0);
 }
 
-// A session over crafted packets, each in a frame of its own.
-class ShortTestList : public ::testing::Test {
+class ShortTestList : public testing::CraftedPacketsTest {
  protected:
-  Session load(const std::vector<Packet>& packets) {
-    testing::write_bytes(dir.path("t.dat"), testing::frames_of(packets));
-    Session session;
-    session.config = testing::test_configuration();
-    load_telemetry(session, dir.path("t.dat"), FileFormat::QM);
-    return session;
-  }
+  Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::QM); }
   static std::vector<Packet> test_packets(const Test_Design& design) {
     std::vector<Packet> packets;
     for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design, n));
     return packets;
   }
-  testing::TempDir dir;
 };
 
 TEST_F(ShortTestList, ListsTheFirstPacketOfATestWithItsSequenceAndTime) {

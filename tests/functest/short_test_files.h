@@ -3,6 +3,8 @@
 // frequency events and limit files, written as the instrument and the test team write them.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <map>
 #include <sstream>
@@ -10,6 +12,7 @@
 #include <vector>
 
 #include "core/configuration.h"
+#include "core/session.h"
 #include "core/number_text.h"
 #include "functest/test_data.h"
 #include "functest/test_mode.h"
@@ -155,5 +158,18 @@ inline std::string write_limit_file(const std::string& base, const std::string& 
   write_file(path, text);
   return path;
 }
+
+// A session over crafted packets, each in a frame of its own, with the test configuration.
+class CraftedPacketsTest : public ::testing::Test {
+ protected:
+  Session load(const std::vector<Packet>& packets, FileFormat format) {
+    write_bytes(dir.path("t.dat"), frames_of(packets));
+    Session session;
+    session.config = test_configuration();
+    load_telemetry(session, dir.path("t.dat"), format);
+    return session;
+  }
+  TempDir dir;
+};
 
 }  // namespace morvane::testing

@@ -70,15 +70,9 @@ TEST(TestReadingVolts, IsTheSignedCountTimesTenOver32768) {
   EXPECT_DOUBLE_EQ(test_reading_volts(65535), -10.0 / 32768);
 }
 
-class LoadTestData : public ::testing::Test {
+class LoadTestData : public testing::CraftedPacketsTest {
  protected:
-  Session load(const std::vector<Packet>& packets) {
-    testing::write_bytes(dir.path("t.dat"), testing::frames_of(packets));
-    Session session;
-    session.config = testing::test_configuration();
-    load_telemetry(session, dir.path("t.dat"), FileFormat::CSS);
-    return session;
-  }
+  Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::CSS); }
   static Test_Design design() {
     Test_Design d;
     d.readings[2] = {testing::channel_of(28), 9765};
@@ -86,7 +80,6 @@ class LoadTestData : public ::testing::Test {
     d.readings[232] = {101, 32768};
     return d;
   }
-  testing::TempDir dir;
 };
 
 TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFound) {
