@@ -110,6 +110,11 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
     }
   };
   while (r <= last) {
+    // A file cut short since it was scanned would otherwise read as endless separators.
+    if (offset >= file_.size() && carried.empty()) {
+      raise(ErrorNumber::InputPastEndOfFile,
+            file_.path() + " (ZEB record " + std::to_string(r) + " is not complete)");
+    }
     const size_t count = buffer.size();
     file_.read(offset, reinterpret_cast<uint8_t*>(buffer.data()), count);
     const char* p = buffer.data();

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "test_files.h"
 #include "thrown.h"
 
@@ -98,6 +100,16 @@ TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
   const testing::Thrown past = testing::thrown([&] { file.zeb().record(2); });
   EXPECT_EQ(past.number, 62);
   EXPECT_EQ(past.message.rfind("Input past end of file", 0), 0u) << past.message;
+}
+
+TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
+  TempDir dir;
+  const std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}}), testing::zeb_record({{5, 1847}})});
+  testing::write_file(dir.path("z"), text);
+  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
+  ASSERT_EQ(file.Get_Packet_Count(), 2);
+  std::filesystem::resize_file(dir.path("z"), text.size() / 2);
+  EXPECT_EQ(testing::thrown([&] { file.zeb().record(2); }).number, 62);
 }
 
 TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
