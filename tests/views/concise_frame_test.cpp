@@ -35,13 +35,6 @@ TEST(ConciseSlotText, EachIdentifierAndSelectorHasItsText) {
   }
 }
 
-TEST(ConciseFrame, ALongFirstPacketFillsOneSlot) {
-  FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F34, 0, 229, 0, 0, {{16, 2}}, {}}});  // 236 bytes: the next offset is 259
-  const Concise_Slots slots = Show_Lander_Packet(Loaded_File(writer).session, 1);
-  EXPECT_EQ(slots, (Concise_Slots{" Complete HK", "", "", "", "", "", "", ""}));
-}
-
 TEST(ConciseFrame, EmptyPacketsDoNotEndTheWalkButTheEighthSlotDoes) {
   std::vector<Packet> packets(9, Packet{0x0F3C, 0, 0, 0, 0, {}, {}});  // seven bytes each
   packets[1].identifier = 0;
@@ -56,18 +49,6 @@ TEST(ConciseFrame, EmptyPacketsDoNotEndTheWalkButTheEighthSlotDoes) {
   EXPECT_EQ(slots[7], " Unknown          ");
 }
 
-TEST(ConciseFrame, TheFrameSizeDecidesHowClassTenReads) {
-  for (const int stride : {282, 280}) {
-    FrameWriter writer(stride);
-    writer.add_frame({Packet{0x0F31, 0, 11, 0, 0, {{14, 0x0A00}}, {}},  // an acceptance
-                      Packet{0x0F37, 0, 11, 0, 0, {{14, 0x0A00}}, {}}});  // an event
-    const Loaded_File file(writer, stride == 282 ? FileFormat::CSS : FileFormat::GRM);
-    const Concise_Slots slots = Show_Lander_Packet(file.session, 1);
-    EXPECT_EQ(slots[0], stride == 280 ? " NPE - Memory Checksum   " : " Unknown - acceptance    ");
-    EXPECT_EQ(slots[1], stride == 282 ? " NPE - Memory Checksum   " : " Unknown - progress event");
-  }
-}
-
 TEST(ConciseFrame, AFrameStartingPastTheEndOfTheFileIsInputPastEnd) {
   FrameWriter writer(280);
   writer.add_frame({});
@@ -76,20 +57,6 @@ TEST(ConciseFrame, AFrameStartingPastTheEndOfTheFileIsInputPastEnd) {
   ASSERT_EQ(file.session.Packet_Count, 3);
   EXPECT_EQ(Show_Lander_Packet(file.session, 2)[0], " Empty ");
   EXPECT_EQ(testing::thrown([&] { Show_Lander_Packet(file.session, 3); }).number, 62);
-}
-
-TEST(ConciseFrame, ByteOrderDecidesWhatTheWalkFinds) {
-  FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F37, 0, 11, 0, 0, {{14, 0x0100}}, {}}});
-  Loaded_File file(writer, FileFormat::QM);
-  EXPECT_EQ(Show_Lander_Packet(file.session, 1)[0], " Normal Progress Event   ");
-  file.session.Byte_Reverse = false;
-  EXPECT_EQ(Show_Lander_Packet(file.session, 1)[0], " Unknown ");
-}
-
-TEST(ConciseFrame, ZebFilesShowEightEmptySlots) {
-  const Loaded_File file(testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})}));
-  EXPECT_EQ(Show_Lander_Packet(file.session, 1), Concise_Slots{});
 }
 
 }  // namespace

@@ -120,10 +120,6 @@ class DecoderTest : public ::testing::Test {
     session.Byte_Reverse = low_byte_first;
     load_telemetry(session, dir.path("t.dat"), FileFormat::CSS);
   }
-  void load_zeb(const std::vector<std::vector<int32_t>>& records) {
-    write_file(dir.path("z.txt"), zeb_text(records));
-    load_telemetry(session, dir.path("z.txt"), FileFormat::ZEB);
-  }
 
   TempDir dir;
   Session session;

@@ -15,12 +15,5 @@ TEST(DrawingText, TextsGoToTheirNearestCells) {
   EXPECT_EQ(drawing_as_text(drawing, 100, 200), "Heading\n Name   42 +/- oC\n");
 }
 
-TEST(DrawingText, ATextNeverOverwritesAnother) {
-  const Drawing drawing = {{"A long label", 0, 0, kBlack, Anchor::Left}, {"FFFF", 500, 0, kBlack, Anchor::Left},
-                           {"x", 300, 400, kBlack, Anchor::Left}};
-  EXPECT_EQ(drawing_as_text(drawing, 100, 200), "A long label FFFF\n\n   x\n");
-  EXPECT_EQ(drawing_as_text({}), "");
-}
-
 }  // namespace
 }  // namespace morvane

@@ -39,15 +39,6 @@ TEST(MemoryLayout, DumpBlocksColourHeaderCountAndData) {
   EXPECT_EQ(out, expected);
 }
 
-TEST(MemoryLayout, ANegativeWordCountStepsBack) {
-  // Block 1's count 0xFFFF is -1: no data, and block 2 starts at 10 + 3 - 1 = 12.
-  const Drawing out = dump({{9, 0x9602}, {10, 0xA}, {11, 0xB}, {12, 0xFFFF}, {13, 0}});
-  ASSERT_EQ(out.size(), 6u);
-  EXPECT_EQ(out[3].text, "FFFF");
-  EXPECT_EQ(out[3].colour, kRed);
-  EXPECT_EQ(out[5].text, "0000");
-}
-
 TEST(MemoryLayout, ADumpBeyondWord32StopsAfterTheWordsItPrinted) {
   Drawing out;
   EXPECT_EQ(testing::thrown([&] { Display_Memory_Data(words_of({{9, 0x9601}, {12, 30}}), out); }).number, 9);
@@ -57,31 +48,6 @@ TEST(MemoryLayout, ADumpBeyondWord32StopsAfterTheWordsItPrinted) {
   out.clear();
   EXPECT_EQ(testing::thrown([&] { Display_Memory_Data(words_of({{9, 0x960B}}), out); }).number, 9);
   EXPECT_EQ(out.size(), 23u);
-}
-
-TEST(MemoryLayout, ChecksumRowsStand200TwipsApart) {
-  Drawing out;
-  Display_Memory_Checksum(
-      words_of({{9, 0x9702}, {10, 0x10}, {11, 0x11}, {12, 0x12}, {13, 0x13}, {14, 0x14}, {15, 0x15}, {16, 0x16},
-                {17, 0x17}}),
-      out);
-  const std::vector<Placed_Text> expected = {
-      {"Checksum 1", 0, 200, kBlack},    {"Address  0010  0011", 1200, 200, kBlack},
-      {"Words 0012", 3000, 200, kBlack}, {"Checksum  =  0013", 4500, 200, kBlack},
-      {"Checksum 2", 0, 400, kBlack},    {"Address  0014  0015", 1200, 400, kBlack},
-      {"Words 0016", 3000, 400, kBlack}, {"Checksum  =  0017", 4500, 400, kBlack},
-  };
-  EXPECT_EQ(out, expected);
-}
-
-TEST(MemoryLayout, ASixthChecksumReportNeedsWord33) {
-  Drawing out;
-  Display_Memory_Checksum(words_of({{9, 0x9705}}), out);
-  EXPECT_EQ(out.size(), 20u);
-  out.clear();
-  EXPECT_EQ(testing::thrown([&] { Display_Memory_Checksum(words_of({{9, 0x9706}}), out); }).number, 9);
-  ASSERT_EQ(out.size(), 23u);  // report 6 has its number, address and words, not its checksum
-  EXPECT_EQ(out.back().text, "Words 0000");
 }
 
 }  // namespace

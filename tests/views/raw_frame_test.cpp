@@ -23,17 +23,6 @@ TEST(RawGrid, WordsSitEightARowWithAGapAfterTheFourth) {
   EXPECT_EQ(raw_grid_height(0), 0);
 }
 
-TEST(RawFrame, TheFirstWordFollowsTheByteOrder) {
-  FrameWriter writer(282);
-  writer.bytes().assign(282, 0);
-  writer.bytes()[0] = 0x01;
-  writer.bytes()[1] = 0xAB;
-  Loaded_File file(writer, FileFormat::CSS, false);
-  EXPECT_EQ(Display_282_Byte_Packet(file.session, 1).words[0].text, "01AB");
-  file.session.Byte_Reverse = true;
-  EXPECT_EQ(Display_282_Byte_Packet(file.session, 1).words[0].text, "AB01");
-}
-
 TEST(RawFrame, HeaderAndTrailerWordsAreRedTheRestBlue) {
   FrameWriter writer(282);
   writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}});
@@ -63,25 +52,6 @@ TEST(RawFrame, TheShorterFrameHasOneHundredFortyWordsTheLastRed) {
   EXPECT_EQ(frame.words[138].colour, kBlue);
   // The extra frame lies past the end of the file and shows zeros.
   for (const Placed_Text& word : Display_Raw_Frame(file.session, 3).words) EXPECT_EQ(word.text, "0000");
-}
-
-TEST(RawFrame, ZebRecordsShowTheirItemsInBlue) {
-  const Loaded_File file(
-      testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}}), testing::zeb_record({{1, -7}, {136, 65535}})}));
-  const Raw_Frame frame = Display_Raw_Frame(file.session, 2);
-  ASSERT_EQ(frame.words.size(), 136u);
-  EXPECT_EQ(frame.words[0].text, "-7");
-  EXPECT_EQ(frame.words[135].text, "65535");
-  EXPECT_EQ(frame.words[135].y, raw_word_y(136));
-  for (const Placed_Text& word : frame.words) EXPECT_EQ(word.colour, kBlue);
-  EXPECT_EQ(Display_Raw_Frame(file.session, 1).words[4].text, "1844");
-}
-
-TEST(RawFrame, NoFileOrNoFrameIsAnError) {
-  EXPECT_NE(testing::thrown([] { Display_282_Byte_Packet(Session{}, 1); }).number, 0);
-  FrameWriter writer(282);
-  writer.add_frame({});
-  EXPECT_NE(testing::thrown([&] { Display_282_Byte_Packet(Loaded_File(writer).session, 0); }).number, 0);
 }
 
 }  // namespace

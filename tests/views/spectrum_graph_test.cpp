@@ -33,36 +33,5 @@ TEST(SpectrumGraph, TheWholeRangeDrawsEveryBinAsAStep) {
   EXPECT_EQ(graph.y_ticks[5].at, 1);
 }
 
-TEST(SpectrumGraph, AZoomedRangeSpreadsItsBinsAcrossTheSameWidth) {
-  Spectrum_Bins bins{};
-  bins[64] = 10;
-  bins[65] = 20;
-  Spectrum_Axis axis;
-  axis.X_Zoom = 4;
-  axis.X_Start = 64;
-  axis.X_End = 320;
-  axis.Y_Max = 0.04;  // 40 counts
-  const Spectrum_Graph graph = spectrum_graph(bins, 100, axis);
-  EXPECT_EQ(graph.width, 257 * 4);
-  ASSERT_EQ(graph.outline.size(), 2u * (100 - 64));  // bins 64..99: the rest were not read
-  EXPECT_EQ(graph.outline[0], (Graph_Point{0, 0.25}));
-  EXPECT_EQ(graph.outline[1], (Graph_Point{4, 0.25}));
-  EXPECT_EQ(graph.outline[2], (Graph_Point{4, 0.5}));
-  EXPECT_EQ(labels(graph.x_ticks),
-            (std::vector<std::string>{"64", "96", "128", "160", "192", "224", "256", "288", "320"}));
-  EXPECT_EQ(graph.x_ticks[1].at, 128);
-  EXPECT_EQ(labels(graph.y_ticks), (std::vector<std::string>{"0", "8", "16", "24", "32", "40"}));
-}
-
-TEST(SpectrumGraph, NothingReadOrNothingInRangeDrawsNoOutline) {
-  Spectrum_Bins bins{};
-  EXPECT_TRUE(spectrum_graph(bins, 0, Spectrum_Axis{}).outline.empty());
-  Spectrum_Axis axis;
-  axis.X_Zoom = 2;
-  axis.X_Start = 512;
-  axis.X_End = 1024;
-  EXPECT_TRUE(spectrum_graph(bins, 300, axis).outline.empty());
-}
-
 }  // namespace
 }  // namespace morvane

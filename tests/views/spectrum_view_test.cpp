@@ -36,30 +36,7 @@ TEST_F(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
   EXPECT_EQ(view.bin_count(), 4);
   EXPECT_EQ(view.bins()[1], 1500);
   EXPECT_EQ(view.bins()[3], 7);
-  EXPECT_EQ(view.axis().X_Start, 0);
-  EXPECT_EQ(view.axis().X_End, 1024);
-  EXPECT_EQ(view.axis().X_Zoom, 1);
   EXPECT_EQ(view.axis().Y_Max, 2);  // the smallest scale that holds 1500 counts
-}
-
-TEST_F(SpectrumView, HeaderLabelsShowTheSubPacketOnView) {
-  auto values = [&] {
-    std::vector<std::string> out;
-    for (const auto& row : view.header_rows()) out.push_back(row.value.text);
-    return out;
-  };
-  EXPECT_EQ(values(), (std::vector<std::string>{"0", "3", "11", "12", "13", "14", "YES", "No"}));
-  EXPECT_EQ(view.header()->bit15(), (Coloured_Text{"YES", kRed}));
-  EXPECT_EQ(view.header()->bit14(), (Coloured_Text{"No", kBlack}));
-  EXPECT_EQ(view.header_rows()[0].heading, "First bin");
-  EXPECT_EQ(view.header_rows()[7].heading, "DEU Termination");
-
-  view.show_sub_packet(file.session, 2);
-  EXPECT_EQ(view.sub_packet_text(), "Sub-packet 2 viewed of 2");
-  EXPECT_EQ(values(), (std::vector<std::string>{"3", "1", "21", "22", "23", "24", "No", "YES"}));
-  EXPECT_EQ(view.science_index(), 2);  // the science entry whose header is on view
-  EXPECT_EQ(view.bin_count(), 4);  // moving between sub-packets reads no bins
-  EXPECT_THROW(view.show_sub_packet(file.session, 3), RuntimeError);
 }
 
 TEST_F(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
@@ -82,29 +59,6 @@ TEST_F(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
   EXPECT_EQ(view.bin_count(), 1);
   EXPECT_EQ(view.bins()[0], 9);
   EXPECT_EQ(view.bins()[1], 1500);
-}
-
-TEST_F(SpectrumView, AxisSettingsSurviveMovingBetweenSpectra) {
-  EXPECT_TRUE(view.press(Spectrum_Button::ZoomIn));
-  EXPECT_TRUE(view.press(Spectrum_Button::ScaleUp));
-  view.show_spectrum(file.session, 2);
-  EXPECT_EQ(view.axis().X_End, 512);
-  EXPECT_EQ(view.axis().Y_Max, 4);
-  EXPECT_FALSE(view.press(Spectrum_Button::PanLeft));
-}
-
-TEST(SpectrumViewEmpty, AFileWithoutSpectraShowsTheEmptyState) {
-  Loaded_File file(testing::one_a_frame({testing::information_packet(testing::kEventId, 1, {{9, 55113}})}));
-  Spectrum_View view;
-  view.open(file.session);
-  EXPECT_FALSE(view.has_spectra());
-  EXPECT_EQ(view.scroll_maximum(), 0);
-  EXPECT_EQ(view.title(), "");
-  EXPECT_EQ(view.bin_count(), 0);
-  EXPECT_FALSE(view.header().has_value());
-  EXPECT_EQ(view.header_rows()[6].value.text, "");
-  EXPECT_TRUE(view.graph().outline.empty());
-  EXPECT_EQ(view.graph().x_ticks.size(), 9u);
 }
 
 }  // namespace

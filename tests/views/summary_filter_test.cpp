@@ -41,39 +41,6 @@ TEST(SummaryFilter, EveryConditionMustHold) {
   EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{1, 2}));
 }
 
-TEST(SummaryFilter, OffersTheLabelsOfTheList) {
-  const EntryList list = list_of({{LabelCode::Empty, -1, -1, 1}, {LabelCode::MemoryDump, 1, 1, 1},
-                                  {LabelCode::Empty, -1, -1, 2}});
-  EXPECT_EQ(labels_in(list), (std::vector<LabelCode>{LabelCode::MemoryDump, LabelCode::Empty}));
-}
-
-TEST(SummaryFilter, ASlicedPassFindsWhatTheWholePassFinds) {
-  EntryList list;
-  for (int32_t i = 1; i <= 1000; ++i) {
-    Packet_Entry e;
-    e.Label = i % 3 == 0 ? LabelCode::Complete : LabelCode::Concise;
-    e.Sequence_Count = i % 16384;
-    e.Lander_Time = 10 * i;
-    e.Packet_Frame = (i + 3) / 4;
-    list.push_back(e);
-  }
-  Summary_Filter filter;
-  filter.labels = {LabelCode::Complete};
-  filter.lander_time = {2000, 8000};
-  std::vector<int32_t> sliced;
-  for (int32_t first = 1; first <= list.size(); first += 97) filter_entries(list, filter, first, first + 96, sliced);
-  EXPECT_EQ(sliced, filter_entries(list, filter));
-  EXPECT_EQ(sliced.front(), 201);
-  EXPECT_EQ(sliced.back(), 798);
-  // Slices reaching outside the list add nothing beyond it.
-  std::vector<int32_t> outside;
-  filter_entries(list, filter, -5, 5000, outside);
-  EXPECT_EQ(outside, sliced);
-  outside.clear();
-  filter_entries(list, filter, 900, 899, outside);
-  EXPECT_TRUE(outside.empty());
-}
-
 TEST(SummaryFilter, NextMatchGoesForwardAndRoundToTheFirst) {
   const std::vector<int32_t> matches = {3, 7, 12};
   const struct { int32_t after, next; } cases[] = {{0, 3}, {3, 7}, {5, 7}, {7, 12}, {12, 3}, {40, 3}};

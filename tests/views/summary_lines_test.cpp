@@ -46,11 +46,6 @@ TEST(SummaryLines, SlotLinesEndTheFrameInTheSameColumn) {
   EXPECT_EQ(information_list_line(5, entry(LabelCode::Unknown, -1, -1, 3)).substr(12, 9), " Unknown ");
 }
 
-TEST(SummaryLines, ANumberWiderThanItsColumnIsAnError) {
-  EXPECT_THROW(hk_list_line(123456789, entry(LabelCode::Concise, 1, 1, 1)), RuntimeError);
-  EXPECT_THROW(information_list_line(1, entry(LabelCode::MemoryDump, 1, 1234567890, 1)), RuntimeError);
-}
-
 TEST(SummaryCounts, ChecksumReportsDoNotApplyToZebFiles) {
   Session session;
   auto value_of = [&](const std::string& key) {

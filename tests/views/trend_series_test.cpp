@@ -37,21 +37,6 @@ TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
   }
 }
 
-TEST_F(TrendSeries, GrowsWithTheCatalogue) {
-  load({hk_packet(2, {}, {}, 1, 100)});
-  auto series = trend_series(session, {29}, true);
-  ASSERT_EQ(series[0].points.size(), 1u);
-  FrameWriter writer(282);
-  writer.add_frame({hk_packet(2, {}, {}, 1, 100)});
-  writer.add_frame({hk_packet(1, {}, {}, 2, 108)});
-  write_bytes(dir.path("t.dat"), writer.bytes());
-  ASSERT_TRUE(extend_catalogue(session));
-  extend_trend_series(session, series, true);
-  ASSERT_EQ(series[0].points.size(), 2u);
-  EXPECT_EQ(series[0].points[1].first, 108);
-  EXPECT_EQ(series[0].name, "Docking Stn");
-}
-
 TEST(TrendDecimation, EachColumnKeepsItsLowestAndHighestValue) {
   std::vector<std::pair<int32_t, double>> points;
   for (int32_t t = 0; t < 1000; ++t) points.emplace_back(t, t % 10 == 0 ? -5.0 : static_cast<double>(t % 7));
