@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "../export/export_fixture.h"
 #include "app_fixture.h"
 #include "core/error.h"
 #include "export/ds_calibration_export.h"
