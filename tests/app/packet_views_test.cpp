@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The raw and concise views, the byte-order switch that rebuilds them, and the pause button.
+// The raw and concise views, and the pause button.
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScrollBar>
@@ -79,46 +79,6 @@ TEST_F(PacketViews, PauseAndContinueSwitchTheCollectionTimer) {
     button->click();
   }
   window->collectionTimer()->stop();
-}
-
-TEST_F(PacketViews, SwitchingByteReverseTwiceRestoresTheViewsInTheirPlaces) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
-  const ViewKind kinds[] = {ViewKind::RawData, ViewKind::Summary, ViewKind::Concise};
-  for (int k = 0; k < 3; ++k) window->frameOf(window->showView(kinds[k]))->move(30 + 90 * k, 20 + 45 * k);
-  // What the packet views show, to compare before and after a switch.
-  struct Shown {
-    Drawing raw;
-    QStringList summary;
-    QStringList concise;
-    std::vector<QPoint> places;
-  };
-  auto shown_now = [&] {
-    Shown s;
-    s.raw = shown<RawData>(ViewKind::RawData)->picture()->drawing();
-    const auto* summary = shown<Summary>(ViewKind::Summary);
-    for (int row = 0; row < summary->model(2)->rowCount(); ++row) {
-      s.summary << summary->model(2)->data(summary->model(2)->index(row)).toString();
-    }
-    for (int k = 0; k < kConciseSlots; ++k) s.concise << shown<Concise_Form>(ViewKind::Concise)->slotText(k);
-    for (const ViewKind kind : kinds) s.places.push_back(window->frameOf(window->view(kind))->pos());
-    return s;
-  };
-  const Shown before = shown_now();
-  window->menuItem("mnuDisplayByteReverse")->trigger();
-  EXPECT_FALSE(window->session().Byte_Reverse);
-  EXPECT_FALSE(window->menuItem("mnuDisplayByteReverse")->isChecked());
-  const Shown reversed = shown_now();
-  EXPECT_EQ(reversed.raw[11].text, "340F");
-  EXPECT_EQ(reversed.concise[0], " Unknown ");
-  EXPECT_EQ(reversed.summary, before.summary);  // the catalogue is not rebuilt
-  EXPECT_EQ(reversed.places, before.places);
-  window->menuItem("mnuDisplayByteReverse")->trigger();
-  const Shown after = shown_now();
-  EXPECT_EQ(after.raw, before.raw);
-  EXPECT_EQ(after.summary, before.summary);
-  EXPECT_EQ(after.concise, before.concise);
-  EXPECT_EQ(after.places, before.places);
-  EXPECT_TRUE(window->menuItem("mnuDisplayByteReverse")->isChecked());
 }
 
 }  // namespace

