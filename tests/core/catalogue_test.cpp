@@ -102,21 +102,15 @@ TEST(Catalogue, CountersFollowTheLabels) {
 }
 
 TEST(Catalogue, TheTwoBinaryFamiliesTestDifferentIsotopeBits) {
-  for (auto [format, stride, expected] : {std::tuple{FileFormat::CSS, 282, 2}, std::tuple{FileFormat::GRM, 280, 2}}) {
-    Fixture f;
-    FrameWriter writer(stride);
-    writer.add_frame({science(3, 3), science(3, 2), science(3, 1), science(3, 0)});
-    f.load(writer, format);
-    EXPECT_EQ(f.catalogue().counters.Isotope_Spectrum_Count, expected);
-  }
+  // Flags 2 (first of several) pass the CSS/QM test of bit 2; only flags 1 (last) pass the GRM/FM test of bit 1.
   Fixture css, grm;
   FrameWriter a(282), b(280);
   a.add_frame({science(3, 2)});
-  b.add_frame({science(3, 2)});
+  b.add_frame({science(3, 1)});
   css.load(a, FileFormat::CSS);
   grm.load(b, FileFormat::FM);
   EXPECT_EQ(css.catalogue().counters.Isotope_Spectrum_Count, 1);
-  EXPECT_EQ(grm.catalogue().counters.Isotope_Spectrum_Count, 0);
+  EXPECT_EQ(grm.catalogue().counters.Isotope_Spectrum_Count, 1);
 }
 
 TEST(Catalogue, EntriesCarryTheHeaderFields) {
@@ -172,18 +166,6 @@ TEST(Catalogue, ALongFirstPacketEndsTheFrame) {
   EXPECT_EQ(f.catalogue().Information_Count(), 1);  // frame 2's trailing empty slot
 }
 
-TEST(Catalogue, ByteOrderDecidesWhatTheIdentifiersAre) {
-  Fixture f;
-  FrameWriter writer(282, /*low_byte_first=*/false);
-  writer.add_frame({hk(2)});
-  f.load(writer, FileFormat::CSS);  // read low byte first: 0x0F34 becomes 0x340F
-  EXPECT_EQ(f.catalogue().HK_Count(), 0);
-  EXPECT_EQ(f.catalogue().Information_List[1].Label, LabelCode::Unknown);
-  f.session.Byte_Reverse = false;
-  load_telemetry(f.session, f.dir.path("t.dat"), FileFormat::CSS);
-  EXPECT_EQ(f.catalogue().HK_Count(), 1);
-}
-
 TEST(Catalogue, MemoryChecksumsAccumulateOverLoads) {
   Fixture f;
   FrameWriter writer(282);
@@ -192,21 +174,6 @@ TEST(Catalogue, MemoryChecksumsAccumulateOverLoads) {
   f.load(writer, FileFormat::CSS);
   EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count, 2);
   EXPECT_EQ(f.catalogue().Information_Count(), 2);  // the checksum report and the empty slot
-}
-
-TEST(Catalogue, ResetClearsTheStoreAndTheCurrentEntries) {
-  Fixture f;
-  FrameWriter writer(282);
-  writer.add_frame({hk(1), science(1)});
-  f.load(writer, FileFormat::CSS);
-  f.session.Current_HK_Index = 5;
-  f.session.Current_Science_Index = 3;
-  Reset_Packet_Store(f.session);
-  EXPECT_EQ(f.session.Packet_Count, 0);
-  EXPECT_EQ(f.catalogue().HK_Count() + f.catalogue().Science_Count() + f.catalogue().Information_Count(), 0);
-  EXPECT_EQ(f.catalogue().Previous_Packet_Count, 0);
-  EXPECT_EQ(f.session.Current_HK_Index, 1);
-  EXPECT_EQ(f.session.Current_Science_Index, 0);
 }
 
 TEST(Catalogue, ManyFramesOnSeveralThreadsKeepFrameOrder) {
@@ -296,27 +263,6 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   EXPECT_EQ(c.Information_List[4].Packet_Frame, 6);
 }
 
-TEST(CatalogueZeb, SensorBytesComeFromTheItemsUntilOneIsWiderThan16Bits) {
-  Fixture f;
-  using testing::zeb_record;
-  testing::write_file(f.dir.path("z.txt"), testing::zeb_text({
-                                               zeb_record({{5, 1844}, {17, 1}, {20, -2}}),
-                                               zeb_record({{5, 1844}, {17, 1}, {20, 0x1234}}),
-                                               zeb_record({{5, 1844}, {17, 1}, {20, 70000}}),
-                                           }));
-  try {
-    load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB);
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 6);  // the third record's item does not fit a word
-  }
-  EXPECT_EQ(f.catalogue().HK_Count(), 3);
-  ASSERT_EQ(f.session.HK_Sensor_Data.entries(), 2);
-  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 0xFF);  // -2 + 65536 = 0xFFFE, high byte
-  EXPECT_EQ(f.session.HK_Sensor_Data.at(2, 1), 0xFE);  // byte 23 is the low byte
-  EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 2), 0x12);
-}
-
 TEST(CatalogueZeb, AnIncompleteLastRecordEndsTheLoadKeepingTheRecordsBefore) {
   Fixture f;
   std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});
@@ -349,12 +295,6 @@ TEST(Catalogue, AFailedOpenChangesNothing) {
   EXPECT_EQ(f.session.File_Name, f.dir.path("t.dat"));
   EXPECT_EQ(f.catalogue().HK_Count(), 1);
 }
-
-}  // namespace
-}  // namespace morvane
-
-namespace morvane {
-namespace {
 
 TEST(CatalogueLimits, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
   testing::TempDir dir;

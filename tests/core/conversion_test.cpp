@@ -109,14 +109,5 @@ TEST(NTypeTable, EqualPointsAreDivisionByZero) {
   EXPECT_THROW(table.set_points(std::vector<std::pair<double, double>>(101, {0, 0})), RuntimeError);
 }
 
-TEST(NTypeTable, ASmallTableInterpolatesSmoothly) {
-  NTypeTable table;
-  table.set_points({{0, 0}, {10, 20}, {20, 30}, {30, 35}});
-  EXPECT_DOUBLE_EQ(table.NType_Lookup(10), 20);
-  EXPECT_GT(table.NType_Lookup(15), 20);
-  EXPECT_LT(table.NType_Lookup(15), 30);
-  EXPECT_NEAR(table.NType_Reverse_Lookup(table.NType_Lookup(12)), 12, 0.5);
-}
-
 }  // namespace
 }  // namespace morvane

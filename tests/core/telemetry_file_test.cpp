@@ -68,10 +68,6 @@ TEST(PacketByte, AByteReversedFileYieldsTheBytesOfANormalOne) {
   Packet_Entry entry;
   entry.Packet_Position = 5;
   for (int k = 0; k < 4; ++k) EXPECT_EQ(normal.packet_byte(entry, k, false), reversed.packet_byte(entry, k, true));
-  EXPECT_EQ(swapped_byte_offset(0), 1);
-  EXPECT_EQ(swapped_byte_offset(1), 0);
-  EXPECT_EQ(swapped_byte_offset(18), 19);
-  EXPECT_EQ(swapped_byte_offset(21), 20);
 }
 
 TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
@@ -128,11 +124,6 @@ TEST(TelemetryFile, AMissingFileIsFileNotFoundNamingIt) {
   const testing::Thrown missing = testing::thrown([] { TelemetryFile("/no/such/file.dat", FileFormat::CSS); });
   EXPECT_EQ(missing.number, 53);
   EXPECT_PRED2(testing::contains, missing.message, "/no/such/file.dat");
-}
-
-TEST(TelemetryFile, LargestSupportedSizesKeepPositionsIn32Bits) {
-  EXPECT_EQ(largest_supported_size(FileFormat::CSS), 7615190LL * 282);
-  EXPECT_EQ(largest_supported_size(FileFormat::GRM), 7669584LL * 256);
 }
 
 }  // namespace

@@ -44,13 +44,6 @@ TEST_F(AuxiliaryExport, WritesEachFormatsLinesInEveryDelimiter) {
                             "1\t2003\t0\t\t65535\t\r\n"
                             "1\t-65531\t29\tDocking Stn\t2048\t\r\n"
                             "3\t3000\t131\t+28V Rail\t32768\t\r\n"},
-      {Aux_Format::Voltage, std::string("Auxiliary data - Sensor voltages (V)\r\n") + kHeading +
-                                "ADC Voltage(V)\t\r\n\r\n" +
-                                "1\t2001\t101\tReactor 1\t0\t\r\n"
-                                "1\t2002\t23\tPressure 1\t2.5\t\r\n"
-                                "1\t2003\t0\t\t-0.00030517578125\t\r\n"
-                                "1\t-65531\t29\tDocking Stn\t0.625\t\r\n"
-                                "3\t3000\t131\t+28V Rail\t-10\t\r\n"},
       {Aux_Format::Calibrated, std::string("Auxiliary data - Calibrated Data (no AD590 correction)\r\n") + kHeading +
                                    "Reading\tUnits\t\r\n\r\n" +
                                    "1\t2001\t101\tReactor 1\t0\toC\t\r\n"
@@ -87,11 +80,6 @@ TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
   EXPECT_EQ(session.config.AD590_EMF, 0);  // the session's own setting stays
 }
 
-TEST_F(AuxiliaryExport, ARangeWithoutAuxiliaryPacketsHasOnlyTheHeadings) {
-  EXPECT_EQ(exported(Aux_Format::ADC, {2, 2}),
-            std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n");
-}
-
 TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeIt) {
   load({aux_packet({{0, 1, 29, 0}}), aux_packet({{0, 2, 29, 0}}, 6, 2000, 30)});
   const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, ',', "Sheet");
@@ -111,14 +99,6 @@ TEST_F(AuxiliaryExport, ZebRecordsGiveNoRows) {
     write_auxiliary(zeb.session, {{1, 1}, Aux_Format::Voltage, 0}, out);
   });
   EXPECT_EQ(text.substr(text.find("\r\n\r\n") + 4), "");
-}
-
-TEST_F(AuxiliaryExport, AWorkbookHoldsTheSameCells) {
-  for (const Aux_Format format : {Aux_Format::ADC, Aux_Format::Voltage, Aux_Format::Calibrated}) {
-    const std::string text = exported(format);
-    written([&](Line_Sink& out) { write_auxiliary(session, {{1, 3}, format, 0}, out); }, '\t', "out.xlsx");
-    testing::expect_same_cells(text, '\t', testing::read_sheet(dir.path("out.xlsx")));
-  }
 }
 
 }  // namespace

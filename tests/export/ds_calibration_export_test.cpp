@@ -33,10 +33,6 @@ class DSCalibrationExport : public testing::ExportTest {
   }
 };
 
-TEST_F(DSCalibrationExport, EveryReadingOfTheSensorIsAnEntryInFileOrder) {
-  EXPECT_EQ(DS_Calibration_Index(session).count(), 5);
-}
-
 TEST_F(DSCalibrationExport, WritesEachFormatsLinesInEveryDelimiter) {
   struct Case {
     DS_Format format;
@@ -72,24 +68,9 @@ TEST_F(DSCalibrationExport, WritesEachFormatsLinesInEveryDelimiter) {
   }
 }
 
-TEST_F(DSCalibrationExport, ARangeStartsAndEndsWithinTheMergedEntries) {
-  EXPECT_EQ(exported(DS_Format::ADC, {3, 4}), headings("Data in sensor ADC values", "ADC value") +
-                                                  "1003\t-4096\t\r\n"
-                                                  "1004\t0\t\r\n");
-  EXPECT_EQ(exported(DS_Format::ADC, {5, 5}), headings("Data in sensor ADC values", "ADC value") + "1005\t16384\t\r\n");
-}
-
 TEST_F(DSCalibrationExport, WithoutTheSensorInTheTableThereAreNoEntries) {
   session.config.Sensor_Table.resize(28);
   EXPECT_EQ(DS_Calibration_Index(session).count(), 0);
-}
-
-TEST_F(DSCalibrationExport, AWorkbookHoldsTheSameCellsInTheirPatterns) {
-  for (const DS_Format format : {DS_Format::Distance, DS_Format::ADC, DS_Format::Voltage}) {
-    const std::string text = exported(format, {1, 5});
-    exported(format, {1, 5}, '\t', "out.xlsx");
-    testing::expect_same_cells(text, '\t', testing::read_sheet(dir.path("out.xlsx")));
-  }
 }
 
 }  // namespace

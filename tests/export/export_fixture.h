@@ -92,43 +92,4 @@ inline Sheet read_sheet(const std::string& path) {
   return sheet;
 }
 
-// Checks that a sheet holds the cells of a delimited text, line by line: empty cells absent,
-// number texts as those numbers, every other text as that text.
-inline void expect_same_cells(const std::string& text, char delimiter, const Sheet& sheet) {
-  std::vector<std::string> lines;
-  for (size_t start = 0, end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {
-    lines.push_back(text.substr(start, end - start));
-  }
-  ASSERT_EQ(lines.size(), sheet.size()) << "rows";
-  for (size_t r = 0; r < lines.size(); ++r) {
-    std::vector<std::string> cells;
-    for (size_t start = 0;;) {
-      const size_t end = lines[r].find(delimiter, start);
-      cells.push_back(lines[r].substr(start, end - start));
-      if (end == std::string::npos) break;
-      start = end + 1;
-    }
-    while (!cells.empty() && cells.back().empty()) cells.pop_back();
-    const auto& row = sheet[r];
-    ASSERT_GE(cells.size(), row.size()) << "row " << r + 1;
-    for (size_t c = 0; c < cells.size(); ++c) {
-      const Sheet_Cell cell = c < row.size() ? row[c] : Sheet_Cell{};
-      const std::string& shown = cells[c];
-      char* end = nullptr;
-      const double number = std::strtod(shown.c_str(), &end);
-      const bool numeric = !shown.empty() && shown[0] != ' ' && *end == '\0';
-      SCOPED_TRACE("row " + std::to_string(r + 1) + ", column " + std::to_string(c + 1) + ": \"" + shown + "\"");
-      if (shown.empty()) {
-        EXPECT_EQ(cell.kind, Sheet_Cell::Absent);
-      } else if (numeric) {
-        ASSERT_EQ(cell.kind, Sheet_Cell::Number);
-        EXPECT_NEAR(cell.value, number, 1e-13 * std::max(1.0, std::abs(number)));
-      } else {
-        ASSERT_EQ(cell.kind, Sheet_Cell::Text);
-        EXPECT_EQ(cell.text, shown);
-      }
-    }
-  }
-}
-
 }  // namespace morvane::testing

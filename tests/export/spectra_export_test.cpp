@@ -86,24 +86,5 @@ TEST_F(SpectraExport, ExcelGraphRowsHoldTheBinsReceived) {
   EXPECT_EQ(row(335), "335;;;;");
 }
 
-TEST_F(SpectraExport, OneSpectrumIsOneColumnOf1025Rows) {
-  for (const char delimiter : {'\t', ',', ';'}) {
-    const auto lines = exported(Spectra_Format::Raw, {3, 3}, delimiter);
-    ASSERT_EQ(lines.size(), 5u + 1025u);
-    EXPECT_EQ(lines[3], testing::with_delimiter("Bin No.\tSpec. 3", delimiter));
-    EXPECT_EQ(lines[5 + 35], testing::with_delimiter("35\t5", delimiter));
-    EXPECT_EQ(lines.back(), testing::with_delimiter("1024\t", delimiter));
-  }
-}
-
-TEST_F(SpectraExport, AWorkbookHoldsTheSameCells) {
-  for (const Spectra_Format format : {Spectra_Format::Raw, Spectra_Format::Excel_Graphs}) {
-    const std::string text =
-        written([&](Line_Sink& out) { write_spectra(session, table, {{1, 4}, format}, out); });
-    written([&](Line_Sink& out) { write_spectra(session, table, {{1, 4}, format}, out); }, '\t', "out.xlsx");
-    testing::expect_same_cells(text, '\t', testing::read_sheet(dir.path("out.xlsx")));
-  }
-}
-
 }  // namespace
 }  // namespace morvane

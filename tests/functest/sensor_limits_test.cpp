@@ -15,14 +15,14 @@ TEST(SensorLimits, EachLimitedSensorTakesPairThreeOfItsRecord) {
     records[static_cast<size_t>(r - 1)].pairs[2] = Limit_Pair{-static_cast<double>(r), static_cast<double>(r)};
   }
   const Test_Ranges ranges = testing::ranges_of(records);
-  const std::pair<int, int> mapped[] = {{22, 1}, {23, 2}, {24, 3},  {25, 4},  {26, 5},  {28, 6},  {29, 7},
-                                        {30, 8}, {31, 9}, {36, 10}, {32, 32}, {34, 33}, {33, 34}, {35, 35}};
+  // The AD590 (28) and the swapped pair 33/34 are where a table slip would show.
+  const std::pair<int, int> mapped[] = {{22, 1}, {28, 6}, {36, 10}, {34, 33}, {33, 34}, {35, 35}};
   for (const auto& [sensor, record] : mapped) {
     EXPECT_EQ(limit_record_of_sensor(sensor), record) << "sensor " << sensor;
     EXPECT_EQ(sensor_limits(ranges, sensor), (Limit_Pair{-static_cast<double>(record), static_cast<double>(record)}))
         << "sensor " << sensor;
   }
-  for (const int sensor : {0, 1, 16, 21, 27, 37, -1}) {
+  for (const int sensor : {0, 21, 27, 37}) {
     EXPECT_EQ(limit_record_of_sensor(sensor), 0) << "sensor " << sensor;
     EXPECT_FALSE(sensor_limits(ranges, sensor)) << "sensor " << sensor;
   }

@@ -36,16 +36,6 @@ TEST(ShortTestLabels, SayHowManyTestsWereFound) {
   }
 }
 
-TEST(FindShortTests, WithNoFileThereAreNoTestsAndAnUnknownModeIsAnError) {
-  Session session;
-  session.Test_Mode = "EAFT";
-  const Short_Test_List list = find_short_tests(session);
-  EXPECT_EQ(list.Test_Count(), 0);
-  EXPECT_EQ(list.Label1, "There were no Short form tests collected during this session");
-  session.Test_Mode = "Landing";
-  EXPECT_NE(thrown([&] { find_short_tests(session); }).number, 0);
-}
-
 class ShortTestList : public testing::CraftedPacketsTest {
  protected:
   Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::QM); }
@@ -55,30 +45,6 @@ class ShortTestList : public testing::CraftedPacketsTest {
     return packets;
   }
 };
-
-TEST_F(ShortTestList, ListsTheFirstPacketOfATestWithItsSequenceAndTime) {
-  Test_Design design;
-  design.start_sequence = 1234;
-  design.start_time = 56789012;
-  Session session = load(test_packets(design));
-  session.Test_Mode = "Cruise Phase";
-  const Short_Test_List list = find_short_tests(session);
-  ASSERT_EQ(list.Test_Count(), 1);
-  EXPECT_EQ(list.lines[0], "1     Short form test     1234       56789012");
-  EXPECT_EQ(list.Label1, "There was 1 Short form test collected during this session");
-  EXPECT_EQ(science_index_of_line(list, 1), 1);
-  EXPECT_NE(thrown([&] { science_index_of_line(list, 2); }).number, 0);
-}
-
-TEST_F(ShortTestList, TheTwoModesFindDifferentTests) {
-  std::vector<Packet> packets = test_packets(Test_Design{});
-  Test_Design eaft;
-  eaft.in_mode(TestMode::EAFT).start_sequence = 200;
-  for (const Packet& packet : test_packets(eaft)) packets.push_back(packet);
-  const Session session = load(packets);
-  EXPECT_EQ(find_short_tests(session, TestMode::CruisePhase).Test_Index, std::vector<int32_t>{1});
-  EXPECT_EQ(find_short_tests(session, TestMode::EAFT).Test_Index, std::vector<int32_t>{9});
-}
 
 // A start needs its five words, and no packet but the test's within the eight sequence counts.
 TEST_F(ShortTestList, WhatMakesAStart) {

@@ -109,20 +109,6 @@ inline std::vector<uint8_t> frames_of(const std::vector<Packet>& packets, int st
   return writer.bytes();
 }
 
-// The same packet as a ZEB record: the header items, then the packet's words from byte 16 on.
-inline std::vector<int32_t> zeb_of(const Packet& packet, int zeb_identifier) {
-  std::map<int, int32_t> items{{5, zeb_identifier},
-                               {6, (packet.sequence_word >> 14) & 3},
-                               {7, packet.sequence_word & 0x3FFF},
-                               {8, packet.length_field},
-                               {9, packet.time_high * 65536 + packet.time_low}};
-  for (const auto& [offset, word] : packet.words) {
-    if (offset >= 16) items[offset / 2 + 9] = word;
-  }
-  if (zeb_identifier == 1847) items[15] = 1;  // progress event class
-  return zeb_record(items);
-}
-
 // Every limit pair of every record from min to max.
 inline std::array<Range_Record, Test_Ranges::kRecords> uniform_limits(double min, double max) {
   std::array<Range_Record, Test_Ranges::kRecords> records{};

@@ -49,35 +49,10 @@ TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColour) {
   const Short_Test_Evaluation test = evaluate(values({}));
   EXPECT_EQ(test.start_label, "Test started at Lander time 1234 seconds");
   EXPECT_EQ(test.mode_title, "Cruise Phase Mode");
-  EXPECT_EQ((std::array{test.sensors.size(), test.valves.size(), test.injector_valves.size(), test.heaters.size(),
-                        test.large_reactors.size(), test.small_reactors.size(), test.l_valves.size(), test.rails.size(),
-                        test.subsystems.size()}),
-            (std::array<size_t, 9>{10, 12, 3, 6, 5, 5, 5, 5, 8}));
-  for (const auto& row : test.subsystems) EXPECT_EQ(row.result, (Cell{"Pass", false})) << row.name;
   EXPECT_EQ(test.overall, (Cell{"Passed", false}));
   EXPECT_EQ(test.packet_message, (Cell{"All 8 Science data packets were collected.", false}));
   EXPECT_EQ(test.rf_frequency_text(), "400.00");
   EXPECT_TRUE(test.passed());
-}
-
-TEST_F(Evaluation, SensorRowsTakeTheirFinalSampleByMode) {
-  std::map<int, double> at;
-  for (int i = 1; i <= 10; ++i) {
-    at[i] = i;
-    at[i + 218] = 100 + i;
-    at[i + 206] = 200 + i + 0.005;
-  }
-  const Short_Test_Evaluation cruise = evaluate(values(at));
-  const Short_Test_Evaluation eaft = evaluate(values(at), TestMode::EAFT);
-  EXPECT_EQ(cruise.sensors[0].name, "Pressure Gauge 1");
-  EXPECT_EQ(cruise.sensors[0].unit, "bar");
-  EXPECT_EQ(cruise.sensors[9].name, "RF Calibration");
-  EXPECT_EQ(cruise.sensors[2].initial.text, "3.00");
-  EXPECT_EQ(cruise.sensors[2].final.text, "103.00");
-  EXPECT_EQ(cruise.sensors[9].final_index, 228);
-  EXPECT_EQ(eaft.sensors[2].final.text, "203.01");
-  EXPECT_EQ(eaft.sensors[9].final_index, 216);
-  EXPECT_EQ(eaft.mode_title, "Extended AFT");
 }
 
 // Both readings of a sensor must lie within its limits, inclusive; the AD590 (row 6) may instead
@@ -116,90 +91,6 @@ TEST_F(Evaluation, TheReferenceTemperatureComesFromTheAd590ReadingsPresent) {
   }
 }
 
-TEST_F(Evaluation, PressureChannelsKeepTheirAlteredVoltage) {
-  Test_Readings r = values({{1, 1.0}, {40, 0.5}});
-  r.Sensor_ID[1] = 22;
-  r.Sensor_ID[40] = 1;
-  const Short_Test_Evaluation test = evaluate(r);
-  EXPECT_DOUBLE_EQ(test.readings.Voltage[1], 5.0);  // 1 x 10 - C2
-  EXPECT_DOUBLE_EQ(test.Eng_Value[1], 0.125);       // 5 / (C1 - C2)
-  EXPECT_EQ(test.Eng_Unit[1], "bar");
-  EXPECT_EQ(test.readings.Voltage[40], 0.5);  // a thermocouple is converted from a copy
-}
-
-TEST_F(Evaluation, AValveRisesByItsOnCurrentsOverTheMeanOfItsBases) {
-  limit(37, 1, 2, 5);  // every valve's record
-  limit(37, 2, 31, 40);
-  // Valve 3: samples from 39; bases 39 and 46 (5 V), 40 and 47 (28 V); on 42, 44 and 43, 45.
-  const Short_Test_Evaluation test =
-      evaluate(values({{39, 10}, {46, 20}, {40, 100}, {47, 110}, {41, 999}, {42, 16}, {44, 18}, {43, 135}, {45, 137}}));
-  const Item_Row& valve = test.valves[2];
-  EXPECT_EQ(valve.name, "V 3");
-  EXPECT_EQ(valve.rise_5v.text, "2.0");
-  EXPECT_EQ(valve.rise_28v.text, "31.0");
-  EXPECT_EQ(valve.initial.text, "");
-  EXPECT_EQ(valve.record, 37);
-  EXPECT_EQ(valve.result.text, "Pass");  // rises at their limits pass
-  EXPECT_EQ(test.valves[0].result.text, "Fail");  // no rise at all
-  EXPECT_EQ(test.subsystems[1].result, (Cell{"Fail", true}));
-}
-
-TEST_F(Evaluation, InjectorValvesRiseBySingleSamples) {
-  // Injector 2: samples from 17; bases 17 and 21, 18 and 22; on 19 and 20.
-  const Short_Test_Evaluation test = evaluate(values({{17, 1}, {21, 3}, {18, 10}, {22, 30}, {19, 7}, {20, 25.25}}));
-  EXPECT_EQ(test.injector_valves[1].name, "Injector 2");
-  EXPECT_EQ(test.injector_valves[1].rise_5v.text, "5.0");
-  EXPECT_EQ(test.injector_valves[1].rise_28v.text, "5.3");
-  EXPECT_EQ(test.injector_valves[1].record, 38);
-}
-
-TEST_F(Evaluation, AHeaterChecksBothRisesAndItsTemperature) {
-  // Heater 2 (Manifold 2): stride from 117, record 12.
-  limit(12, 3, 10, 50);
-  const std::map<int, double> at{{117, 1}, {125, 3}, {118, 10}, {126, 30}, {119, 20.04},
-                                 {120, 4}, {122, 6}, {121, 40}, {123, 50}, {124, 70.0}};
-  const Short_Test_Evaluation test = evaluate(values(at));
-  const Item_Row& heater = test.heaters[1];
-  EXPECT_EQ(heater.name, "Manifold 2");
-  EXPECT_EQ(heater.rise_5v.text, "3.0");
-  EXPECT_EQ(heater.rise_28v.text, "25.0");
-  EXPECT_EQ(heater.initial.text, "20.0");
-  EXPECT_EQ(heater.final.text, "70.0");
-  EXPECT_EQ(heater.increase.text, "50.0");
-  EXPECT_EQ(heater.result.text, "Pass");
-  std::map<int, double> hotter = at;
-  hotter[124] = 70.05;
-  EXPECT_EQ(evaluate(values(hotter)).heaters[1].result, (Cell{"Fail", true}));
-}
-
-TEST_F(Evaluation, ReactorsShowOnlyTemperaturesAndFailAFall) {
-  limit(18, 3, 5, 100);
-  limit(23, 3, 5, 100);
-  // Large reactor 2 (initial 160, final 165); small reactor 2 (170, 175).
-  const Short_Test_Evaluation test = evaluate(values({{160, 50}, {165, 40}, {170, 20}, {175, 80}}));
-  EXPECT_EQ(test.large_reactors[1].name, "Reactor 2");
-  EXPECT_EQ(test.large_reactors[1].rise_28v.text, "n.m.");
-  EXPECT_EQ(test.large_reactors[1].rise_5v.text, "n.m.");
-  EXPECT_EQ(test.large_reactors[1].increase.text, "-10.0");
-  EXPECT_EQ(test.large_reactors[1].result.text, "Fail");
-  EXPECT_EQ(test.small_reactors[1].name, "Reactor 9");
-  EXPECT_EQ(test.small_reactors[1].increase.text, "60.0");
-  EXPECT_EQ(test.small_reactors[1].result.text, "Pass");
-  EXPECT_EQ(test.subsystems[4].result.text, "Fail");
-  EXPECT_EQ(test.subsystems[5].result.text, "Pass");
-}
-
-TEST_F(Evaluation, CruiseLValve5SharesItsAfterSamplesWithTheFirstSensors) {
-  limit(1, 3, -1, 1);
-  // L-valve 5: stride from 211, so its after-bases are 219 and 220.
-  const Short_Test_Evaluation test = evaluate(values({{219, 4}, {220, 6}}));
-  EXPECT_EQ(test.l_valves[4].name, "L-Valve 7");
-  EXPECT_EQ(test.l_valves[4].rise_5v.text, "-2.0");
-  EXPECT_EQ(test.l_valves[4].rise_28v.text, "-3.0");
-  EXPECT_EQ(test.sensors[0].final.text, "4.00");
-  EXPECT_EQ(test.sensors[0].result.text, "Fail");
-}
-
 TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
   // L-valves 1 and 2: bases 179/189 and 180/190, on 183/185 and 184/186. L-valve 5: bases 199
   // and 200 alone, on 202/204 and 203/205.
@@ -222,23 +113,6 @@ TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
   EXPECT_EQ(evaluate(values(at), TestMode::CruisePhase).l_valves[0].result.text, "Fail");
 }
 
-TEST_F(Evaluation, RailsTakeTheirFinalVoltageByMode) {
-  const std::map<int, double> at{{11, 5.0}, {229, 5.2}, {217, 4.6}, {12, 28}, {230, 27}, {218, 29},
-                                 {13, 100}, {17, 110},  {21, 120},  {25, 130}, {14, 10}, {18, 20},
-                                 {22, 30},  {26, 41}};
-  const Short_Test_Evaluation cruise = evaluate(values(at));
-  const Short_Test_Evaluation eaft = evaluate(values(at), TestMode::EAFT);
-  EXPECT_EQ(cruise.rails[0].name, "5V Voltage");
-  EXPECT_EQ(cruise.rails[0].value.text, "5.10");
-  EXPECT_EQ(eaft.rails[0].value.text, "4.80");
-  EXPECT_EQ(cruise.rails[1].value.text, "115.00");
-  EXPECT_EQ(cruise.rails[2].value.text, "27.50");
-  EXPECT_EQ(eaft.rails[2].value.text, "28.50");
-  EXPECT_EQ(cruise.rails[3].value.text, "25.25");
-  EXPECT_EQ(cruise.rails[4].unit, "kHz");
-  EXPECT_EQ(cruise.rails[4].record, 36);
-}
-
 TEST_F(Evaluation, NoRfFrequencyFailsTheRailsAndTheTest) {
   Test_Readings r = values({});
   r.RF_Found = false;
@@ -249,17 +123,6 @@ TEST_F(Evaluation, NoRfFrequencyFailsTheRailsAndTheTest) {
   EXPECT_EQ(test.rf_frequency_text(), "n.m.");
   EXPECT_EQ(test.subsystems[7], (Subsystem_Row{"Voltages and RF", Cell{"Fail", true}}));
   EXPECT_EQ(test.overall, (Cell{"Fail", true}));
-}
-
-TEST_F(Evaluation, OneFailureFailsOnlyItsSubsystemAndTheTest) {
-  limit(13, 2, 0.5, 10);  // heater 3 (GC heater) shows no 28 V rise
-  const Short_Test_Evaluation test = evaluate(values({}));
-  EXPECT_EQ(test.heaters[2].result.text, "Fail");
-  for (size_t i = 0; i < test.subsystems.size(); ++i) {
-    EXPECT_EQ(test.subsystems[i].result.text, i == 3 ? "Fail" : "Pass") << test.subsystems[i].name;
-  }
-  EXPECT_EQ(test.overall.text, "Fail");
-  EXPECT_FALSE(test.passed());
 }
 
 TEST_F(Evaluation, MissingPacketsAreNamedInAscendingOrderInRed) {

@@ -55,21 +55,6 @@ TEST(CollectTestPackets, PlacesTheTestsPacketsBySequenceCount) {
   EXPECT_NE(testing::thrown([] { collect_test_packets(catalogue_of({science(1, 1)}), 2); }).number, 0);
 }
 
-TEST(GetSensorId, TheLastMatchingSensorWins) {
-  Configuration config = testing::test_configuration();
-  EXPECT_EQ(Get_Sensor_ID(config, 64), 30);
-  EXPECT_EQ(Get_Sensor_ID(config, 9999), 0);
-  config.sensor(33).Channel_ID = 64;
-  EXPECT_EQ(Get_Sensor_ID(config, 64), 33);
-}
-
-TEST(TestReadingVolts, IsTheSignedCountTimesTenOver32768) {
-  EXPECT_DOUBLE_EQ(test_reading_volts(16384), 5.0);
-  EXPECT_DOUBLE_EQ(test_reading_volts(32767), 327670.0 / 32768);
-  EXPECT_DOUBLE_EQ(test_reading_volts(32768), -10.0);
-  EXPECT_DOUBLE_EQ(test_reading_volts(65535), -10.0 / 32768);
-}
-
 class LoadTestData : public testing::CraftedPacketsTest {
  protected:
   Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::CSS); }
@@ -131,25 +116,6 @@ TEST_F(LoadTestData, TakesTheFirstRfEventStrictlyInsideTheWindow) {
     EXPECT_EQ(r.RF_Found, frequency != 0) << events.size();
     EXPECT_EQ(r.RF_Frequency, frequency);
   }
-}
-
-TEST_F(LoadTestData, ZebTestsAreReadThroughTheirRecords) {
-  const Test_Design d = design();
-  std::vector<std::vector<int32_t>> records;
-  for (int n = 1; n <= 8; ++n) records.push_back(testing::zeb_of(testing::test_packet(d, n), 1852));
-  records.push_back(testing::zeb_of(testing::rf_event(d.start_time + 5, 300), 1847));
-  testing::write_file(dir.path("t.zeb"), testing::zeb_text(records));
-  Session session;
-  session.config = testing::test_configuration();
-  session.Byte_Reverse = false;  // has no effect on ZEB files
-  load_telemetry(session, dir.path("t.zeb"), FileFormat::ZEB);
-  const Test_Readings r = Load_Test_Data(session, collect_test_packets(session.catalogue, 1));
-  EXPECT_EQ(r.Sensor_ID[2], 28);
-  EXPECT_EQ(r.ADC_Reading[2], 9765);
-  EXPECT_EQ(r.ADC_Reading[30], 65535);
-  EXPECT_EQ(r.Sensor_ID[232], 1);
-  EXPECT_TRUE(r.RF_Found);
-  EXPECT_EQ(r.RF_Frequency, rf_frequency_of(300));
 }
 
 }  // namespace

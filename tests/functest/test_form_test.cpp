@@ -3,28 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "short_test_files.h"
 #include "thrown.h"
 
 namespace morvane {
 namespace {
-
-TEST(TestForm, OpensWithSensorZeroAndTheKeptVoltage) {
-  EXPECT_EQ(test_form_fields().sensor, "0");
-  EXPECT_EQ(test_form_fields().voltage, "0");
-  EXPECT_EQ(test_form_fields(-3).voltage, "-3");
-}
-
-TEST(TestForm, ConvertsAsTheViewsDo) {
-  const Configuration config = testing::test_configuration();
-  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-      {"28", "2.98", "25", "oC"}, {" 29 ", "1", "5.2", "mm"}, {"22", "1", "0.125", "bar"}, {"0", "1", "0", ""}};
-  for (const auto& [sensor, voltage, value, unit] : cases) {
-    const Test_Form_Result result = convert_test_form(config, sensor, voltage);
-    EXPECT_EQ(result.value_text, value) << sensor << " " << voltage;
-    EXPECT_EQ(result.unit, unit) << sensor;
-  }
-}
 
 TEST(TestForm, ASensorNumberMustBeAWhole16BitNumber) {
   const std::pair<const char*, int> cases[] = {{"", 13}, {"abc", 13}, {"2.5", 13}, {"32768", 6}, {"-32769", 6}};

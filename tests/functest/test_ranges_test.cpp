@@ -9,15 +9,6 @@
 namespace morvane {
 namespace {
 
-TEST(TestRangesPath, NamesTheFileByTypeAndModeWhateverTheFolderCase) {
-  testing::TempDir dir;
-  testing::write_file(dir.path("EGSE_info/test ranges/FM Cruise Phase Mode.txt"), "");
-  EXPECT_EQ(test_ranges_path(dir.root(), FileFormat::FM, TestMode::CruisePhase),
-            dir.path("EGSE_info/test ranges/FM Cruise Phase Mode.txt"));
-  EXPECT_EQ(test_ranges_path(dir.root(), FileFormat::ZEB, TestMode::EAFT),
-            dir.path("EGSE_info/test ranges/ZEB EAFT Mode.txt"));
-}
-
 TEST(ReadTestRanges, ReadsNameAndThreePairsPerRecord) {
   auto records = testing::uniform_limits(-1, 1);
   records[0] = Range_Record{"Pressure, gauge 1", {Limit_Pair{0.5, 1.5}, Limit_Pair{-2, 2}, Limit_Pair{0.9, 1.1}}};

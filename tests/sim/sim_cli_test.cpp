@@ -46,12 +46,5 @@ TEST(SimCli, UsageErrorsExitWithStatus2AndFailuresWith1) {
   EXPECT_EQ(failed.err.rfind("error: ", 0), 0u) << failed.err;
 }
 
-TEST(SimCli, LiveAppendsFramesUntilItsCount) {
-  testing::TempDir dir;
-  const auto run = testing::run_program(kSim, {"live", dir.path("log.dat"), "--rate", "200", "--frames", "12"});
-  ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(std::filesystem::file_size(dir.path("log.dat")), 12u * 282);
-}
-
 }  // namespace
 }  // namespace morvane

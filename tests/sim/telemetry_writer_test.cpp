@@ -133,22 +133,6 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
   }
 }
 
-TEST(SimulatedTelemetry, TheSameSeedWritesTheSameFileAndAnotherSeedAnother) {
-  testing::TempDir dir;
-  sim::Telemetry_Options options;
-  options.frames = 300;
-  for (FileFormat format : {FileFormat::QM, FileFormat::ZEB}) {
-    options.format = format;
-    options.seed = 11;
-    sim::write_telemetry(dir.path("a"), options);
-    sim::write_telemetry(dir.path("b"), options);
-    options.seed = 12;
-    sim::write_telemetry(dir.path("c"), options);
-    EXPECT_EQ(testing::read_file(dir.path("a")), testing::read_file(dir.path("b")));
-    EXPECT_NE(testing::read_file(dir.path("a")), testing::read_file(dir.path("c")));
-  }
-}
-
 TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
   testing::TempDir dir;
   sim::Telemetry_Options options;
@@ -188,24 +172,6 @@ TEST(SimulatedTelemetry, SizeGivesWholeFramesOrRecordsUpToIt) {
   EXPECT_GE(size, 100000u);
   EXPECT_LT(size, 101000u);  // one record more at most
   EXPECT_EQ(written.bytes, size);
-}
-
-TEST(SimulatedTelemetry, HousekeepingFollowsTheModesOfTheCycle) {
-  Simulated_File file(FileFormat::QM);
-  const EntryList& hk = file.catalogue().HK_List;
-  std::vector<int> modes;
-  for (int32_t i = 1; i <= hk.size(); ++i) {
-    const int mode = file.session.telemetry().packet_byte(hk[i], 18, file.session.Byte_Reverse);
-    if (modes.empty() || modes.back() != mode) modes.push_back(mode);
-  }
-  // Standby, cruise phase, instrument checkout, atmosphere analysis, calibration, safe, standby.
-  EXPECT_EQ(modes, (std::vector<int>{0, 3, 4, 13, 11, 255, 0}));
-  // The board warms from the morning's 19 degrees and stays within a few degrees of 27.
-  for (int32_t i = 1; i <= hk.size(); ++i) {
-    const double board = file.session.HK_Sensor_Data.at(28, i) * 64 * 10.0 / 32768 * 100 - 273;
-    ASSERT_GT(board, 14.0) << i;
-    ASSERT_LT(board, 34.0) << i;
-  }
 }
 
 }  // namespace
