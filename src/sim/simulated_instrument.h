@@ -4,10 +4,9 @@
 #include <array>
 #include <cstdint>
 #include <deque>
-#include <functional>
-#include <initializer_list>
 #include <vector>
 
+#include "cycle_timeline.h"
 #include "instrument_physics.h"
 #include "random.h"
 #include "sensor_codec.h"
@@ -17,10 +16,9 @@
 namespace morvane::sim {
 
 // The instrument as the ground sees it: a stream of source packets in time order. It lives a
-// cycle of three hours over and over (power-on, cruise checks with two short form tests,
-// instrument checkout with two more, an atmosphere analysis with chromatograms and isotope
-// spectra, a calibration with docking, memory reports, an anomaly drill, safe and standby),
-// so that any file of one cycle or more holds every kind of packet.
+// cycle of three hours over and over (cycle_timeline says what happens when), so that any file
+// of one cycle or more holds every kind of packet. Playing a happening moves the physics on,
+// takes the readings it needs and hands them to the packet encoders.
 class Simulated_Instrument {
  public:
   static constexpr int64_t kCycleSeconds = sim::kCycleSeconds;
@@ -35,36 +33,46 @@ class Simulated_Instrument {
   int scripted_test_of_run(int run) const { return test_runs_[static_cast<size_t>(run)]; }
 
  private:
-  struct Action {
-    int64_t time;
-    std::function<void()> run;
-  };
   struct Reading {
     int32_t time = 0;
     int channel = 0;
     uint16_t word = 0;
   };
 
-  void plan_cycle();
-  void at(int64_t offset, std::function<void()> run);
-  void plan_test(int scripted);
-  void plan_spectrum(int64_t offset, int first_bin, int bins, int sub_packets);
+  void plan_next_cycle();
 
-  // Packets, sent at the current action's time.
+  void play(const happen::Power_On& h);
+  void play(const happen::Housekeeping& h);
+  void play(const happen::Telecommand& h);
+  void play(const happen::Event& h);
+  void play(const happen::Limit_Event& h);
+  void play(const happen::Checksum_Report& h);
+  void play(const happen::Memory_Dump& h);
+  void play(const happen::Select_Mode& h);
+  void play(const happen::Ion_Trap& h) { physics_.set_ion_trap(h.on); }
+  void play(const happen::Heater& h) { physics_.set_heater(h.sensor, h.on); }
+  void play(const happen::Gc_Flow& h) { physics_.set_gc_flow(h.on); }
+  void play(const happen::Docking_Target& h) { physics_.set_docking_target(h.millimetres); }
+  void play(const happen::Auxiliary& h);
+  void play(const happen::Rf_Calibration& h);
+  void play(const happen::Gc_Spectrum& h);
+  void play(const happen::Isotope_Scan& h);
+  void play(const happen::Isotope_Sub_Packet& h);
+  void play(const happen::Unknown_Acceptance& h);
+  void play(const happen::Unknown_Science& h);
+  void play(const happen::Test_Start& h);
+  void play(const happen::Test_Reading& h);
+  void play(const happen::Test_Switch& h);
+  void play(const happen::Test_Packet& h);
+  void play(const happen::High_Voltage& h) { physics_.set_high_voltage(h.kilovolts); }
+  void play(const happen::Test_End& h);
+
+  // Packets, sent now.
   void emit(Sim_Packet packet);
   Sim_Packet start(int identifier, int flags, int& counter, int length, LabelCode label);
-  void housekeeping(int sub_type);
-  void auxiliary(std::initializer_list<int> sensors);
-  void test_packet(int run, int number, bool lost);
-  void gc_spectrum();
   void event(int event_class, int id, const std::vector<int>& words);
   void limit_event(int id, int sensor, double value, double low, double high);
-  void rf_calibration(int frequency_count);
   void telecommand(int type, int sub_type, int failure_code = 0);
-  void select_mode(int mode);
-  void memory_dump(int memory_type, int cycle);
-  void checksum_report(bool as_event, int memory_type, int reports);
-  void power_on(int cycle);
 
   // A reading of sensor s now, with its noise, as an ADC word.
   uint16_t adc_reading(int s);
@@ -74,11 +82,11 @@ class Simulated_Instrument {
   Sensor_Codec codec_;
   Random random_;
   std::deque<Sim_Packet> out_;
-  std::vector<Action> actions_;
-  size_t next_action_ = 0;
+  Cycle_Timeline timeline_;
+  size_t next_happening_ = 0;
   int64_t now_ = kStartTime;
-  int64_t cycle_start_ = kStartTime;
-  int cycle_ = 0;
+  int64_t cycle_start_ = kStartTime;  // of the cycle being played
+  int cycle_ = 0;                     // the next cycle to plan
 
   int mode_ = 0;
   int line_ = 0;
