@@ -12,7 +12,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
-#include <iostream>
+
+#include "error_trap.h"
 
 namespace morvane {
 
@@ -51,6 +52,7 @@ QString QtDialogs::existingFolder(QWidget* parent, const QString& caption, const
 }
 
 void QtDialogs::message(QWidget* parent, const QString& text) {
+  echo_to_error_stream(text);
   QMessageBox::information(parent, kProgramCaption, text);
 }
 
@@ -93,6 +95,6 @@ int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList
 
 namespace morvane {
 
-void ConsoleDialogs::message(QWidget*, const QString& text) { std::cerr << text.toStdString() << '\n'; }
+void ConsoleDialogs::message(QWidget*, const QString& text) { echo_to_error_stream(text); }
 
 }  // namespace morvane

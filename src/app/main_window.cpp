@@ -14,6 +14,7 @@
 #include "dialogs.h"
 #include "error_trap.h"
 #include "file_drop.h"
+#include "live_follow.h"
 #include "export/export_dialog.h"
 #include "placeholder_view.h"
 #include "recent_files.h"
@@ -50,7 +51,8 @@ QString collecting_caption(const QString& file_name) {
 }
 
 EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* parent)
-    : QMainWindow(parent), dialogs_(dialogs), mdi_(new QMdiArea(this)), timer_(new QTimer(this)) {
+    : QMainWindow(parent), dialogs_(dialogs), mdi_(new QMdiArea(this)), timer_(new QTimer(this)),
+      live_follow_(new Live_Follow(*this)) {
   session_.config = std::move(configuration);
   setObjectName("EGSE_MDI");
   setWindowTitle(kProgramCaption);
@@ -348,7 +350,7 @@ void EGSE_MDI::Timer1_Timer() {
   if (in_tick_ || loading_) return;
   in_tick_ = true;
   try {
-    if (extend_catalogue(session_)) {
+    if (!live_follow_->logChanged() && extend_catalogue(session_)) {
       Update_Open_Views();
       Save_Catalogue_Counts(session_);
     }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "core/error.h"
 
+#include <cerrno>
+#include <cstring>
+
 namespace morvane {
 
 std::string error_description(ErrorNumber number) {
@@ -14,6 +17,7 @@ std::string error_description(ErrorNumber number) {
     case ErrorNumber::FileNotFound: return "File not found";
     case ErrorNumber::FileAlreadyOpen: return "File already open";
     case ErrorNumber::DeviceIoError: return "Device I/O error";
+    case ErrorNumber::DiskFull: return "Disk full";
     case ErrorNumber::InputPastEndOfFile: return "Input past end of file";
     case ErrorNumber::PermissionDenied: return "Permission denied";
     case ErrorNumber::PathNotFound: return "Path not found";
@@ -37,5 +41,25 @@ RuntimeError::RuntimeError(ErrorNumber number, std::string detail)
 std::string RuntimeError::message() const { return what(); }
 
 void raise(ErrorNumber number, std::string detail) { throw RuntimeError(number, std::move(detail)); }
+
+RuntimeError naming_file(const RuntimeError& error, const std::string& path) {
+  if (path.empty() || error.detail().find(path) != std::string::npos) return error;
+  const std::string detail = error.detail().empty() ? path : path + ": " + error.detail();
+  return RuntimeError(static_cast<ErrorNumber>(error.number()), detail);
+}
+
+void raise_system_error(int error, const std::string& detail, ErrorNumber otherwise) {
+  ErrorNumber number = otherwise;
+  switch (error) {
+    case EACCES: case EPERM: case EROFS: number = ErrorNumber::PermissionDenied; break;
+    case ENOSPC: case EDQUOT: case EFBIG: number = ErrorNumber::DiskFull; break;
+    case ENOTDIR: case ELOOP: number = ErrorNumber::PathNotFound; break;
+    case EISDIR: number = ErrorNumber::BadFileName; break;
+    default: break;
+  }
+  const char* words = error == EFBIG ? "disk full: the file size limit is reached" : std::strerror(error);
+  if (number == ErrorNumber::DiskFull && error != EFBIG) words = "disk full";
+  raise(number, detail + " (" + words + ")");
+}
 
 }  // namespace morvane
