@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "error_trap.h"
 
-#include <QRegularExpression>
-#include <cstdio>
+#include <filesystem>
 #include <new>
 
 #include "core/error.h"
+#include "core/system_error.h"
 #include "dialogs.h"
 
 namespace morvane {
@@ -15,14 +15,10 @@ QString error_text(const std::exception& error) {
     return QString::fromStdString(runtime->message());
   }
   if (dynamic_cast<const std::bad_alloc*>(&error)) return QStringLiteral("Out of memory; Error number 7");
+  if (const auto* file_system = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
+    return QString::fromStdString(from_filesystem_error(*file_system).message());
+  }
   return QString::fromUtf8(error.what());
-}
-
-void echo_to_error_stream(const QString& text) {
-  static const QRegularExpression kLineBreaks(QStringLiteral("\\s*[\\r\\n]+\\s*"));
-  const QByteArray line = QString(text).replace(kLineBreaks, QStringLiteral(" ")).trimmed().toUtf8() + '\n';
-  std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
-  std::fflush(stderr);
 }
 
 bool run_trapped(Dialogs& dialogs, QWidget* parent, const std::function<void()>& work) {

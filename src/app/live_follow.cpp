@@ -3,7 +3,6 @@
 
 #include <QDir>
 
-#include "core/file_bytes.h"
 #include "dialogs.h"
 #include "main_window.h"
 
@@ -13,11 +12,16 @@ Live_Follow::Live_Follow(EGSE_MDI& window) : QObject(&window), window_(window) {
   setObjectName("LiveFollow");
 }
 
+void Live_Follow::follow() {
+  identity_ = file_identity(window_.session().File_Name);
+  waiting_ = false;
+}
+
 bool Live_Follow::logChanged() {
   const Session& session = window_.session();
   if (!session.file || !window_.isCollecting()) return false;
   const FileIdentity named = file_identity(session.File_Name);
-  if (named == session.file->bytes().identity()) {
+  if (named == identity_) {
     waiting_ = false;
     return false;
   }

@@ -3,6 +3,8 @@
 
 #include <QObject>
 
+#include "core/input_file.h"
+
 namespace morvane {
 
 class EGSE_MDI;
@@ -18,6 +20,8 @@ class Live_Follow : public QObject {
  public:
   explicit Live_Follow(EGSE_MDI& window);
 
+  // Called when collection has opened the log: the file its path names now is the one followed.
+  void follow();
   // Called by a collection pass before it re-counts the log. True when the log changed: the pass
   // has nothing more to do (collection started again, or waits for the log).
   bool logChanged();
@@ -26,6 +30,7 @@ class Live_Follow : public QObject {
 
  private:
   EGSE_MDI& window_;
+  FileIdentity identity_;  // the file the log's path named when collection opened it
   bool waiting_ = false;
 };
 

@@ -51,8 +51,7 @@ QString collecting_caption(const QString& file_name) {
 }
 
 EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* parent)
-    : QMainWindow(parent), dialogs_(dialogs), mdi_(new QMdiArea(this)), timer_(new QTimer(this)),
-      live_follow_(new Live_Follow(*this)) {
+    : QMainWindow(parent), dialogs_(dialogs), mdi_(new QMdiArea(this)), timer_(new QTimer(this)) {
   session_.config = std::move(configuration);
   setObjectName("EGSE_MDI");
   setWindowTitle(kProgramCaption);
@@ -62,6 +61,7 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
   timer_->setInterval(kCollectionIntervalMilliseconds);
   connect(timer_, &QTimer::timeout, this, &EGSE_MDI::Timer1_Timer);
   createMenus();
+  new Live_Follow(*this);
   new Recent_Files_Menu(*this);
   new File_Drop(*this);
   register_standard_views(*this);
@@ -336,6 +336,7 @@ void EGSE_MDI::startCollection() {
   const QString path = QString::fromStdString(resolve_windows_path(logFile().toStdString()));
   const bool started = loadSession(FileFormat::CSS, path, collecting_caption(path));
   collecting_ = started || collecting_;
+  if (started) findChild<Live_Follow*>()->follow();
   if (started) timer_->start();
   menuItem("mnuDisplayRealTimeDataCollection")->setChecked(collecting_);
 }
@@ -350,7 +351,8 @@ void EGSE_MDI::Timer1_Timer() {
   if (in_tick_ || loading_) return;
   in_tick_ = true;
   try {
-    if (!live_follow_->logChanged() && extend_catalogue(session_)) {
+    // A log replaced or deleted since the last pass is not extended: collection starts again, or waits.
+    if (!findChild<Live_Follow*>()->logChanged() && extend_catalogue(session_)) {
       Update_Open_Views();
       Save_Catalogue_Counts(session_);
     }

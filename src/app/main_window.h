@@ -20,7 +20,6 @@ class QTimer;
 namespace morvane {
 
 class Dialogs;
-class Live_Follow;
 enum class Export_Kind;
 
 // The main window: it owns the session, the menus, the child windows and the collection timer.
@@ -147,7 +146,6 @@ class EGSE_MDI : public QMainWindow {
   Dialogs& dialogs_;
   QMdiArea* mdi_;
   QTimer* timer_;
-  Live_Follow* live_follow_;  // notices a replaced or deleted log
   std::map<ViewKind, ViewFactory> factories_;
   std::map<ViewKind, QPointer<ChildView>> open_;
   std::map<QAction*, ViewKind> action_views_;

@@ -7,6 +7,7 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "core/error.h"
+#include "core/system_error.h"
 #include "core/safe_file.h"
 
 int main(int argc, char** argv) {
@@ -25,6 +26,9 @@ int main(int argc, char** argv) {
     // A decoder's error that names nothing (an overflow deep in a conversion) names the file.
     const std::string& file = morvane::cli::opened_file();
     std::cerr << "error: " << (error.detail().empty() ? morvane::naming_file(error, file) : error).message() << '\n';
+    return 1;
+  } catch (const std::filesystem::filesystem_error& error) {
+    std::cerr << "error: " << morvane::from_filesystem_error(error).message() << '\n';
     return 1;
   } catch (const std::exception& error) {
     std::cerr << "error: " << error.what() << '\n';

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/error.h"
+#include "core/system_error.h"
 
 #include <cerrno>
 #include <cstring>
@@ -7,6 +8,7 @@
 namespace morvane {
 
 std::string error_description(ErrorNumber number) {
+  if (number == kDiskFull) return "Disk full";
   switch (number) {
     case ErrorNumber::InvalidProcedureCall: return "Invalid procedure call or argument";
     case ErrorNumber::Overflow: return "Overflow";
@@ -17,7 +19,6 @@ std::string error_description(ErrorNumber number) {
     case ErrorNumber::FileNotFound: return "File not found";
     case ErrorNumber::FileAlreadyOpen: return "File already open";
     case ErrorNumber::DeviceIoError: return "Device I/O error";
-    case ErrorNumber::DiskFull: return "Disk full";
     case ErrorNumber::InputPastEndOfFile: return "Input past end of file";
     case ErrorNumber::PermissionDenied: return "Permission denied";
     case ErrorNumber::PathNotFound: return "Path not found";
@@ -48,18 +49,26 @@ RuntimeError naming_file(const RuntimeError& error, const std::string& path) {
   return RuntimeError(static_cast<ErrorNumber>(error.number()), detail);
 }
 
-void raise_system_error(int error, const std::string& detail, ErrorNumber otherwise) {
+RuntimeError system_error(int error, const std::string& detail, ErrorNumber otherwise) {
   ErrorNumber number = otherwise;
   switch (error) {
     case EACCES: case EPERM: case EROFS: number = ErrorNumber::PermissionDenied; break;
-    case ENOSPC: case EDQUOT: case EFBIG: number = ErrorNumber::DiskFull; break;
+    case ENOSPC: case EDQUOT: case EFBIG: number = kDiskFull; break;
     case ENOTDIR: case ELOOP: number = ErrorNumber::PathNotFound; break;
     case EISDIR: number = ErrorNumber::BadFileName; break;
     default: break;
   }
   const char* words = error == EFBIG ? "disk full: the file size limit is reached" : std::strerror(error);
-  if (number == ErrorNumber::DiskFull && error != EFBIG) words = "disk full";
-  raise(number, detail + " (" + words + ")");
+  if (number == kDiskFull && error != EFBIG) words = "disk full";
+  return RuntimeError(number, detail + " (" + words + ")");
+}
+
+void raise_system_error(int error, const std::string& detail, ErrorNumber otherwise) {
+  throw system_error(error, detail, otherwise);
+}
+
+RuntimeError from_filesystem_error(const std::filesystem::filesystem_error& error) {
+  return system_error(error.code().value(), error.path1().string(), ErrorNumber::PathNotFound);
 }
 
 }  // namespace morvane

@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include "core/error.h"
+#include "core/input_file.h"
+#include "core/system_error.h"
 
 namespace morvane {
 
@@ -27,9 +29,10 @@ const char* kind_of(mode_t mode) {
   return "not a regular file";
 }
 
-// Opens a regular file for reading. The open does not wait for a writer (a named pipe would
-// block an ordinary open) and anything but a regular file is refused before a byte is read.
-int open_regular_file(const std::string& path, struct stat& status) {
+}  // namespace
+
+int open_regular_file(const std::string& path, uint64_t& size) {
+  struct stat status {};
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) {
     const int error = errno;
@@ -52,8 +55,11 @@ int open_regular_file(const std::string& path, struct stat& status) {
   }
   // Reads of a regular file never wait; the flag goes so that nothing below depends on it.
   ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  size = static_cast<uint64_t>(status.st_size);
   return fd;
 }
+
+namespace {
 
 // Reads what the file holds at offset, returns the count read (short at the end of file).
 size_t read_at(int fd, uint64_t offset, uint8_t* out, size_t count, const std::string& path) {
@@ -73,9 +79,7 @@ size_t read_at(int fd, uint64_t offset, uint8_t* out, size_t count, const std::s
 }  // namespace
 
 FileBytes::FileBytes(const std::string& path) : path_(path) {
-  struct stat status {};
-  fd_ = open_regular_file(path, status);
-  size_ = static_cast<uint64_t>(status.st_size);
+  fd_ = open_regular_file(path, size_);
 #ifdef POSIX_FADV_SEQUENTIAL
   ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
 #endif
@@ -126,16 +130,9 @@ FileIdentity file_identity(const std::string& path) {
   return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino)};
 }
 
-FileIdentity FileBytes::identity() const {
-  struct stat status {};
-  if (::fstat(fd_, &status) != 0) return {};
-  return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino)};
-}
-
 std::string read_whole_file(const std::string& path, uint64_t limit) {
-  struct stat status {};
-  const int fd = open_regular_file(path, status);
-  const auto size = static_cast<uint64_t>(status.st_size);
+  uint64_t size = 0;
+  const int fd = open_regular_file(path, size);
   if (size > limit) {
     ::close(fd);
     raise(ErrorNumber::BadFileName, path + " is " + std::to_string(size) + " bytes, more than the " +

@@ -7,6 +7,7 @@
 #include "core/arithmetic.h"
 #include "core/error.h"
 #include "core/file_bytes.h"
+#include "core/input_file.h"
 #include "core/number_text.h"
 
 namespace morvane {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "core/system_error.h"
 #include "core/safe_file.h"
 
 #include <dirent.h>

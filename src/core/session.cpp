@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/error.h"
+#include "core/system_error.h"
 
 namespace morvane {
 

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "core/error.h"
+#include "core/system_error.h"
 
 namespace morvane {
 

@@ -64,3 +64,14 @@ inline void limit_file_size(rlim_t bytes) {
 }
 
 }  // namespace morvane::testing
+
+namespace morvane::testing {
+
+// In a child run by the superuser: goes on as the unprivileged user "nobody", whom file
+// permissions bind. False when that is not possible.
+inline bool become_unprivileged() {
+  if (::geteuid() != 0) return true;
+  return ::setgid(65534) == 0 && ::setuid(65534) == 0;
+}
+
+}  // namespace morvane::testing

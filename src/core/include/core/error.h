@@ -17,7 +17,6 @@ enum class ErrorNumber : int {
   FileNotFound = 53,
   FileAlreadyOpen = 55,
   DeviceIoError = 57,
-  DiskFull = 61,
   InputPastEndOfFile = 62,
   PermissionDenied = 70,
   PathNotFound = 76,
@@ -47,17 +46,5 @@ class RuntimeError : public std::runtime_error {
 std::string error_description(ErrorNumber number);
 
 [[noreturn]] void raise(ErrorNumber number, std::string detail = {});
-
-// The error as met while reading the file at path: its detail starts with the path unless it
-// already names it.
-RuntimeError naming_file(const RuntimeError& error, const std::string& path);
-
-// A failed system call as a run-time error: a permission problem (EACCES, EPERM, EROFS) is
-// "Permission denied", a full disk or file-size limit (ENOSPC, EDQUOT, EFBIG) "Disk full", a
-// missing folder "Path not found", a loop of symbolic links "Path not found", a folder where a
-// file belongs "Bad file name or number"; anything else is `otherwise`. The detail gets the
-// system's own words in brackets.
-[[noreturn]] void raise_system_error(int error, const std::string& detail,
-                                     ErrorNumber otherwise = ErrorNumber::DeviceIoError);
 
 }  // namespace morvane

@@ -11,19 +11,9 @@ namespace morvane {
 // One open, read-only telemetry file read with large positioned reads. Bytes past the end read
 // as 0, which is what the formats expect of a trailing partial frame. Unlike a memory map it
 // cannot fault when another program truncates the file it is following.
-// Which file a path or an open file is: a file renamed over another, or deleted and made again,
-// is another file.
-struct FileIdentity {
-  uint64_t device = 0;
-  uint64_t inode = 0;  // 0: no file
-  bool exists() const { return inode != 0; }
-  bool operator==(const FileIdentity&) const = default;
-};
-
 class FileBytes {
  public:
-  // Opens the file; a missing or unreadable file, or one that is not a regular file (a folder, a
-  // named pipe, a device, a socket), is a RuntimeError naming the path. The open never waits.
+  // Opens the file; a missing or unreadable file is a RuntimeError naming the path.
   explicit FileBytes(const std::string& path);
   ~FileBytes();
   FileBytes(const FileBytes&) = delete;
@@ -43,9 +33,6 @@ class FileBytes {
   // scattered reads. Not for concurrent use.
   uint8_t byte(uint64_t offset) const;
 
-  // The file open, whatever its path now names.
-  FileIdentity identity() const;
-
  private:
   std::string path_;
   int fd_ = -1;
@@ -56,17 +43,7 @@ class FileBytes {
   mutable size_t block_valid_ = 0;  // bytes of the block that came from the file
 };
 
-// The length of a file in bytes; a RuntimeError when it cannot be read or is not a regular file.
+// The length of a file in bytes; a RuntimeError when it cannot be read.
 uint64_t file_length(const std::string& path);
-
-// The file a path names now; no file (inode 0) when there is none.
-FileIdentity file_identity(const std::string& path);
-
-// The largest configuration or limit file read (they hold a few kilobytes).
-constexpr uint64_t kLargestTextFile = 16 * 1024 * 1024;
-
-// The whole content of a small text file. Fails as FileBytes opens, and without reading when the
-// file is larger than limit (naming its size and the limit).
-std::string read_whole_file(const std::string& path, uint64_t limit = kLargestTextFile);
 
 }  // namespace morvane

@@ -12,8 +12,7 @@ namespace morvane {
 // marks. Every failure is a RuntimeError naming the file, the line and what was expected.
 class FreeFormatReader {
  public:
-  // Reads the whole file (see read_whole_file: a missing file is "File not found", one that is not
-  // a regular file or larger than 16 MiB is refused), naming the path.
+  // Reads the whole file; a missing file is "File not found" naming the path.
   explicit FreeFormatReader(const std::string& path);
   // Reads from text already in memory; path only names it in errors.
   FreeFormatReader(std::string path, std::string text);
