@@ -12,7 +12,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
-#include <iostream>
+#include <cstdio>
 
 namespace morvane {
 
@@ -28,6 +28,15 @@ namespace {
 QString first_extension(const QString& file_type) {
   static const QRegularExpression kExtension(QStringLiteral("\\*\\.(\\w+)"));
   return kExtension.match(file_type).captured(1);
+}
+
+// Every message shown is also written to the error stream as one line (its line breaks become
+// blanks), so that a run from a terminal, or a test's log, shows every failure.
+void echo_to_error_stream(const QString& text) {
+  static const QRegularExpression kLineBreaks(QStringLiteral("\\s*[\\r\\n]+\\s*"));
+  const QByteArray line = QString(text).replace(kLineBreaks, QStringLiteral(" ")).trimmed().toUtf8() + '\n';
+  std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+  std::fflush(stderr);
 }
 
 }  // namespace
@@ -51,6 +60,7 @@ QString QtDialogs::existingFolder(QWidget* parent, const QString& caption, const
 }
 
 void QtDialogs::message(QWidget* parent, const QString& text) {
+  echo_to_error_stream(text);
   QMessageBox::information(parent, kProgramCaption, text);
 }
 
@@ -93,6 +103,6 @@ int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList
 
 namespace morvane {
 
-void ConsoleDialogs::message(QWidget*, const QString& text) { std::cerr << text.toStdString() << '\n'; }
+void ConsoleDialogs::message(QWidget*, const QString& text) { echo_to_error_stream(text); }
 
 }  // namespace morvane

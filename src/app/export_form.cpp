@@ -290,7 +290,12 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
     QCoreApplication::processEvents();
     return !progress.wasCanceled();
   };
-  dialog_->write(session(), request, output, report);
+  const Export_Result result = dialog_->write(session(), request, output, report);
+  if (result.cancelled && !output.partial_path().empty()) {
+    mdi().dialogs().message(this, tr("Export cancelled: %1 is left as it was; the lines written so far are in %2")
+                                      .arg(shown_path, QDir::toNativeSeparators(QFile::decodeName(
+                                                           output.partial_path().c_str()))));
+  }
 }
 
 void Export_Form::Command2_Click() {

@@ -14,6 +14,7 @@
 #include "dialogs.h"
 #include "error_trap.h"
 #include "file_drop.h"
+#include "live_follow.h"
 #include "export/export_dialog.h"
 #include "placeholder_view.h"
 #include "recent_files.h"
@@ -60,6 +61,7 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
   timer_->setInterval(kCollectionIntervalMilliseconds);
   connect(timer_, &QTimer::timeout, this, &EGSE_MDI::Timer1_Timer);
   createMenus();
+  new Live_Follow(*this);
   new Recent_Files_Menu(*this);
   new File_Drop(*this);
   register_standard_views(*this);
@@ -334,6 +336,7 @@ void EGSE_MDI::startCollection() {
   const QString path = QString::fromStdString(resolve_windows_path(logFile().toStdString()));
   const bool started = loadSession(FileFormat::CSS, path, collecting_caption(path));
   collecting_ = started || collecting_;
+  if (started) findChild<Live_Follow*>()->follow();
   if (started) timer_->start();
   menuItem("mnuDisplayRealTimeDataCollection")->setChecked(collecting_);
 }
@@ -348,7 +351,8 @@ void EGSE_MDI::Timer1_Timer() {
   if (in_tick_ || loading_) return;
   in_tick_ = true;
   try {
-    if (extend_catalogue(session_)) {
+    // A log replaced or deleted since the last pass is not extended: collection starts again, or waits.
+    if (!findChild<Live_Follow*>()->logChanged() && extend_catalogue(session_)) {
       Update_Open_Views();
       Save_Catalogue_Counts(session_);
     }

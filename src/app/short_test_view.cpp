@@ -11,12 +11,14 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPushButton>
-#include <QSaveFile>
+#include <QBuffer>
+#include <QFile>
 #include <QTabWidget>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
 #include "core/error.h"
+#include "core/safe_file.h"
 #include "core/session.h"
 #include "dialogs.h"
 #include "functest/short_message_load.h"
@@ -314,30 +316,28 @@ void ShortTest::saveReport() {
 
 void ShortTest::writeReport(const QString& path) {
   const Test_Report made = report();
-  // Written beside the old file and renamed over it, so a failed write leaves no half report.
-  QSaveFile file(path);
-  const auto failure = [&] {
-    return "the report " + path.toStdString() + " (" + file.errorString().toStdString() + ")";
-  };
-  if (!file.open(QIODevice::WriteOnly)) {
-    const bool folder_exists = QFileInfo(path).absoluteDir().exists();
-    morvane::raise(folder_exists ? ErrorNumber::PermissionDenied : ErrorNumber::PathNotFound, failure());
-  }
+  QByteArray content;
+  Partial_Content keep = Partial_Content::Whole_Lines;
   switch (report_format(path)) {
     case Report_Format::Pdf: {
-      QPdfWriter pdf(&file);
-      pdf.setTitle(QString::fromStdString(made.title));
-      pdf.setCreator(kProgramCaption);
-      pdf.setPageLayout(report_page());
-      print_html(test_report_html(made), pdf);
+      QBuffer buffer(&content);
+      buffer.open(QIODevice::WriteOnly);
+      {
+        QPdfWriter pdf(&buffer);
+        pdf.setTitle(QString::fromStdString(made.title));
+        pdf.setCreator(kProgramCaption);
+        pdf.setPageLayout(report_page());
+        print_html(test_report_html(made), pdf);
+      }
+      keep = Partial_Content::Nothing;  // a part of a PDF is of no use
       break;
     }
-    case Report_Format::Html: file.write(QByteArray::fromStdString(test_report_html(made))); break;
-    case Report_Format::Text: file.write(QByteArray::fromStdString(test_report_text(made))); break;
+    case Report_Format::Html: content = QByteArray::fromStdString(test_report_html(made)); break;
+    case Report_Format::Text: content = QByteArray::fromStdString(test_report_text(made)); break;
   }
-  if (!file.commit()) {
-    morvane::raise(ErrorNumber::DeviceIoError, failure());
-  }
+  // The report replaces the chosen file only once it is whole on the disk; a link is followed.
+  replace_file(QFile::encodeName(path).toStdString(), std::string_view(content.constData(), size_t(content.size())),
+               {}, keep);
 }
 
 }  // namespace morvane

@@ -12,12 +12,14 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSaveFile>
+#include <QBuffer>
+#include <QFile>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <map>
 
 #include "core/error.h"
+#include "core/safe_file.h"
 #include "core/session.h"
 #include "dialogs.h"
 #include "export/export_output.h"
@@ -249,16 +251,15 @@ void Trend_Form::savePicture() {
                                                     suggestedFile(QStringLiteral(".png")), tr("PNG image (*.png)"));
   if (path.isEmpty()) return;  // cancelled
   const QImage picture = chart_->grab().toImage();
-  // Written beside the old file and renamed over it, so a failed write leaves no half picture.
-  QSaveFile file(path);
-  const auto failure = [&] {
-    return "the picture " + path.toStdString() + " (" + file.errorString().toStdString() + ")";
-  };
-  if (!file.open(QIODevice::WriteOnly)) {
-    morvane::raise(QFileInfo(path).absoluteDir().exists() ? ErrorNumber::PermissionDenied : ErrorNumber::PathNotFound,
-                   failure());
+  QByteArray content;
+  QBuffer buffer(&content);
+  buffer.open(QIODevice::WriteOnly);
+  if (!picture.save(&buffer, "PNG")) {
+    morvane::raise(ErrorNumber::DeviceIoError, "the picture " + path.toStdString() + " (cannot make the PNG image)");
   }
-  if (!picture.save(&file, "PNG") || !file.commit()) morvane::raise(ErrorNumber::DeviceIoError, failure());
+  // Replaces the chosen file only once the whole picture is on the disk; a link is followed.
+  replace_file(QFile::encodeName(path).toStdString(), std::string_view(content.constData(), size_t(content.size())),
+               {}, Partial_Content::Nothing);
 }
 
 void Trend_Form::saveText() {
@@ -274,8 +275,7 @@ void Trend_Form::saveText() {
     write_trend_table(series_, window.from, window.to, *output);
     output->finish();
   } catch (...) {
-    output->keep_partial();
-    throw;
+    output->abandon();
   }
 }
 

@@ -24,14 +24,24 @@ void add_file_options(CLI::App* command, FileOptions& options) {
 
 Configuration load_cli_configuration(const std::string& base, bool configuration_required) {
   if (!base.empty()) return load_configuration(base);
-  if (std::filesystem::exists(kBasePathFile)) return load_configuration_from_pointer("");
+  // A pointer file that cannot be examined (a loop of links, a folder that cannot be read) is
+  // read all the same, so that its error is the reader's, naming it.
+  std::error_code error;
+  if (std::filesystem::exists(kBasePathFile, error) || error) return load_configuration_from_pointer("");
   if (configuration_required) {
     throw CommandError("no configuration: give --base DIR or run where Morvane_Files.txt is");
   }
   return {};
 }
 
+namespace {
+std::string g_opened_file;
+}
+
+const std::string& opened_file() { return g_opened_file; }
+
 Session open_session(const FileOptions& options, bool configuration_required) {
+  g_opened_file = options.file;
   Session session;
   session.config = load_cli_configuration(options.base, configuration_required);
   session.Byte_Reverse = options.byte_reverse == "on";
@@ -48,6 +58,10 @@ void check_frame_number(const Session& session, int32_t frame) {
 
 Json colour_json(int red, int green, int blue) { return Json::array({red, green, blue}); }
 
-void print_json(const Json& json) { std::cout << json.dump(2) << '\n'; }
+std::string json_text(const Json& json, int indent) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+void print_json(const Json& json) { std::cout << json_text(json, 2) << '\n'; }
 
 }  // namespace morvane::cli

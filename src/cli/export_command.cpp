@@ -100,16 +100,20 @@ void run_export(const Export_Command& command, ExportOptions options) {
   const auto output = open_export_output(options.out, type, validation.request->delimiter, dialog.texts().sheet_name);
   const Export_Result result = dialog.write(session, *validation.request, *output);
   const char* type_name = type == Export_File_Type::Workbook ? "xlsx" : "text";
+  // With the export on standard output, the account of it goes to the error stream.
+  std::ostream& account = options.out == "-" ? std::cerr : std::cout;
   if (options.file.json) {
-    print_json(Json{{"out", options.out},
-                    {"file_type", type_name},
-                    {"from", validation.request->range.from},
-                    {"to", validation.request->range.to},
-                    {"lines", output->lines()},
-                    {"rows", result.rows}});
+    account << json_text(Json{{"out", options.out},
+                              {"file_type", type_name},
+                              {"from", validation.request->range.from},
+                              {"to", validation.request->range.to},
+                              {"lines", output->lines()},
+                              {"rows", result.rows}},
+                         2)
+            << '\n';
   } else {
-    std::cout << options.out << ": " << output->lines() << " lines (" << result.rows << " data rows, " << type_name
-              << ")\n";
+    account << options.out << ": " << output->lines() << " lines (" << result.rows << " data rows, " << type_name
+            << ")\n";
   }
 }
 
@@ -132,7 +136,7 @@ void add_export_command(CLI::App& app) {
         ->required()
         ->check(CLI::IsMember({"tab", "comma", "semicolon"}));
     sub->add_option("--format", options->format, "Data format")->required()->check(CLI::IsMember(command.formats));
-    sub->add_option("-o,--out", options->out, "Output file; a name ending in .xlsx writes a workbook")->required();
+    sub->add_option("-o,--out", options->out, "Output file (- for standard output); a name ending in .xlsx writes a workbook")->required();
     if (command.kind == Export_Kind::Housekeeping) {
       sub->add_option("--sensors", options->sensors, "Sensor columns: all, or numbers separated by commas");
     }

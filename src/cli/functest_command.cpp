@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // functest: the short form tests of a file as the selection list shows them, or the evaluation
 // of one of them as its view shows it, with a printable report.
-#include <fstream>
 #include <iostream>
 #include <memory>
 
@@ -9,6 +8,7 @@
 #include "commands.h"
 #include "functest/short_message_load.h"
 #include "functest/short_test.h"
+#include "core/safe_file.h"
 #include "functest/test_report.h"
 
 namespace morvane::cli {
@@ -145,9 +145,8 @@ void run_functest(const FunctestOptions& options) {
                                   list.Test_Count(), session.Current_Science_Index};
   const Test_Report report = make_test_report(test, source);
   if (!options.report.empty()) {
-    std::ofstream out(options.report, std::ios::binary);
-    out << (wants_html(options, options.report) ? test_report_html(report) : test_report_text(report));
-    if (!out) throw CommandError("cannot write the report " + options.report);
+    // Replaces the file only once the whole report is on the disk ("-" is standard output).
+    replace_file(options.report, wants_html(options, options.report) ? test_report_html(report) : test_report_text(report));
   }
   if (options.file.json) {
     print_json(evaluation_json(test, source));

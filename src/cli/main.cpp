@@ -7,19 +7,28 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "core/error.h"
+#include "core/system_error.h"
+#include "core/safe_file.h"
 
 int main(int argc, char** argv) {
   CLI::App app{"Morvane EGSE batch tool: decode telemetry files as the workstation shows them", "morvane-cli"};
   app.require_subcommand(1);
   app.set_version_flag("--version", "morvane-cli 0.1.0");
   morvane::cli::add_commands(app);
+  // An interrupted export or report leaves no temporary file behind.
+  morvane::remove_temporary_files_on_signals();
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     const int status = app.exit(error);
     return status == 0 ? 0 : 2;
   } catch (const morvane::RuntimeError& error) {
-    std::cerr << "error: " << error.message() << '\n';
+    // A decoder's error that names nothing (an overflow deep in a conversion) names the file.
+    const std::string& file = morvane::cli::opened_file();
+    std::cerr << "error: " << (error.detail().empty() ? morvane::naming_file(error, file) : error).message() << '\n';
+    return 1;
+  } catch (const std::filesystem::filesystem_error& error) {
+    std::cerr << "error: " << morvane::from_filesystem_error(error).message() << '\n';
     return 1;
   } catch (const std::exception& error) {
     std::cerr << "error: " << error.what() << '\n';

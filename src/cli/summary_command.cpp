@@ -40,14 +40,13 @@ Json counts_json(const Session& session) {
 }
 
 std::string entry_json(const Packet_Entry& e) {
-  return Json{{"packet_frame", e.Packet_Frame},
+  return json_text(Json{{"packet_frame", e.Packet_Frame},
               {"packet_length", e.Packet_Length},
               {"packet_position", e.Packet_Position},
               {"sequence_count", e.Sequence_Count},
               {"segment_flags", e.Segment_Flags},
               {"lander_time", e.Lander_Time},
-              {"label", label_text(e.Label)}}
-      .dump();
+              {"label", label_text(e.Label)}});
 }
 
 using LineFunction = std::string (*)(int32_t, const Packet_Entry&);
@@ -60,7 +59,7 @@ void stream_entries(std::ostream& out, const EntryList& list) {
 
 void stream_lines(std::ostream& out, const EntryList& list, LineFunction line) {
   out << '[';
-  for (int32_t i = 1; i <= list.size(); ++i) out << (i > 1 ? "," : "") << "\n      " << Json(line(i, list[i])).dump();
+  for (int32_t i = 1; i <= list.size(); ++i) out << (i > 1 ? "," : "") << "\n      " << json_text(line(i, list[i]));
   out << (list.empty() ? "]" : "\n    ]");
 }
 
@@ -73,7 +72,7 @@ void print_summary_json(const Session& session, bool counts_only) {
     print_json(head);
     return;
   }
-  std::string text = head.dump(2);
+  std::string text = json_text(head, 2);
   text.pop_back();  // the closing brace: the lists follow
   while (!text.empty() && text.back() == '\n') text.pop_back();
   std::ostream& out = std::cout;

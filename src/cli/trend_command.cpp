@@ -27,10 +27,10 @@ void run_trend(const TrendOptions& options) {
     std::cout << "{\n  \"sensors\": [";
     for (size_t s = 0; s < series.size(); ++s) {
       const Trend_Series& one = series[s];
-      std::cout << (s ? "," : "") << "\n    {\"number\": " << one.number << ", \"name\": " << Json(one.name).dump()
-                << ", \"unit\": " << Json(one.unit).dump() << ", \"points\": [";
+      std::cout << (s ? "," : "") << "\n    {\"number\": " << one.number << ", \"name\": " << json_text(one.name)
+                << ", \"unit\": " << json_text(one.unit) << ", \"points\": [";
       for (size_t p = 0; p < one.points.size(); ++p) {
-        std::cout << (p ? ", " : "") << '[' << one.points[p].first << ", " << Json(one.points[p].second).dump() << ']';
+        std::cout << (p ? ", " : "") << '[' << one.points[p].first << ", " << json_text(one.points[p].second) << ']';
       }
       std::cout << "]}";
     }

@@ -53,7 +53,7 @@ void classify_record(const ZebRecord& item, int32_t r, Catalogue& catalogue) {
       return;
     case 1852: {
       if (item[6] < INT16_MIN || item[6] > INT16_MAX) {
-        raise(ErrorNumber::Overflow, "ZEB record " + std::to_string(r) + ": segmentation flags " +
+        raise(ErrorNumber::Overflow, "ZEB record " + std::to_string(r) + " item 6: segmentation flags " +
                                          std::to_string(item[6]) + " do not fit 16 bits");
       }
       entry.Segment_Flags = static_cast<int16_t>(item[6]);

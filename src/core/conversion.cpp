@@ -2,8 +2,24 @@
 #include "core/conversion.h"
 
 #include "core/arithmetic.h"
+#include "core/windows_path.h"
 
 namespace morvane {
+
+namespace {
+
+// (C1 - C2) divides every reading of a pressure sensor: equal readings are named with their line.
+double pressure_divide(const Configuration& config, int k, double numerator) {
+  const Pressure_Record& record = config.pressure(k);
+  if (record.C1 == record.C2) {
+    raise(ErrorNumber::DivisionByZero,
+          config_path(config.Egse_Path, kPressureFile) + " line " + std::to_string(k + 1) + ": pressure sensor " +
+              std::to_string(k) + " has the same reading at atmosphere and at vacuum");
+  }
+  return numerator / (record.C1 - record.C2);
+}
+
+}  // namespace
 
 void Convert_Sensor(const Configuration& config, int s, double& voltage, double& value, std::string& unit) {
   value = 0;
@@ -11,14 +27,12 @@ void Convert_Sensor(const Configuration& config, int s, double& voltage, double&
     value = config.NType.NType_Lookup(voltage * 10000);
     unit = "oC";
   } else if (s >= 22 && s <= 25) {
-    const Pressure_Record& record = config.pressure(s - 21);
-    voltage = voltage * 10 - record.C2;
-    value = checked_divide(voltage, record.C1 - record.C2);
+    voltage = voltage * 10 - config.pressure(s - 21).C2;
+    value = pressure_divide(config, s - 21, voltage);
     unit = "bar";
   } else if (s == 26) {
-    const Pressure_Record& record = config.pressure(5);
-    voltage = voltage * 10 - record.C2;
-    value = checked_divide(voltage * 1000, record.C1 - record.C2);
+    voltage = voltage * 10 - config.pressure(5).C2;
+    value = pressure_divide(config, 5, voltage * 1000);
     unit = "mbar";
   } else {
     switch (s) {

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "core/error.h"
+#include "core/system_error.h"
+
+#include <cerrno>
+#include <cstring>
 
 namespace morvane {
 
 std::string error_description(ErrorNumber number) {
+  if (number == kDiskFull) return "Disk full";
   switch (number) {
     case ErrorNumber::InvalidProcedureCall: return "Invalid procedure call or argument";
     case ErrorNumber::Overflow: return "Overflow";
@@ -37,5 +42,33 @@ RuntimeError::RuntimeError(ErrorNumber number, std::string detail)
 std::string RuntimeError::message() const { return what(); }
 
 void raise(ErrorNumber number, std::string detail) { throw RuntimeError(number, std::move(detail)); }
+
+RuntimeError naming_file(const RuntimeError& error, const std::string& path) {
+  if (path.empty() || error.detail().find(path) != std::string::npos) return error;
+  const std::string detail = error.detail().empty() ? path : path + ": " + error.detail();
+  return RuntimeError(static_cast<ErrorNumber>(error.number()), detail);
+}
+
+RuntimeError system_error(int error, const std::string& detail, ErrorNumber otherwise) {
+  ErrorNumber number = otherwise;
+  switch (error) {
+    case EACCES: case EPERM: case EROFS: number = ErrorNumber::PermissionDenied; break;
+    case ENOSPC: case EDQUOT: case EFBIG: number = kDiskFull; break;
+    case ENOTDIR: case ELOOP: number = ErrorNumber::PathNotFound; break;
+    case EISDIR: number = ErrorNumber::BadFileName; break;
+    default: break;
+  }
+  const char* words = error == EFBIG ? "disk full: the file size limit is reached" : std::strerror(error);
+  if (number == kDiskFull && error != EFBIG) words = "disk full";
+  return RuntimeError(number, detail + " (" + words + ")");
+}
+
+void raise_system_error(int error, const std::string& detail, ErrorNumber otherwise) {
+  throw system_error(error, detail, otherwise);
+}
+
+RuntimeError from_filesystem_error(const std::filesystem::filesystem_error& error) {
+  return system_error(error.code().value(), error.path1().string(), ErrorNumber::PathNotFound);
+}
 
 }  // namespace morvane

@@ -3,12 +3,11 @@
 
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <sstream>
 
 #include "core/arithmetic.h"
 #include "core/error.h"
 #include "core/file_bytes.h"
+#include "core/input_file.h"
 #include "core/number_text.h"
 
 namespace morvane {
@@ -22,14 +21,7 @@ bool parse_number(std::string_view text, double& value) {
   return result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(value);
 }
 
-FreeFormatReader::FreeFormatReader(const std::string& path) : path_(path) {
-  file_length(path);  // names the path in the error when it is missing or a folder
-  std::ifstream in(path, std::ios::binary);
-  if (!in) raise(ErrorNumber::FileNotFound, path);
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  text_ = buffer.str();
-}
+FreeFormatReader::FreeFormatReader(const std::string& path) : path_(path), text_(read_whole_file(path)) {}
 
 FreeFormatReader::FreeFormatReader(std::string path, std::string text)
     : path_(std::move(path)), text_(std::move(text)) {}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/ntype_table.h"
 
+#include <algorithm>
 #include <string>
 
 #include "core/arithmetic.h"
@@ -24,20 +25,32 @@ void NTypeTable::set_points(const std::vector<std::pair<double, double>>& points
   auto X = [&](int i) { return x_[static_cast<size_t>(i)]; };
   auto Y = [&](int i) { return y_[static_cast<size_t>(i)]; };
   auto at = [](Column& c, int i) -> double& { return c[static_cast<size_t>(i)]; };
+  // Points are lines of the file: a repeated or falling value divides by zero somewhere.
+  auto divide = [](double numerator, double denominator, int first, int last, const char* what) {
+    if (denominator == 0.0) {
+      raise(ErrorNumber::DivisionByZero, "N-type points " + std::to_string(first) + " and " + std::to_string(last) +
+                                             " (lines " + std::to_string(first) + " and " + std::to_string(last) +
+                                             ") have the same " + what);
+    }
+    return numerator / denominator;
+  };
   auto segment_slope = [&](int i) {  // of the segment from point i to i + 1
-    return checked_divide(Y(i + 1) - Y(i), X(i + 1) - X(i));
+    return divide(Y(i + 1) - Y(i), X(i + 1) - X(i), i, i + 1, "x");
   };
   // Interior slopes weigh the two neighbouring segments; the ends take their one segment.
   at(slope_, 1) = segment_slope(1);
   at(slope_, n) = segment_slope(n - 1);
   for (int i = 2; i <= n - 1; ++i) {
     const double d1 = segment_slope(i - 1), d2 = segment_slope(i);
-    at(slope_, i) = checked_divide(d1 * (X(i + 1) - X(i)) + d2 * (X(i) - X(i - 1)), X(i + 1) - X(i - 1));
+    at(slope_, i) = divide(d1 * (X(i + 1) - X(i)) + d2 * (X(i) - X(i - 1)), X(i + 1) - X(i - 1), i - 1, i + 1, "x");
   }
-  for (int i = 1; i <= n; ++i) at(inverse_slope_, i) = checked_divide(1.0, at(slope_, i));
+  for (int i = 1; i <= n; ++i) {
+    const int next = i < n ? i + 1 : i - 1;
+    at(inverse_slope_, i) = divide(1.0, at(slope_, i), std::min(i, next), std::max(i, next), "y");
+  }
   for (int i = 1; i <= n - 1; ++i) {
-    at(curve_, i) = checked_divide(at(slope_, i + 1) - at(slope_, i), X(i + 1) - X(i));
-    at(inverse_curve_, i) = checked_divide(at(inverse_slope_, i + 1) - at(inverse_slope_, i), Y(i + 1) - Y(i));
+    at(curve_, i) = divide(at(slope_, i + 1) - at(slope_, i), X(i + 1) - X(i), i, i + 1, "x");
+    at(inverse_curve_, i) = divide(at(inverse_slope_, i + 1) - at(inverse_slope_, i), Y(i + 1) - Y(i), i, i + 1, "y");
   }
 }
 

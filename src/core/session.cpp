@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/error.h"
+#include "core/system_error.h"
 
 namespace morvane {
 
@@ -129,11 +130,11 @@ void load_telemetry(Session& session, const std::string& path, FileFormat format
   session.Packet_Count = session.file->Get_Packet_Count();
   try {
     if (session.Packet_Count > 0) Catalogue_File(session, progress);
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& error) {
     // Keep what was catalogued before the failure usable, then report it.
     Load_HK_Sensor_Data(session);
     Save_Catalogue_Counts(session);
-    throw;
+    throw naming_file(error, path);
   }
   Load_HK_Sensor_Data(session);
   Save_Catalogue_Counts(session);
@@ -145,8 +146,12 @@ bool extend_catalogue(Session& session) {
   const int32_t count = session.file->Get_Packet_Count();
   if (count <= session.Packet_Count) return false;
   session.Packet_Count = count;
-  Catalogue_File(session);
-  Load_HK_Sensor_Data(session);
+  try {
+    Catalogue_File(session);
+    Load_HK_Sensor_Data(session);
+  } catch (const RuntimeError& error) {
+    throw naming_file(error, session.File_Name);
+  }
   return true;
 }
 

@@ -102,7 +102,15 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
   uint64_t offset = starts_[static_cast<size_t>(first)];
   auto take = [&](const char* begin, const char* end) {
     ++item;
-    if (!parse_zeb_item(begin, end, items[static_cast<size_t>(item)])) raise_not_a_number(r, item, {begin, size_t(end - begin)});
+    const std::string_view token(begin, static_cast<size_t>(end - begin));
+    bool parsed = false;
+    try {
+      parsed = parse_zeb_item(begin, end, items[static_cast<size_t>(item)]);
+    } catch (const RuntimeError&) {
+      raise(ErrorNumber::Overflow, file_.path() + " record " + std::to_string(r) + " item " + std::to_string(item) +
+                                       ": " + std::string(token) + " does not fit 32 bits");
+    }
+    if (!parsed) raise_not_a_number(r, item, token);
     if (item == kZebItemsPerRecord) {
       visit(r, items);
       ++r;
@@ -156,7 +164,13 @@ uint8_t ZebText::packet_byte(int32_t r, int k) const {
   if (k < 0 || k / 2 + 9 > kZebItemsPerRecord) {
     raise(ErrorNumber::SubscriptOutOfRange, "packet byte " + std::to_string(k) + " lies beyond the ZEB record");
   }
-  return zeb_item_byte(record(r)[static_cast<size_t>(k / 2 + 9)], k % 2 == 0);
+  const int item = k / 2 + 9;
+  const int32_t value = record(r)[static_cast<size_t>(item)];
+  if (value < -65536 || value > 65535) {
+    raise(ErrorNumber::Overflow, file_.path() + " record " + std::to_string(r) + " item " + std::to_string(item) +
+                                     ": " + std::to_string(value) + " does not fit 16 bits");
+  }
+  return zeb_item_byte(value, k % 2 == 0);
 }
 
 }  // namespace morvane

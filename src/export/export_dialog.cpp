@@ -141,8 +141,7 @@ Export_Result Export_Dialog::write(Session& session, const Export_Request& reque
         break;
     }
   } catch (...) {
-    output.keep_partial();
-    throw;
+    output.abandon();
   }
   if (result.cancelled) {
     output.keep_partial();

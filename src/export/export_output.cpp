@@ -23,11 +23,20 @@ Export_File_Type export_file_type(std::string_view path) {
   return Export_File_Type::Workbook;
 }
 
+void Export_Output::abandon() {
+  keep_partial();
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    throw completed(error);
+  }
+}
+
 std::unique_ptr<Export_Output> open_export_output(const std::string& path, Export_File_Type type, char delimiter,
                                                   std::string_view sheet_name) {
   // The new content is renamed over the old file, which a folder allows whatever the file's
   // own permission; a file that could not be opened for output is refused all the same.
-  if (::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
+  if (path != "-" && ::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
     raise(ErrorNumber::PermissionDenied, path + ": " + std::strerror(errno));
   }
   if (type == Export_File_Type::Workbook) return std::make_unique<Workbook_Output>(path, sheet_name);

@@ -50,13 +50,13 @@ void Text_Output::keep_partial() noexcept {
   try {
     flush();
   } catch (...) {
-    // Whatever reached the file stays.
+    // Whatever whole lines reached the disk are kept.
   }
-  try {
-    file_.commit();
-  } catch (...) {
-    // The disk refuses even that; the chosen file keeps its old content.
-  }
+  partial_path_ = file_.keep_partial(Partial_Content::Whole_Lines);
+}
+
+RuntimeError Text_Output::completed(const RuntimeError& error) const {
+  return write_failure(error, file_, partial_path_);
 }
 
 }  // namespace morvane

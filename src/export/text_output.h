@@ -25,6 +25,7 @@ class Text_Output final : public Export_Output {
   void keep_partial() noexcept override;
 
  private:
+  RuntimeError completed(const RuntimeError& error) const override;
   void cell(std::string_view shown);
   void flush();
 

@@ -3,30 +3,45 @@
 
 #include <xlsxwriter.h>
 
+#include <cerrno>
 #include <filesystem>
+#include <fstream>
 
 #include "core/error.h"
+#include "core/system_error.h"
 
 namespace morvane {
 
 namespace {
 
-void check(lxw_error error, const std::string& path) {
-  if (error != LXW_NO_ERROR) raise(ErrorNumber::DeviceIoError, path + ": " + lxw_strerror(error));
+// The library reports its own error numbers; a full disk shows through errno.
+void check(lxw_error error, const std::string& path, const std::string& folder) {
+  if (error == LXW_NO_ERROR) return;
+  const int system_error = errno;
+  if (system_error == ENOSPC || system_error == EDQUOT || system_error == EFBIG) {
+    raise_system_error(system_error, path + ": " + lxw_strerror(error) + ", in the folder " + folder);
+  }
+  raise(ErrorNumber::DeviceIoError, path + ": " + lxw_strerror(error));
 }
 
 }  // namespace
 
 Workbook_Output::Workbook_Output(const std::string& path, std::string_view sheet_name)
     : Export_Output(path), file_(path) {
-  const std::filesystem::path target(path);
+  std::string made_at = file_.temporary_path();
+  if (file_.direct()) {
+    const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "morvane-workbook.xlsx";
+    scratch_ = std::make_unique<Replacement_File>(scratch.string());
+    made_at = scratch_->temporary_path();
+  }
+  const std::filesystem::path target(made_at);
   folder_ = target.has_parent_path() ? target.parent_path().string() : ".";
   // The sheet's rows wait in a file of the chosen folder, which takes them anyway, rather than
   // in /tmp, which may be memory.
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.tmpdir = folder_.data();
-  workbook_ = workbook_new_opt(file_.temporary_path().c_str(), &options);
+  workbook_ = workbook_new_opt(made_at.c_str(), &options);
   if (workbook_ == nullptr) raise(ErrorNumber::DeviceIoError, path + ": cannot start the workbook");
   sheet_ = workbook_add_worksheet(workbook_, std::string(sheet_name).c_str());
   if (sheet_ == nullptr) {
@@ -81,9 +96,9 @@ void Workbook_Output::end_line(bool) {
     const Cell& cell = cells_[c];
     const auto column = static_cast<lxw_col_t>(c);
     if (cell.kind == Cell::Text) {
-      check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path());
+      check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path(), folder_);
     } else if (cell.kind == Cell::Number) {
-      check(worksheet_write_number(sheet_, row_, column, cell.value, format_for(cell.text)), path());
+      check(worksheet_write_number(sheet_, row_, column, cell.value, format_for(cell.text)), path(), folder_);
     }
   }
   cell_count_ = 0;
@@ -94,23 +109,40 @@ void Workbook_Output::end_line(bool) {
 void Workbook_Output::close() {
   lxw_workbook* workbook = workbook_;
   workbook_ = nullptr;  // workbook_close frees it, whatever it returns
-  check(workbook_close(workbook), path());
+  check(workbook_close(workbook), path(), folder_);
 }
 
 void Workbook_Output::finish() {
   cell_count_ = 0;
   close();
+  if (scratch_) {
+    std::ifstream made(scratch_->temporary_path(), std::ios::binary);
+    std::vector<char> buffer(1 << 20);
+    while (made.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || made.gcount() > 0) {
+      file_.write(std::string_view(buffer.data(), static_cast<size_t>(made.gcount())));
+    }
+    if (made.bad()) raise(ErrorNumber::DeviceIoError, path() + ": cannot read back the workbook made for it");
+    scratch_.reset();
+  }
   file_.commit();
 }
 
 void Workbook_Output::keep_partial() noexcept {
   cell_count_ = 0;
+  bool closed = workbook_ == nullptr;
   try {
     if (workbook_ != nullptr) close();
-    file_.commit();
+    closed = true;
   } catch (...) {
-    // The disk refuses the workbook; the chosen file keeps its old content.
+    // The disk refuses the workbook: there is nothing whole to keep.
+    closed = false;
   }
+  scratch_.reset();
+  partial_path_ = file_.keep_partial(closed ? Partial_Content::Everything : Partial_Content::Nothing);
+}
+
+RuntimeError Workbook_Output::completed(const RuntimeError& error) const {
+  return write_failure(error, file_, partial_path_);
 }
 
 }  // namespace morvane

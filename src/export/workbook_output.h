@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,8 @@ namespace morvane {
 // A line's cells go to the sheet when it ends, so a line cut short by an error is not written.
 // Rows are written in order and kept on disk (libxlsxwriter's constant-memory mode), so a sheet
 // of a million rows takes little memory; a sheet's limits (1048576 rows, 16384 columns) are
-// "Subscript out of range".
+// "Subscript out of range". A workbook for a direct destination (standard output, a pipe) is
+// made in the temporary folder and copied there when it is complete.
 class Workbook_Output final : public Export_Output {
  public:
   Workbook_Output(const std::string& path, std::string_view sheet_name);
@@ -34,6 +36,7 @@ class Workbook_Output final : public Export_Output {
   void keep_partial() noexcept override;
 
  private:
+  RuntimeError completed(const RuntimeError& error) const override;
   struct Cell {
     enum Kind { Text, Number, Empty } kind = Empty;
     double value = 0;
@@ -44,6 +47,9 @@ class Workbook_Output final : public Export_Output {
   void close();
 
   Replacement_File file_;
+  // A workbook for standard output, a pipe or a device is made here first: a zip is written by
+  // name and in no fixed order.
+  std::unique_ptr<Replacement_File> scratch_;
   std::string folder_;
   lxw_workbook* workbook_ = nullptr;
   lxw_worksheet* sheet_ = nullptr;

@@ -9,6 +9,8 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QProgressDialog>
+#include <QTimer>
 
 #include "../export/export_fixture.h"
 #include "app_fixture.h"
@@ -199,10 +201,39 @@ TEST_F(ExportFormTest, ARunTimeErrorIsShownAndTheDialogStays) {
   ASSERT_TRUE(window->loadFile(FileFormat::QM, write_frames("bad.qm", writer)));
   Export_Form* form = open(ViewKind::ExportSpectra);
   ASSERT_NE(form, nullptr);
+  testing::write_file(dir.path("spectra.txt"), "a previous export\r\n");
   exportTo(form, "spectra.txt");
   EXPECT_TRUE(one_message("Subscript out of range"));
   EXPECT_TRUE(dialogs.messages[0].contains("; Error number 9")) << dialogs.messages[0].toStdString();
+  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(dir.path("spectra.txt") + " is left as it was")));
+  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "a previous export\r\n");
   EXPECT_EQ(window->view(ViewKind::ExportSpectra), form);
+}
+
+TEST_F(ExportFormTest, AnExportThroughALinkReplacesItsTargetAndACancelKeepsTheLinesBesideIt) {
+  std::filesystem::create_directory(dir.path("exports"));
+  testing::write_file(dir.path("exports/hk.txt"), "a previous export\r\n");
+  std::filesystem::create_symlink("exports/hk.txt", dir.path("latest.txt"));
+  Export_Form* hk = open(ViewKind::ExportHousekeeping);
+  exportTo(hk, "latest.txt");
+  EXPECT_TRUE(no_message());
+  EXPECT_TRUE(std::filesystem::is_symlink(dir.path("latest.txt")));
+  const std::string exported = testing::read_file(dir.path("exports/hk.txt"));
+  EXPECT_EQ(exported.substr(0, 23), "Housekeeping - Raw data");
+
+  // Cancelled at the first progress report: the file stays, the lines so far are beside it.
+  QTimer cancel;
+  QObject::connect(&cancel, &QTimer::timeout, [&] {
+    if (auto* progress = hk->findChild<QProgressDialog*>("ExportProgress")) progress->cancel();
+  });
+  cancel.start(0);
+  exportTo(hk, "exports/hk.txt");
+  cancel.stop();
+  EXPECT_EQ(testing::read_file(dir.path("exports/hk.txt")), exported);
+  ASSERT_TRUE(one_message("Export cancelled: "));
+  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(dir.path("exports/hk.partial.txt"))));
+  const std::string kept = testing::read_file(dir.path("exports/hk.partial.txt"));
+  EXPECT_EQ(exported.substr(0, kept.size()), kept);
 }
 
 }  // namespace

@@ -7,7 +7,10 @@
 #include <QTimer>
 
 #include "app_fixture.h"
+#include <filesystem>
+
 #include "housekeeping_form.h"
+#include "live_follow.h"
 #include "raw_view.h"
 #include "summary_view.h"
 
@@ -91,6 +94,51 @@ TEST_F(LiveFollow, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsP
   EXPECT_EQ(housekeeping->headerText("HK Packet number"), "6");
   EXPECT_FALSE(housekeeping->showingRegisters());
   EXPECT_TRUE(no_message());
+}
+
+TEST_F(LiveFollow, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
+  write_log(frames(4));
+  window->startCollection();
+  ASSERT_EQ(window->session().Packet_Count, 4);
+  // The ground station starts a new log: written beside the old one and renamed over it.
+  testing::write_bytes(dir.path("new.dat"), frames(2).bytes());
+  std::filesystem::rename(dir.path("new.dat"), log());
+  window->Timer1_Timer();
+  ASSERT_TRUE(one_message("The log file "));
+  EXPECT_TRUE(dialogs.messages[0].contains("was replaced by a new file: collection starts again from its first frame"));
+  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(log())));
+  EXPECT_TRUE(window->isCollecting());
+  EXPECT_TRUE(window->collectionTimer()->isActive());
+  EXPECT_EQ(window->session().Packet_Count, 2);  // as a stop and a start would find it
+  EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
+
+  grow_log(frames(3));  // the new log then grows as any other
+  EXPECT_EQ(window->session().Packet_Count, 3);
+  EXPECT_EQ(dialogs.messages.size(), 1u);
+}
+
+TEST_F(LiveFollow, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBack) {
+  write_log(frames(4));
+  window->startCollection();
+  std::filesystem::remove(log());
+  window->Timer1_Timer();
+  window->Timer1_Timer();  // said once
+  ASSERT_TRUE(one_message("The log file "));
+  EXPECT_TRUE(dialogs.messages[0].contains("was deleted: collection waits for it to return"));
+  auto* follow = window->findChild<Live_Follow*>();
+  ASSERT_NE(follow, nullptr);
+  EXPECT_TRUE(follow->waiting());
+  EXPECT_TRUE(window->isCollecting());
+  EXPECT_EQ(window->session().Packet_Count, 4);  // the catalogue stays for browsing
+
+  grow_log(frames(1));
+  ASSERT_EQ(dialogs.messages.size(), 2u);
+  EXPECT_TRUE(dialogs.messages[1].contains("is back: collection starts again from its first frame"));
+  EXPECT_FALSE(follow->waiting());
+  EXPECT_EQ(window->session().Packet_Count, 1);
+  grow_log(frames(2));
+  EXPECT_EQ(window->session().Packet_Count, 2);
+  EXPECT_EQ(dialogs.messages.size(), 2u);
 }
 
 TEST_F(LiveFollow, AMissingLogIsReportedAndCollectionDoesNotStart) {

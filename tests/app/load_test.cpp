@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include "app_fixture.h"
+#include "mutated_files.h"
 #include "background_pass.h"
 #include "core/error.h"
 #include "summary_view.h"
@@ -126,6 +127,17 @@ TEST_F(BadFiles, TruncatedAndOverlongFilesLoadAndEveryWindowCopes) {
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
   load_and_open_everything(FileFormat::CSS, "long.css");
   EXPECT_EQ(window->session().catalogue.HK_List[1].Packet_Length, 0xFFFF + 7);
+}
+
+TEST_F(BadFiles, DamagedFilesOfEveryFormatLoadAndEveryWindowCopes) {
+  std::filesystem::create_directory(dir.path("files"));
+  for (const FileFormat format : testing::kAllFormats) {
+    for (const testing::Mutant& mutant : testing::write_mutants(dir.path("files"), format, 5)) {
+      SCOPED_TRACE(mutant.how);
+      load_and_open_everything(format, "files/" + std::filesystem::path(mutant.path).filename().string());
+      dialogs.messages.clear();  // a message at worst
+    }
+  }
 }
 
 TEST_F(BadFiles, AFileThatCannotBeOpenedIsReportedAndTheOneBeforeStillShows) {

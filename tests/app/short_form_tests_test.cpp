@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <filesystem>
 
 #include "app_fixture.h"
 #include "functest/short_message_load.h"
@@ -157,6 +158,22 @@ TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrTextAndPrintsOnThePrinterChosen)
   dialogs.files.push_back(QString::fromStdString(dir.path("no such folder/report.txt")));
   QTest::mouseClick(view->saveButton(), Qt::LeftButton);
   EXPECT_TRUE(one_message("Path not found"));
+}
+
+TEST_F(ShortFormTests, AReportSavedThroughALinkReplacesItsTargetAndALinkStays) {
+  ShortTest* view = open_test("mnuTest_Cruise_Phase_mode", 1);
+  ASSERT_NE(view, nullptr);
+  std::filesystem::create_directory(dir.path("reports"));
+  testing::write_file(dir.path("reports/latest.txt"), "an older report\n");
+  std::filesystem::create_symlink("reports/latest.txt", dir.path("report.txt"));
+  dialogs.files.push_back(QString::fromStdString(dir.path("report.txt")));
+  QTest::mouseClick(view->saveButton(), Qt::LeftButton);
+  EXPECT_TRUE(no_message());
+  EXPECT_TRUE(std::filesystem::is_symlink(dir.path("report.txt")));
+  EXPECT_EQ(testing::read_file(dir.path("reports/latest.txt")), test_report_text(view->report()));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path("reports")),
+                          std::filesystem::directory_iterator()),
+            1);
 }
 
 }  // namespace

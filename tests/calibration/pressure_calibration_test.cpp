@@ -111,7 +111,7 @@ TEST_F(CalibrationTest, AShorterDefaultTableChangesWhatAcceptWrites) {
   EXPECT_EQ(testing::read_file(pressure_file()), " 3\r\n22, 50,  10\r\n23, 51,  11\r\n24, 52,  12\r\n");
 }
 
-TEST_F(CalibrationTest, AnInterruptedRewriteLeavesTheOldFileIntact) {
+TEST_F(CalibrationTest, AFullDiskLeavesTheOldFileIntactAndKeepsTheWholeLinesWrittenBesideIt) {
   // The disk fills up after the first few bytes.
   int calls = 0;
   Calibration editor(config, [&calls](int fd, const void* data, size_t size) -> ssize_t {
@@ -127,10 +127,17 @@ TEST_F(CalibrationTest, AnInterruptedRewriteLeavesTheOldFileIntact) {
     editor.answer(true);
     FAIL() << "no error";
   } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.number(), 57);
-    EXPECT_NE(error.detail().find("Pressure Sensors.txt"), std::string::npos) << error.detail();
+    EXPECT_EQ(error.number(), 61);
+    EXPECT_EQ(error.description(), "Disk full");
+    EXPECT_NE(error.detail().find("Pressure Sensors.txt: cannot write the new file after 8 bytes"), std::string::npos)
+        << error.detail();
+    EXPECT_NE(error.detail().find("Pressure Sensors.txt is left as it was; the lines written so far are in "),
+              std::string::npos)
+        << error.detail();
+    EXPECT_NE(error.detail().find("Pressure Sensors.partial.txt"), std::string::npos) << error.detail();
   }
   EXPECT_EQ(testing::read_file(pressure_file()), saved);
+  EXPECT_EQ(testing::read_file(partial_path(pressure_file())), " 3\r\n");  // the count, the one whole line
   EXPECT_FALSE(editor.closed());  // the dialog stays open: Cancel or another Accept
 }
 

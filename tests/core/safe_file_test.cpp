@@ -9,8 +9,16 @@
 #include <cerrno>
 #include <filesystem>
 
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <thread>
+
+#include "child_process.h"
 #include "core/error.h"
 #include "test_files.h"
+#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -99,6 +107,201 @@ TEST(SafeFile, AReadOnlyFolderIsAClearError) {
   EXPECT_EQ(error_number_of([&] { replace_file(dir.path("locked/cal.txt"), "new\n"); }), 70);
   fs::permissions(dir.path("locked"), fs::perms(0755));
   EXPECT_EQ(testing::read_file(dir.path("locked/cal.txt")), "old\n");
+}
+
+std::vector<std::string> names_in(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// A disk that takes `room` bytes, then reports itself full.
+Write_Function disk_with_room(size_t room) {
+  auto left = std::make_shared<size_t>(room);
+  return [left](int fd, const void* data, size_t size) -> ssize_t {
+    if (*left == 0) {
+      errno = ENOSPC;
+      return -1;
+    }
+    const ssize_t written = ::write(fd, data, std::min(size, *left));
+    if (written > 0) *left -= static_cast<size_t>(written);
+    return written;
+  };
+}
+
+TEST(SafeFile, AFullDiskLeavesTheOldFileAndKeepsTheWholeLinesWrittenBesideIt) {
+  testing::TempDir dir;
+  const std::string path = dir.path("export.txt");
+  testing::write_file(path, "old\n");
+  const testing::Thrown error =
+      testing::thrown([&] { replace_file(path, "line 1\r\nline 2\r\nline 3\r\n", disk_with_room(12)); });
+  EXPECT_EQ(error.number, 61);
+  EXPECT_PRED2(testing::contains, error.message, "Disk full: " + path);
+  EXPECT_PRED2(testing::contains, error.message, "disk full");
+  EXPECT_PRED2(testing::contains, error.message, "in the folder " + dir.root());
+  EXPECT_PRED2(testing::contains, error.message, path + " is left as it was");
+  EXPECT_PRED2(testing::contains, error.message, "the lines written so far are in " + dir.path("export.partial.txt"));
+  EXPECT_EQ(testing::read_file(path), "old\n");
+  EXPECT_EQ(testing::read_file(dir.path("export.partial.txt")), "line 1\r\n");  // "line 2" was cut
+  EXPECT_EQ(names_in(dir.root()), (std::vector<std::string>{"export.partial.txt", "export.txt"}));
+}
+
+TEST(SafeFile, APartialFileIsNamedAfterTheChosenOne) {
+  EXPECT_EQ(partial_path("/a/b/out.txt"), "/a/b/out.partial.txt");
+  EXPECT_EQ(partial_path("out.tar.gz"), "out.tar.partial.gz");
+  EXPECT_EQ(partial_path("/a/report"), "/a/report.partial");
+  EXPECT_EQ(partial_path("/a/.hidden"), "/a/.hidden.partial");
+}
+
+TEST(SafeFile, NothingIsKeptWhenNothingWholeWasWrittenOrTheContentIsBinary) {
+  testing::TempDir dir;
+  const std::string path = dir.path("report.pdf");
+  testing::write_file(path, "old\n");
+  EXPECT_EQ(testing::thrown([&] { replace_file(path, "no line break yet", disk_with_room(5)); }).number, 61);
+  EXPECT_EQ(testing::thrown([&] {
+              replace_file(path, "%PDF\nbinary\n", disk_with_room(8), Partial_Content::Nothing);
+            }).number,
+            61);
+  EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"report.pdf"});
+  EXPECT_EQ(testing::read_file(path), "old\n");
+}
+
+TEST(SafeFile, ALinkIsFollowedAndStaysALink) {
+  testing::TempDir dir;
+  fs::create_directory(dir.path("real"));
+  testing::write_file(dir.path("real/data.txt"), "old\n");
+  fs::create_symlink("real/data.txt", dir.path("link.txt"));
+  fs::create_symlink("link.txt", dir.path("link2.txt"));  // a link to a link
+  replace_file(dir.path("link2.txt"), "new\n");
+  EXPECT_TRUE(fs::is_symlink(dir.path("link.txt")));
+  EXPECT_TRUE(fs::is_symlink(dir.path("link2.txt")));
+  EXPECT_EQ(testing::read_file(dir.path("real/data.txt")), "new\n");
+  EXPECT_EQ(names_in(dir.path("real")), std::vector<std::string>{"data.txt"});
+
+  fs::create_symlink("real/new.txt", dir.path("dangling.txt"));  // a link to a file not yet made
+  replace_file(dir.path("dangling.txt"), "made\n");
+  EXPECT_TRUE(fs::is_symlink(dir.path("dangling.txt")));
+  EXPECT_EQ(testing::read_file(dir.path("real/new.txt")), "made\n");
+}
+
+TEST(SafeFile, ALoopOfLinksAndAFolderAreClearErrors) {
+  testing::TempDir dir;
+  fs::create_symlink("b", dir.path("a"));
+  fs::create_symlink("a", dir.path("b"));
+  const testing::Thrown loop = testing::thrown([&] { replace_file(dir.path("a"), "x"); });
+  EXPECT_EQ(loop.number, 76);
+  EXPECT_PRED2(testing::contains, loop.message, dir.path("a"));
+  const testing::Thrown folder = testing::thrown([&] { replace_file(dir.root(), "x"); });
+  EXPECT_EQ(folder.number, 52);
+  EXPECT_PRED2(testing::contains, folder.message, dir.root() + " is a folder");
+}
+
+TEST(SafeFile, APipeIsWrittenInPlaceAndInOrder) {
+  testing::TempDir dir;
+  const std::string pipe = dir.path("pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  std::string received;
+  std::thread reader([&] { received = testing::read_file(pipe); });
+  {
+    Replacement_File file(pipe);
+    EXPECT_TRUE(file.direct());
+    EXPECT_TRUE(file.temporary_path().empty());
+    for (int i = 1; i <= 1000; ++i) file.write("line " + std::to_string(i) + "\n");
+    file.commit();
+  }
+  reader.join();
+  std::string expected;
+  for (int i = 1; i <= 1000; ++i) expected += "line " + std::to_string(i) + "\n";
+  EXPECT_EQ(received, expected);
+  EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
+  EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"pipe"});
+}
+
+TEST(SafeFile, ADeviceAndStandardOutputAreWrittenInPlace) {
+  Replacement_File null_device("/dev/null");
+  EXPECT_TRUE(null_device.direct());
+  null_device.write("nothing\n");
+  null_device.commit();
+  EXPECT_EQ(fs::status("/dev/null").type(), fs::file_type::character);
+
+  testing::TempDir dir;
+  const int saved = ::dup(STDOUT_FILENO);
+  const int capture = ::open(dir.path("out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  ::dup2(capture, STDOUT_FILENO);
+  {
+    Replacement_File standard_output("-");
+    standard_output.write("to standard output\n");
+    standard_output.commit();
+  }
+  ::dup2(saved, STDOUT_FILENO);
+  ::close(saved);
+  ::close(capture);
+  EXPECT_EQ(testing::read_file(dir.path("out")), "to standard output\n");
+  EXPECT_FALSE(fs::exists(dir.path("-")));
+}
+
+TEST(SafeFile, TemporaryFilesHaveARecognisableNameAndStaleOnesAreRemoved) {
+  testing::TempDir dir;
+  const std::string path = dir.path("export.txt");
+  testing::write_file(path, "old\n");
+  // A writer killed in the middle of its write leaves its temporary file, and the old file whole.
+  const testing::ChildEnd killed = testing::in_child([&] {
+    Replacement_File file(path);
+    file.write("the first lines\n");
+    ::raise(SIGKILL);
+  });
+  EXPECT_EQ(killed.signal, SIGKILL);
+  EXPECT_EQ(testing::read_file(path), "old\n");
+  const std::vector<std::string> left = names_in(dir.root());
+  ASSERT_EQ(left.size(), 2u);
+  EXPECT_EQ(left[0].rfind(".export.txt.morvane-tmp-", 0), 0u) << left[0];
+
+  // A temporary of a writer still running (this process's parent stands for one) is kept.
+  const std::string live = dir.path(".export.txt.morvane-tmp-" + std::to_string(::getppid()) + "-abcdef");
+  testing::write_file(live, "being written\n");
+  replace_file(path, "new\n");
+  EXPECT_EQ(testing::read_file(path), "new\n");
+  EXPECT_EQ(names_in(dir.root()), (std::vector<std::string>{fs::path(live).filename().string(), "export.txt"}));
+}
+
+TEST(SafeFile, ASignalRemovesTheTemporaryFilesOfTheWritesUnderWay) {
+  testing::TempDir dir;
+  const std::string path = dir.path("export.txt");
+  testing::write_file(path, "old\n");
+  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
+    const testing::ChildEnd end = testing::in_child([&] {
+      remove_temporary_files_on_signals();
+      Replacement_File first(path);
+      Replacement_File second(dir.path("other.txt"));
+      first.write("part\n");
+      ::raise(signal_number);
+    });
+    EXPECT_EQ(end.signal, signal_number);  // the process still ends by the signal
+    EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"export.txt"});
+    EXPECT_EQ(testing::read_file(path), "old\n");
+  }
+}
+
+TEST(SafeFile, AFileSizeLimitIsADiskFullThatLeavesTheOldFile) {
+  testing::TempDir dir;
+  const std::string path = dir.path("cal.txt");
+  testing::write_file(path, "old\n");
+  std::string content;
+  for (int i = 0; i < 20000; ++i) content += "22, 1234.5,  56.25\r\n";
+  const testing::ChildEnd end = testing::in_child([&] {
+    testing::limit_file_size(64 * 1024);
+    replace_file(path, content);
+  });
+  EXPECT_EQ(end.exit_status, 1);
+  EXPECT_PRED2(testing::contains, end.error, "Disk full: " + path);
+  EXPECT_PRED2(testing::contains, end.error, "; Error number 61");
+  EXPECT_EQ(testing::read_file(path), "old\n");
+  const std::string kept = testing::read_file(dir.path("cal.partial.txt"));
+  EXPECT_GT(kept.size(), 0u);
+  EXPECT_LE(kept.size(), 64u * 1024);
+  EXPECT_EQ(kept, content.substr(0, kept.size()));
+  EXPECT_EQ(kept.back(), '\n');
 }
 
 }  // namespace

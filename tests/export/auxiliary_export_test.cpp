@@ -85,7 +85,8 @@ TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeI
   const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, ',', "Sheet");
   EXPECT_THROW(write_auxiliary(session, {{1, 2}, Aux_Format::ADC, 0}, *output), RuntimeError);
   output->keep_partial();
-  EXPECT_EQ(testing::read_file(dir.path("out.txt")),
+  EXPECT_FALSE(std::filesystem::exists(dir.path("out.txt")));
+  EXPECT_EQ(testing::read_file(dir.path("out.partial.txt")),
             "Auxiliary data - ADC values\r\n"
             "Science number,Lander time(s),Chan. ID,Component,Word,\r\n"
             "\r\n"

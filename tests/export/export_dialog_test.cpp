@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "core/safe_file.h"
 #include "export_fixture.h"
 #include "thrown.h"
 
@@ -121,7 +122,7 @@ TEST_F(ExportDialog, AFinishedExportReplacesTheFileAndLeavesNothingElse) {
   EXPECT_EQ(files_in(dir.path("out")), 1);
 }
 
-TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFar) {
+TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFarBesideTheChosenFile) {
   for (const char* name : {"hk.txt", "hk.xlsx"}) {
     Export_Dialog dialog(Export_Kind::Housekeeping, session);
     dialog.sensors.assign(36, false);
@@ -139,25 +140,29 @@ TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFar) {
     EXPECT_EQ(reports, (std::vector<int64_t>{0, 1, 2}));
     const std::string kept = "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n     \tseconds\t\r\n\r\n"
                              "1\t1000\t\r\n2\t1001\t\r\n";
+    EXPECT_EQ(output->partial_path(), partial_path(path));
+    EXPECT_FALSE(std::filesystem::exists(path));  // the chosen name is never a fragment
     if (export_file_type(path) == Export_File_Type::Workbook) {
-      EXPECT_EQ(testing::read_sheet(path).size(), 6u);
+      EXPECT_EQ(testing::read_sheet(output->partial_path()).size(), 6u);
     } else {
-      EXPECT_EQ(testing::read_file(path), kept);
+      EXPECT_EQ(testing::read_file(output->partial_path()), kept);
     }
   }
-  EXPECT_EQ(files_in(dir.root()), 4);  // base, t.dat and the two exports
+  EXPECT_EQ(files_in(dir.root()), 4);  // base, t.dat and the two partial exports
 }
 
-TEST_F(ExportDialog, AnErrorKeepsTheLinesWrittenSoFarAndIsRethrown) {
+TEST_F(ExportDialog, AnErrorLeavesThePreviousFileAndIsRethrownSayingSo) {
   // The second spectrum's sub-packet writes past bin 1024: the spectra are read before any line.
   load({isotope_packet({2, 0, {0x10}}), isotope_packet({2, 1024, {0x10, 0x10}})});
   testing::write_file(dir.path("spectra.txt"), "old\n");
   Export_Dialog dialog(Export_Kind::Spectra, session);
   const auto request = dialog.Command1_Click().request;
   const auto output = dialog.open_output(dir.path("spectra.txt"), Export_File_Type::Delimited_Text, *request);
-  EXPECT_PRED2(testing::contains, testing::thrown([&] { dialog.write(session, *request, *output); }).message,
-               "; Error number 9");
-  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "");
+  const std::string message = testing::thrown([&] { dialog.write(session, *request, *output); }).message;
+  EXPECT_PRED2(testing::contains, message, "; Error number 9");
+  EXPECT_PRED2(testing::contains, message, dir.path("spectra.txt") + " is left as it was");
+  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "old\n");
+  EXPECT_FALSE(std::filesystem::exists(dir.path("spectra.partial.txt")));  // no line was written
 }
 
 }  // namespace

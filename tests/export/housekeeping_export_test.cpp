@@ -89,7 +89,8 @@ TEST_F(HousekeepingExport, AFailingConversionEndsTheExportAfterTheHeadings) {
           .number,
       11);
   output->keep_partial();
-  EXPECT_EQ(testing::read_file(dir.path("out.txt")),
+  EXPECT_FALSE(std::filesystem::exists(dir.path("out.txt")));
+  EXPECT_EQ(testing::read_file(dir.path("out.partial.txt")),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
             "HK number\tLander time\tPressure 1\tDocking Stn\t\r\n"
             "     \tseconds\tbar\tmm\t\r\n"

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/error.h"
 #include "export/line_sink.h"
 
 namespace morvane {
@@ -16,9 +17,11 @@ enum class Export_File_Type { Delimited_Text, Workbook };
 // Workbook for a name ending in ".xlsx" (any letter case), delimited text otherwise.
 Export_File_Type export_file_type(std::string_view path);
 
-// The file an export writes. The content goes to a hidden file beside the chosen one and takes
-// the chosen name when the export ends, so an existing file is replaced only by a finished
-// export or by the lines written before an error or a cancel, never half-way through a write.
+// The file an export writes, by the destination rules of Replacement_File: "-" is standard
+// output, a link is followed, a pipe or a device is written in place, a regular file is written
+// beside its target under a temporary name and takes the target's name only when the export
+// ends. An error or a cancel never touches the target: the whole lines written so far are kept
+// beside it as NAME.partial.EXT.
 class Export_Output : public Line_Sink {
  public:
   explicit Export_Output(std::string path) : path_(std::move(path)) {}
@@ -28,12 +31,22 @@ class Export_Output : public Line_Sink {
 
   // Completes the file under its chosen name; a failing disk is a RuntimeError naming it.
   virtual void finish() = 0;
-  // After an error or a cancel: the lines written so far go under the chosen name, as far as
-  // the disk lets them. Never throws.
+  // After an error or a cancel: the lines written so far go beside the chosen file as
+  // NAME.partial.EXT, as far as the disk lets them (see partial_path()). Never throws.
   virtual void keep_partial() noexcept = 0;
+  // Where keep_partial() kept the lines, or empty when it kept none.
+  const std::string& partial_path() const { return partial_path_; }
+
+  // Called in a catch block: keeps the lines written so far and throws the error again; a
+  // run-time error then also says that the chosen file is unchanged and where the lines are.
+  [[noreturn]] void abandon();
 
  protected:
+  // The run-time error of a failed export, completed as abandon() completes it.
+  virtual RuntimeError completed(const RuntimeError& error) const = 0;
+
   long long lines_ = 0;
+  std::string partial_path_;
 
  private:
   std::string path_;

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// Where the batch tool writes (-o, --report) and what it reads: "-" is standard output, a link is
+// followed, a pipe is written in place, a folder is an error; a full disk or a signal leaves the
+// previous file and no temporary file; inputs that are not regular files are refused at once; JSON
+// stays valid whatever the bytes of a name.
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "core/configuration.h"
+#include "limited_run.h"
+#include "core/windows_path.h"
+#include "sim/config_writer.h"
+#include "sim/telemetry_writer.h"
+#include "test_files.h"
+
+extern char** environ;
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::FrameWriter;
+using testing::Packet;
+
+constexpr const char* kCli = "src/cli/morvane-cli";
+constexpr const char* kOld = "the previous export\r\n";
+
+std::vector<std::string> names_in(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class WriteDestinations : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    base = sim::write_configuration(dir.path("base"));
+    sim::Telemetry_Options options;
+    options.format = FileFormat::QM;
+    options.frames = 4000;
+    sim::write_telemetry(file, options);
+    fs::create_directory(dir.path("out"));
+  }
+  std::vector<std::string> export_arguments(const std::string& out) const {
+    return {"export", "hk", file, "-t", "QM", "--base", base, "--all", "--delimiter", "tab", "--format", "raw",
+            "-o", out};
+  }
+  testing::ProgramRun export_to(const std::string& out) const { return testing::run_program(kCli, export_arguments(out)); }
+
+  testing::TempDir dir;
+  std::string base;
+  std::string file = dir.path("t.qm");
+};
+
+TEST_F(WriteDestinations, ADashIsStandardOutputAndTheAccountGoesToTheErrorStream) {
+  const auto to_file = export_to(dir.path("out/hk.txt"));
+  ASSERT_EQ(to_file.status, 0) << to_file.err;
+  const auto to_stdout = export_to("-");
+  ASSERT_EQ(to_stdout.status, 0) << to_stdout.err;
+  EXPECT_EQ(to_stdout.out, testing::read_file(dir.path("out/hk.txt")));
+  EXPECT_EQ(to_stdout.err.rfind("-: ", 0), 0u) << to_stdout.err;
+  EXPECT_FALSE(fs::exists("-"));
+}
+
+TEST_F(WriteDestinations, ALinkIsFollowedAPipeWrittenInPlaceAndAFolderRefused) {
+  testing::write_file(dir.path("out/real.txt"), kOld);
+  fs::create_symlink("real.txt", dir.path("out/link.txt"));
+  ASSERT_EQ(export_to(dir.path("out/link.txt")).status, 0);
+  EXPECT_TRUE(fs::is_symlink(dir.path("out/link.txt")));
+  const std::string exported = testing::read_file(dir.path("out/real.txt"));
+  EXPECT_EQ(exported.substr(0, 23), "Housekeeping - Raw data");
+
+  const std::string pipe = dir.path("out/pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  std::string received;
+  std::thread reader([&] { received = testing::read_file(pipe); });
+  const auto piped = export_to(pipe);
+  reader.join();
+  EXPECT_EQ(piped.status, 0) << piped.err;
+  EXPECT_EQ(received, exported);
+  EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
+
+  const auto folder = export_to(dir.path("out"));
+  EXPECT_EQ(folder.status, 1);
+  EXPECT_EQ(folder.err, "error: Bad file name or number: " + dir.path("out") + " is a folder, not a file; Error number 52\n");
+  EXPECT_EQ(names_in(dir.path("out")), (std::vector<std::string>{"link.txt", "pipe", "real.txt"}));
+}
+
+TEST_F(WriteDestinations, AFullDiskLeavesThePreviousFileAndKeepsTheWholeLinesBesideIt) {
+  const std::string out = dir.path("out/hk.txt");
+  testing::write_file(out, kOld);
+  // Files may not grow beyond 64 KiB (the export is larger); the limit's signal is ignored, as a
+  // full disk sends none.
+  const auto run = testing::run_cli_limited("trap '' XFSZ; ulimit -f 128", export_arguments(out));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err.rfind("error: Disk full: " + out, 0), 0u) << run.err;
+  EXPECT_NE(run.err.find(out + " is left as it was; the lines written so far are in " + dir.path("out/hk.partial.txt")),
+            std::string::npos)
+      << run.err;
+  EXPECT_EQ(testing::read_file(out), kOld);
+  const std::string kept = testing::read_file(dir.path("out/hk.partial.txt"));
+  EXPECT_EQ(kept.substr(kept.size() - 2), "\r\n");
+  EXPECT_EQ(names_in(dir.path("out")), (std::vector<std::string>{"hk.partial.txt", "hk.txt"}));
+
+  // The report of a short form test likewise.
+  const std::string report = dir.path("out/report.txt");
+  testing::write_file(report, kOld);
+  const auto reported = testing::run_cli_limited(
+      "trap '' XFSZ; ulimit -f 2",
+      {"functest", file, "-t", "QM", "--base", base, "--mode", "cruise", "--test", "1", "--report", report});
+  EXPECT_EQ(reported.status, 1);
+  EXPECT_EQ(reported.err.rfind("error: Disk full: " + report, 0), 0u) << reported.err;
+  EXPECT_EQ(testing::read_file(report), kOld);
+}
+
+TEST_F(WriteDestinations, ASignalEndsTheToolWithoutATemporaryFile) {
+  const std::string out = dir.path("out/hk.xlsx");  // a workbook: slow enough to be caught under way
+  testing::write_file(out, kOld);
+  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
+    std::vector<std::string> arguments = export_arguments(out);
+    arguments.insert(arguments.begin(), std::string(MORVANE_BINARY_DIR) + "/" + kCli);
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    pid_t pid = 0;
+    ASSERT_EQ(::posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
+    // Waits for its temporary file, then interrupts it.
+    const auto give_up = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (names_in(dir.path("out")).size() < 2 && std::chrono::steady_clock::now() < give_up) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    ::kill(pid, signal_number);
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    if (WIFSIGNALED(status)) {
+      EXPECT_EQ(WTERMSIG(status), signal_number);
+    } else {
+      ADD_FAILURE() << "the export ended before the signal (status " << status << ")";
+    }
+    EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{"hk.xlsx"});
+    EXPECT_EQ(testing::read_file(out), kOld);
+  }
+}
+
+TEST_F(WriteDestinations, AnInputThatIsNotARegularFileIsRefusedAtOnce) {
+  const std::string pipe = dir.path("pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);  // nobody writes it: reading it would wait for ever
+  const auto telemetry = testing::run_program(kCli, {"summary", pipe, "-t", "QM", "--base", base});
+  EXPECT_EQ(telemetry.status, 1);
+  EXPECT_EQ(telemetry.err, "error: Bad file name or number: " + pipe + " is a named pipe, not a regular file; Error number 52\n");
+
+  const std::string sensors = config_path(base, kSensorsFile);
+  fs::remove(sensors);
+  fs::create_symlink("/dev/zero", sensors);  // endless bytes
+  const auto configuration = testing::run_program(kCli, {"summary", file, "-t", "QM", "--base", base});
+  EXPECT_EQ(configuration.status, 1);
+  EXPECT_EQ(configuration.err,
+            "error: Bad file name or number: " + sensors + " is a character device, not a regular file; Error number 52\n");
+}
+
+TEST_F(WriteDestinations, JsonTurnsTextThatIsNotUtf8IntoReplacementCharacters) {
+  const std::string sensors = config_path(base, kSensorsFile);
+  std::string table = testing::read_file(sensors);
+  table.replace(table.find("\"Docking Stn\""), 13, "\"Dock\xff\xfe Stn\"");
+  testing::write_file(sensors, table);
+  const std::string odd_name = dir.path("t\xe9.qm");  // a Latin-1 file name
+  fs::copy_file(file, odd_name);
+  const auto run = testing::run_program(kCli, {"hk", odd_name, "-t", "QM", "--base", base, "--index", "1", "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const auto json = nlohmann::json::parse(run.out);  // valid UTF-8 throughout
+  EXPECT_NE(run.out.find("Dock\xef\xbf\xbd\xef\xbf\xbd Stn"), std::string::npos);
+  const auto summary = testing::run_program(kCli, {"summary", odd_name, "-t", "QM", "--base", base, "--counts", "--json"});
+  ASSERT_EQ(summary.status, 0) << summary.err;
+  EXPECT_EQ(nlohmann::json::parse(summary.out)["file_name"], dir.path("t\xef\xbf\xbd.qm"));
+}
+
+}  // namespace
+}  // namespace morvane

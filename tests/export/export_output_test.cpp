@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+// Every way an export's write can go wrong, for both file types: a full disk, a pipe, a link, a
+// folder that cannot be written, a kill or a signal in the middle of the write. The previous
+// file always stays as it was; nothing is left behind but the lines kept as NAME.partial.EXT.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <thread>
+
+#include "child_process.h"
+#include "core/safe_file.h"
+#include "export/export_output.h"
+#include "export_fixture.h"
+#include "thrown.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kOld = "the previous export\r\n";
+
+// Lines of an export: a number, a text and a number pattern in each.
+void write_lines(Export_Output& output, int lines) {
+  for (int i = 1; i <= lines; ++i) {
+    output.number(i, std::to_string(i));
+    output.text("reading");
+    output.number(i * 0.25, std::to_string(i * 0.25), "0.00");
+    output.end_line(true);
+  }
+}
+
+// Writes lines to path as an export does: finished, or on an error abandoned.
+void export_lines(const std::string& path, int lines) {
+  const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
+  try {
+    write_lines(*output, lines);
+    output->finish();
+  } catch (...) {
+    output->abandon();
+  }
+}
+
+std::vector<std::string> names_in(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class ExportOutput : public ::testing::TestWithParam<const char*> {
+ protected:
+  void SetUp() override {
+    fs::create_directory(dir.path("out"));
+    path = dir.path(std::string("out/") + GetParam());
+    testing::write_file(path, kOld);
+  }
+  bool workbook() const { return export_file_type(path) == Export_File_Type::Workbook; }
+
+  testing::TempDir dir;
+  std::string path;
+};
+
+TEST_P(ExportOutput, AFullDiskLeavesThePreviousFileAndSaysWhere) {
+  const testing::ChildEnd end = testing::in_child([&] {
+    testing::limit_file_size(256 * 1024);
+    export_lines(path, 200000);
+  });
+  EXPECT_EQ(end.exit_status, 1);
+  EXPECT_EQ(end.error.rfind("Disk full: " + path, 0), 0u) << end.error;
+  EXPECT_PRED2(testing::contains, end.error, "disk full");
+  EXPECT_PRED2(testing::contains, end.error, path + " is left as it was");
+  EXPECT_EQ(testing::read_file(path), kOld);
+  const std::string partial = partial_path(path);
+  std::vector<std::string> expected{fs::path(path).filename().string()};
+  if (!workbook()) {
+    // Whole lines only, as far as the disk took them, and the message says where.
+    EXPECT_PRED2(testing::contains, end.error, "the lines written so far are in " + partial);
+    const std::string kept = testing::read_file(partial);
+    EXPECT_GT(kept.size(), 0u);
+    EXPECT_EQ(kept.substr(kept.size() - 2), "\r\n");
+    EXPECT_EQ(kept.substr(0, 20), "1\treading\t0.250000\t");
+    expected.insert(expected.begin(), fs::path(partial).filename().string());
+  }
+  EXPECT_EQ(names_in(dir.path("out")), expected);  // no temporary file is left
+}
+
+TEST_P(ExportOutput, APipeIsWrittenInPlaceAndInOrder) {
+  const std::string pipe = dir.path("out/pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  std::string received;
+  std::thread reader([&] { received = testing::read_file(pipe); });
+  const auto output = open_export_output(pipe, export_file_type(path), '\t', "Sheet");
+  write_lines(*output, 3000);
+  output->finish();
+  reader.join();
+  export_lines(path, 3000);  // the same export to a regular file
+  if (workbook()) {
+    testing::write_file(dir.path("received.xlsx"), received);
+    EXPECT_EQ(testing::read_sheet(dir.path("received.xlsx")).size(), 3000u);
+  } else {
+    EXPECT_EQ(received, testing::read_file(path));
+  }
+  EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
+}
+
+TEST_P(ExportOutput, ALinkIsFollowedAndStays) {
+  const std::string link = dir.path(std::string("link-") + GetParam());
+  fs::create_symlink(path, link);
+  export_lines(link, 10);
+  EXPECT_TRUE(fs::is_symlink(link));
+  if (workbook()) {
+    EXPECT_EQ(testing::read_sheet(path).size(), 10u);
+  } else {
+    EXPECT_EQ(testing::read_file(path).substr(0, 20), "1\treading\t0.250000\t");
+  }
+}
+
+TEST_P(ExportOutput, AFolderThatCannotBeWrittenIsPermissionDenied) {
+  fs::permissions(dir.path("out"), fs::perms(0555));
+  const testing::ChildEnd end = testing::in_child([&] {
+    if (!testing::become_unprivileged()) ::_exit(3);
+    export_lines(path, 10);
+  });
+  fs::permissions(dir.path("out"), fs::perms(0755));
+  if (end.exit_status == 3) GTEST_SKIP() << "cannot give up the superuser's rights here";
+  EXPECT_EQ(end.exit_status, 1);
+  EXPECT_EQ(end.error.rfind("Permission denied: " + path, 0), 0u) << end.error;
+  EXPECT_EQ(testing::read_file(path), kOld);
+}
+
+TEST_P(ExportOutput, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp) {
+  const testing::ChildEnd killed = testing::in_child([&] {
+    const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
+    write_lines(*output, 50000);
+    ::raise(SIGKILL);
+  });
+  EXPECT_EQ(killed.signal, SIGKILL);
+  EXPECT_EQ(testing::read_file(path), kOld);
+  EXPECT_GT(names_in(dir.path("out")).size(), 1u);  // the killed writer's temporary file
+  export_lines(path, 10);
+  EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{fs::path(path).filename().string()});
+}
+
+TEST_P(ExportOutput, ASignalMidWriteRemovesTheTemporaryFiles) {
+  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
+    const testing::ChildEnd end = testing::in_child([&] {
+      remove_temporary_files_on_signals();
+      const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
+      write_lines(*output, 50000);
+      ::raise(signal_number);
+    });
+    EXPECT_EQ(end.signal, signal_number);
+    EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{fs::path(path).filename().string()});
+    EXPECT_EQ(testing::read_file(path), kOld);
+  }
+}
+
+TEST_P(ExportOutput, AFolderIsAClearErrorAndNothingIsWritten) {
+  const testing::Thrown error = testing::thrown([&] { export_lines(dir.path("out"), 1); });
+  EXPECT_EQ(error.number, 52);
+  EXPECT_PRED2(testing::contains, error.message, dir.path("out") + " is a folder");
+}
+
+INSTANTIATE_TEST_SUITE_P(TextAndWorkbook, ExportOutput, ::testing::Values("export.txt", "export.xlsx"),
+                         [](const auto& info) { return std::string(info.param).substr(7); });
+
+}  // namespace
+}  // namespace morvane
