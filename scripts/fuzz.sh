@@ -36,7 +36,7 @@ run_target() {
   # CPU seconds as well as wall time: on a shared machine executions per CPU second say more.
   local timer=()
   [[ -x /usr/bin/time ]] && timer=(/usr/bin/time -o "$findings/time.txt" -f "%U %S")
-  "${timer[@]}" "$build/tests/fuzz/$name" "$corpus" "${seeds[@]}" -max_total_time="$seconds" -max_len=65536 -timeout=10 \
+  "${timer[@]}" "$build/tests/fuzz/$name" "$corpus" "${seeds[@]}" -max_total_time="$seconds" -max_len=32768 -timeout=10 \
     -rss_limit_mb=2560 -artifact_prefix="$findings/" -print_final_stats=1 >"$findings/log.txt" 2>&1 || status=$?
   echo "$status" >"$findings/status"
 }
