@@ -46,14 +46,16 @@ bench: build
 screenshots: demo
 	cd $(BUILD)/demo && QT_QPA_PLATFORM=offscreen $(EGSE) --type QM $(abspath $(BUILD))/demo/demo.qm --screenshots $(CURDIR)/docs
 
-# Coverage-guided fuzzing of every reader and decoder that takes file bytes or text, each target
-# for FUZZ_SECONDS, from the seed corpus in tests/fuzz/corpus (findings land in build-fuzz/).
+# Coverage-guided fuzzing of every reader, decoder and writer that takes file bytes or text, each
+# target for FUZZ_SECONDS (FUZZ_PARALLEL at a time) from its seeds in tests/fuzz/corpus: prints
+# each target's executions per second and coverage, and fails on any finding (see docs/testing.md).
 FUZZ_SECONDS ?= 60
+FUZZ_PARALLEL ?= 1
 fuzz: deps
 	CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	  -DMORVANE_FUZZ=ON -DMORVANE_GUI=OFF -DMORVANE_TESTS=OFF -DMORVANE_BENCH=OFF
 	cmake --build build-fuzz -j $(JOBS)
-	scripts/fuzz.sh build-fuzz $(FUZZ_SECONDS)
+	FUZZ_PARALLEL=$(FUZZ_PARALLEL) scripts/fuzz.sh build-fuzz $(FUZZ_SECONDS)
 
 # The whole test suite under AddressSanitizer and UndefinedBehaviorSanitizer (CI leaves out the
 # windows with SANITIZE_FLAGS=-DMORVANE_GUI=OFF to keep within its time).

@@ -224,10 +224,13 @@ void catalogue_binary(Session& session, int32_t stride, bool family_282, const P
   const int workers = total <= kBlockFrames ? 1 : static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 4u));
 
   std::vector<BlockResult> results(static_cast<size_t>(workers));
-  for (auto& result : results) {  // room for a busy block, so the vectors rarely grow
-    result.hk.reserve(kBlockFrames * 4);
-    result.science.reserve(kBlockFrames);
-    result.information.reserve(kBlockFrames * 4);
+  // Room for a busy block, so the vectors rarely grow; no more than the frames to do need, since
+  // a pass of live follow or a small file would otherwise claim megabytes for a few frames.
+  const size_t block_frames = static_cast<size_t>(std::min(total, kBlockFrames));
+  for (auto& result : results) {
+    result.hk.reserve(block_frames * 4);
+    result.science.reserve(block_frames);
+    result.information.reserve(block_frames * 4);
   }
   std::vector<std::vector<uint8_t>> buffers(static_cast<size_t>(workers));
   std::vector<std::exception_ptr> failures(static_cast<size_t>(workers));

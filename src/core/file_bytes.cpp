@@ -90,6 +90,7 @@ FileBytes::~FileBytes() {
 }
 
 uint64_t FileBytes::refresh() {
+  if (fd_ < 0) return size_;
   struct stat status {};
   if (::fstat(fd_, &status) != 0) raise_system_error(errno, path_);
   size_ = static_cast<uint64_t>(status.st_size);
@@ -98,11 +99,13 @@ uint64_t FileBytes::refresh() {
 }
 
 void FileBytes::read(uint64_t offset, uint8_t* out, size_t count) const {
+  if (fd_ < 0) return read_memory(offset, out, count);
   const size_t got = read_at(fd_, offset, out, count, path_);
   if (got < count) std::memset(out + got, 0, count - got);
 }
 
 uint8_t FileBytes::byte(uint64_t offset) const {
+  if (fd_ < 0) return offset < size_ ? memory_[offset] : 0;
   const uint64_t start = offset - offset % kBlock;
   // A block read at the growing end of a file is read again once asked beyond what it held.
   if (start != block_start_ || offset - start >= block_valid_) {

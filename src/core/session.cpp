@@ -122,9 +122,13 @@ void Save_Catalogue_Counts(Session& session) {
 }
 
 void load_telemetry(Session& session, const std::string& path, FileFormat format, const ProgressFunction& progress) {
-  auto file = std::make_shared<TelemetryFile>(path, format);  // an open failure changes nothing
-  session.File_Name = path;
-  session.File_Type = format;
+  // An open failure changes nothing.
+  load_telemetry(session, std::make_shared<TelemetryFile>(path, format), progress);
+}
+
+void load_telemetry(Session& session, std::shared_ptr<TelemetryFile> file, const ProgressFunction& progress) {
+  session.File_Name = file->path();
+  session.File_Type = file->format();
   session.file = std::move(file);
   Reset_Packet_Store(session);
   session.Packet_Count = session.file->Get_Packet_Count();

@@ -92,14 +92,17 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
     raise(ErrorNumber::InputPastEndOfFile,
           file_.path() + " (ZEB record " + std::to_string(missing) + " is not complete)");
   }
-  // One large buffer at a time; a token cut by the buffer's end is carried into the next.
-  const size_t chunk = last - first < 64 ? 8192 : kChunk;
+  // One large buffer at a time, no larger than what is left of the file; a token cut by the
+  // buffer's end is carried into the next.
+  const uint64_t start = starts_[static_cast<size_t>(first)];
+  const uint64_t left = file_.size() > start ? file_.size() - start : 0;
+  const size_t chunk = last - first < 64 ? 8192 : static_cast<size_t>(std::clamp<uint64_t>(left, 8192, kChunk));
   std::vector<char> buffer(chunk);
   std::string carried;
   ZebRecord items{};
   int32_t r = first;
   int item = 0;
-  uint64_t offset = starts_[static_cast<size_t>(first)];
+  uint64_t offset = start;
   auto take = [&](const char* begin, const char* end) {
     ++item;
     const std::string_view token(begin, static_cast<size_t>(end - begin));

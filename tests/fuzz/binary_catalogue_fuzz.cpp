@@ -9,12 +9,10 @@ using namespace morvane;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 1) return 0;
   const uint8_t choice = data[0];
-  const std::string path = fuzz::write_input(data + 1, size - 1, "frames.dat");
   Session& session = fuzz::configured_session();
   session.Byte_Reverse = (choice & 1) != 0;
-  const FileFormat format = (choice & 2) ? FileFormat::GRM : FileFormat::CSS;
+  fuzz::load_input(session, data + 1, size - 1, (choice & 2) ? FileFormat::GRM : FileFormat::CSS);
   fuzz::expect_only_runtime_errors([&] {
-    load_telemetry(session, path, format);
     const Catalogue& c = session.catalogue;
     for (int32_t i = 1; i <= c.HK_Count(); ++i) hk_list_line(i, c.HK_List[i]);
     for (int32_t i = 1; i <= c.Science_Count(); ++i) science_list_line(i, c.Science_List[i]);

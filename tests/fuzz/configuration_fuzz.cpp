@@ -8,11 +8,11 @@
 using namespace morvane;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string path = fuzz::write_input(data, size, "config.txt");
+  const std::string path = fuzz::memory_file(data, size);
   fuzz::expect_only_runtime_errors([&] { read_base_path(path); });
   fuzz::expect_only_runtime_errors([&] { read_sensor_table(path); });
   fuzz::expect_only_runtime_errors([&] { read_pressure_table(path); });
-  fuzz::expect_only_runtime_errors([&] { read_test_ranges(path); });
+  fuzz::expect_only_runtime_errors([&] { read_test_ranges(path, std::string(reinterpret_cast<const char*>(data), size)); });
   fuzz::expect_only_runtime_errors([&] {
     Configuration config;
     config.NType.set_points(read_ntype_points(path));

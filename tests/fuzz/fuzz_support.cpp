@@ -1,39 +1,77 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz_support.h"
 
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
 
+#include "functest/short_message_load.h"
+#include "functest/test_data.h"
+#include "functest/test_ranges.h"
 #include "sim/config_writer.h"
 
 namespace morvane::fuzz {
 
-static std::string scratch_dir() {
-  static const std::string dir = [] {
-    const std::string base = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
-    std::string path = base + "/morvane-fuzz-" + std::to_string(::getpid());
+// The simulator's base folder, written once per process below a scratch folder removed at exit.
+const std::string& base_folder() {
+  static const std::string scratch = [] {
+    const std::string parent = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
+    std::string path = parent + "/morvane-fuzz-" + std::to_string(::getpid());
     std::filesystem::create_directories(path);
     return path;
   }();
-  return dir;
+  static const std::string base = [] {
+    std::atexit([] {
+      std::error_code ignored;
+      std::filesystem::remove_all(scratch, ignored);
+    });
+    return sim::write_configuration(scratch + "/base");
+  }();
+  return base;
 }
 
-std::string write_input(const uint8_t* data, size_t size, const char* name) {
-  const std::string path = scratch_dir() + "/" + name;
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  return path;
+void load_input(Session& session, const uint8_t* data, size_t size, FileFormat format) {
+  auto file = std::make_shared<TelemetryFile>("fuzz input", std::vector<uint8_t>(data, data + size), format);
+  expect_only_runtime_errors([&] { load_telemetry(session, std::move(file)); });
 }
 
 Session& configured_session() {
   static Session session = [] {
     Session s;
-    s.config = load_configuration(sim::write_configuration(scratch_dir() + "/base"));
+    s.config = load_configuration(base_folder());
     return s;
   }();
   return session;
+}
+
+Short_Test_Evaluation evaluate_current_test(const Session& session) {
+  static std::map<std::pair<FileFormat, TestMode>, Test_Ranges> ranges;
+  const TestMode mode = parse_test_mode(session.Test_Mode);
+  const auto key = std::make_pair(session.File_Type, mode);
+  if (!ranges.contains(key)) {
+    ranges.emplace(key, read_test_ranges(test_ranges_path(session.config.Egse_Path, session.File_Type, mode)));
+  }
+  const Test_Packets packets = collect_test_packets(session.catalogue, session.Current_Science_Index);
+  const Test_Readings readings = Load_Test_Data(session, packets);
+  return evaluate_short_test(session.config, mode, packets, readings, ranges.at(key));
+}
+
+std::string memory_file(const uint8_t* data, size_t size) {
+  static const int fd = ::memfd_create("fuzz-input", MFD_CLOEXEC);
+  if (fd < 0 || ::ftruncate(fd, 0) != 0) std::abort();
+  size_t done = 0;
+  while (done < size) {
+    const ssize_t wrote = ::pwrite(fd, data + done, size - done, static_cast<off_t>(done));
+    if (wrote <= 0) std::abort();
+    done += static_cast<size_t>(wrote);
+  }
+  return "/proc/self/fd/" + std::to_string(fd);
 }
 
 }  // namespace morvane::fuzz

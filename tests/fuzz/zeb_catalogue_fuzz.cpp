@@ -5,10 +5,9 @@
 using namespace morvane;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string path = fuzz::write_input(data, size, "records.zeb");
   Session& session = fuzz::configured_session();
+  fuzz::load_input(session, data, size, FileFormat::ZEB);
   fuzz::expect_only_runtime_errors([&] {
-    load_telemetry(session, path, FileFormat::ZEB);
     const TelemetryFile& file = session.telemetry();
     for (int32_t i = 1; i <= session.catalogue.Information_Count(); ++i) {
       const Packet_Entry& entry = session.catalogue.Information_List[i];

@@ -15,6 +15,9 @@ class FileBytes {
  public:
   // Opens the file; a missing or unreadable file is a RuntimeError naming the path.
   explicit FileBytes(const std::string& path);
+  // Bytes already in memory, named for messages (a test's or a fuzzer's input): no file is
+  // opened, and refresh() finds the same length.
+  FileBytes(std::string name, std::vector<uint8_t> bytes);
   ~FileBytes();
   FileBytes(const FileBytes&) = delete;
   FileBytes& operator=(const FileBytes&) = delete;
@@ -37,6 +40,8 @@ class FileBytes {
   std::string path_;
   int fd_ = -1;
   uint64_t size_ = 0;
+  std::vector<uint8_t> memory_;  // the bytes when there is no file (fd_ < 0)
+  void read_memory(uint64_t offset, uint8_t* out, size_t count) const;
   static constexpr uint64_t kBlock = 64 * 1024;
   mutable std::vector<uint8_t> block_;
   mutable uint64_t block_start_ = UINT64_MAX;

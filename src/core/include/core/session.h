@@ -66,6 +66,9 @@ void Save_Catalogue_Counts(Session& session);
 // copied and the counts saved, so the catalogue stays usable.
 void load_telemetry(Session& session, const std::string& path, FileFormat format,
                     const ProgressFunction& progress = {});
+// The same load of a telemetry file already opened (or held in memory): File_Name becomes its
+// path, File_Type its format.
+void load_telemetry(Session& session, std::shared_ptr<TelemetryFile> file, const ProgressFunction& progress = {});
 
 // One pass of real-time collection: re-counts the frames of the loaded file and, when there
 // are more than Packet_Count, catalogues only the new ones and copies their housekeeping

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/file_bytes.h"
 #include "core/file_format.h"
@@ -17,6 +18,8 @@ namespace morvane {
 class TelemetryFile {
  public:
   TelemetryFile(const std::string& path, FileFormat format);
+  // A telemetry file whose bytes are already in memory, named for messages.
+  TelemetryFile(std::string name, std::vector<uint8_t> bytes, FileFormat format);
 
   const std::string& path() const { return bytes_.path(); }
   FileFormat format() const { return format_; }

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// A telemetry file held in memory reads and catalogues exactly as the same bytes on disk.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "core/session.h"
+#include "sim/telemetry_writer.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::TempDir;
+
+std::vector<uint8_t> bytes_of(const std::string& path) {
+  const std::string text = testing::read_file(path);
+  return {text.begin(), text.end()};
+}
+
+void expect_same_list(const EntryList& disk, const EntryList& memory) {
+  ASSERT_EQ(disk.size(), memory.size());
+  for (int32_t i = 1; i <= disk.size(); ++i) {
+    EXPECT_EQ(disk[i].Packet_Position, memory[i].Packet_Position) << i;
+    EXPECT_EQ(disk[i].Sequence_Count, memory[i].Sequence_Count) << i;
+    EXPECT_EQ(disk[i].Lander_Time, memory[i].Lander_Time) << i;
+    EXPECT_EQ(disk[i].Label, memory[i].Label) << i;
+  }
+}
+
+TEST(TelemetryInMemory, CataloguesEveryFormatAsTheSameFileOnDisk) {
+  TempDir dir;
+  for (const FileFormat format : {FileFormat::QM, FileFormat::FM, FileFormat::ZEB}) {
+    const std::string path = dir.path("file");
+    sim::Telemetry_Options options;
+    options.format = format;
+    options.frames = format == FileFormat::ZEB ? 300 : 120;
+    sim::write_telemetry(path, options);
+    Session disk, memory;
+    load_telemetry(disk, path, format);
+    load_telemetry(memory, std::make_shared<TelemetryFile>("in memory", bytes_of(path), format));
+    EXPECT_EQ(memory.File_Name, "in memory");
+    EXPECT_EQ(memory.File_Type, format);
+    EXPECT_EQ(memory.Packet_Count, disk.Packet_Count);
+    expect_same_list(disk.catalogue.HK_List, memory.catalogue.HK_List);
+    expect_same_list(disk.catalogue.Science_List, memory.catalogue.Science_List);
+    expect_same_list(disk.catalogue.Information_List, memory.catalogue.Information_List);
+    ASSERT_GT(disk.catalogue.HK_Count(), 0);
+    const Packet_Entry& first = disk.catalogue.HK_List[1];
+    for (int k = 0; k < 40; ++k) {
+      EXPECT_EQ(memory.telemetry().packet_byte(first, k, true), disk.telemetry().packet_byte(first, k, true)) << k;
+    }
+  }
+}
+
+TEST(TelemetryInMemory, ReadsZerosPastTheEndAndKeepsItsLengthOnRefresh) {
+  FileBytes bytes("in memory", {1, 2, 3});
+  uint8_t out[5] = {9, 9, 9, 9, 9};
+  bytes.read(1, out, 5);
+  EXPECT_EQ(std::vector<uint8_t>(out, out + 5), (std::vector<uint8_t>{2, 3, 0, 0, 0}));
+  bytes.read(7, out, 2);
+  EXPECT_EQ(out[0] + out[1], 0);
+  EXPECT_EQ(bytes.byte(2), 3);
+  EXPECT_EQ(bytes.byte(3), 0);
+  EXPECT_EQ(bytes.refresh(), 3u);
+  EXPECT_EQ(bytes.path(), "in memory");
+}
+
+}  // namespace
+}  // namespace morvane
