@@ -257,6 +257,7 @@ void Export_Form::exportToFile() {
                                             tr("Delimited text (*.txt *.csv);;Excel workbook (*.xlsx);;All files (*)"));
   if (path.isEmpty()) return;  // cancelled: nothing is written
   const std::string file = QFile::encodeName(path).toStdString();
+  dialog_->check_fits(file, export_file_type(file), *validation.request);  // before a file is made
   const std::unique_ptr<Export_Output> output =
       dialog_->open_output(file, export_file_type(file), *validation.request);
   if (!output) return;  // a file that cannot be created there ends the export silently

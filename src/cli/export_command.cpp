@@ -97,6 +97,7 @@ void run_export(const Export_Command& command, ExportOptions options) {
   if (!validation.request) throw CommandError(validation.message);
 
   const Export_File_Type type = export_file_type(options.out);
+  dialog.check_fits(options.out, type, *validation.request);  // before a file is made
   const auto output = open_export_output(options.out, type, validation.request->delimiter, dialog.texts().sheet_name);
   const Export_Result result = dialog.write(session, *validation.request, *output);
   const char* type_name = type == Export_File_Type::Workbook ? "xlsx" : "text";

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/catalogue.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -41,19 +40,12 @@ void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
     return;
   }
   while (count > 0) {
+    // Whole chunks from the start: only the pages written become resident, so a small table
+    // stays small, and a big one is never copied to grow.
     if (static_cast<size_t>(entries_ >> kShift) == chunks_.size()) {
-      const bool first = chunks_.empty();
-      first_capacity_ = first ? std::clamp<int32_t>(count, 1024, 1 << kShift) : (1 << kShift);
-      chunks_.push_back(allocate_huge(width * static_cast<size_t>(first_capacity_)));
-    } else if (chunks_.size() == 1 && entries_ == first_capacity_) {
-      const int32_t grown = std::min<int32_t>(1 << kShift, first_capacity_ * 2);
-      auto bigger = allocate_huge(width * static_cast<size_t>(grown));
-      std::memcpy(bigger.get(), chunks_[0].get(), width * static_cast<size_t>(entries_));
-      chunks_[0] = std::move(bigger);
-      first_capacity_ = grown;
+      chunks_.push_back(allocate_huge(width * (size_t{1} << kShift)));
     }
-    const int32_t capacity = chunks_.size() == 1 ? first_capacity_ : (1 << kShift);
-    const int32_t room = capacity - (entries_ & kMask);
+    const int32_t room = (1 << kShift) - (entries_ & kMask);
     const int32_t n = count < room ? count : room;
     std::memcpy(chunk(entries_) + static_cast<size_t>(entries_ & kMask) * width, rows, static_cast<size_t>(n) * width);
     entries_ += n;
@@ -64,7 +56,6 @@ void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
 
 void HK_Sensor_Table::reset(int sensors) {
   chunks_.clear();
-  first_capacity_ = 0;
   sensors_ = sensors;
   entries_ = 0;
 }

@@ -88,7 +88,12 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
           out.hk.push_back(entry);
           if (walk.copy_sensor_bytes) {
             const uint8_t* packet = buffer + (p - 1 - base);
-            for (const int32_t k : walk.sensor_offsets) out.hk_rows.push_back(packet[k]);
+            const size_t width = walk.sensor_offsets.size();
+            const size_t at = out.hk_rows.size();
+            out.hk_rows.resize(at + width);
+            uint8_t* row = out.hk_rows.data() + at;
+            const int32_t* offsets = walk.sensor_offsets.data();
+            for (size_t j = 0; j < width; ++j) row[j] = packet[offsets[j]];
           }
           break;
         }
@@ -231,6 +236,7 @@ void catalogue_binary(Session& session, int32_t stride, bool family_282, const P
     result.hk.reserve(block_frames * 4);
     result.science.reserve(block_frames);
     result.information.reserve(block_frames * 4);
+    result.hk_rows.reserve(block_frames * 4 * walk.sensor_offsets.size());
   }
   std::vector<std::vector<uint8_t>> buffers(static_cast<size_t>(workers));
   std::vector<std::exception_ptr> failures(static_cast<size_t>(workers));

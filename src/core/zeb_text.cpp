@@ -2,12 +2,18 @@
 #include "core/zeb_text.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <string_view>
 
 #include "core/arithmetic.h"
 #include "core/error.h"
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace morvane {
 
@@ -16,8 +22,33 @@ namespace {
 constexpr size_t kChunk = 4 * 1024 * 1024;
 
 // A 0 byte also separates: past the end of the file every byte reads as 0.
-inline bool is_separator(uint8_t c) {
-  return c == ',' || c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == 0;
+constexpr std::array<bool, 256> kSeparators = [] {
+  std::array<bool, 256> table{};
+  for (const char c : {',', ' ', '\t', '\r', '\n', '\0'}) table[static_cast<uint8_t>(c)] = true;
+  return table;
+}();
+inline bool is_separator(uint8_t c) { return kSeparators[c]; }
+
+// Bit i set when bytes[i] (of 64) is not a separator.
+inline uint64_t item_bytes(const uint8_t* bytes) {
+#ifdef __SSE2__
+  uint64_t separators = 0;
+  for (int part = 0; part < 4; ++part) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * part));
+    __m128i hit = _mm_cmpeq_epi8(v, _mm_set1_epi8(','));
+    hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, _mm_set1_epi8(' ')));
+    hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, _mm_set1_epi8('\t')));
+    hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, _mm_set1_epi8('\r')));
+    hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, _mm_set1_epi8('\n')));
+    hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, _mm_setzero_si128()));
+    separators |= static_cast<uint64_t>(static_cast<uint16_t>(_mm_movemask_epi8(hit))) << (16 * part);
+  }
+  return ~separators;
+#else
+  uint64_t items = 0;
+  for (int i = 0; i < 64; ++i) items |= static_cast<uint64_t>(!is_separator(bytes[i])) << i;
+  return items;
+#endif
 }
 
 }  // namespace
@@ -60,7 +91,25 @@ void ZebText::rescan() {
     const size_t count = static_cast<size_t>(std::min<uint64_t>(kChunk, size - scanned_));
     buffer.resize(count);
     file_.read(scanned_, buffer.data(), count);
-    for (size_t i = 0; i < count; ++i) {
+    // 64 bytes at a time: an item starts where a non-separator follows a separator; only the
+    // blocks where a record starts are looked at byte by byte.
+    size_t i = 0;
+    for (; i + 64 <= count; i += 64) {
+      const uint64_t items = item_bytes(buffer.data() + i);
+      const uint64_t starts = items & ~((items << 1) | (in_item_ ? 1u : 0u));
+      in_item_ = (items >> 63) != 0;
+      const int found = std::popcount(starts);
+      const int64_t into_record = item_count_ % kZebItemsPerRecord;
+      const int64_t to_next = into_record == 0 ? 0 : kZebItemsPerRecord - into_record;
+      if (found > to_next) {
+        uint64_t rest = starts;
+        for (int64_t n = item_count_; rest != 0; ++n, rest &= rest - 1) {
+          if (n % kZebItemsPerRecord == 0) starts_.push_back(scanned_ + i + static_cast<size_t>(std::countr_zero(rest)));
+        }
+      }
+      item_count_ += found;
+    }
+    for (; i < count; ++i) {
       const bool separator = is_separator(buffer[i]);
       if (!separator && !in_item_) {
         if (item_count_ % kZebItemsPerRecord == 0) starts_.push_back(scanned_ + i);

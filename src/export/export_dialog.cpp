@@ -40,6 +40,27 @@ const Export_Dialog_Texts kTexts[] = {
      "Spectra"},
 };
 
+// The lines and the widest line of an export, where they follow from the request alone.
+struct Export_Shape {
+  int64_t lines = 0;
+  int64_t cells = 0;
+};
+
+std::optional<Export_Shape> export_shape(Export_Kind kind, const Export_Request& request) {
+  const int64_t entries = request.range.size();
+  switch (kind) {
+    case Export_Kind::Housekeeping: {
+      int64_t ticked = 0;
+      for (const bool sensor : request.sensors) ticked += sensor ? 1 : 0;
+      return Export_Shape{4 + entries, 2 + ticked};  // four heading lines, a line an entry
+    }
+    case Export_Kind::DS_Calibration: return Export_Shape{5 + entries, 2};
+    case Export_Kind::Spectra: return Export_Shape{5 + kLastBin + 1, 1 + entries};  // a column a spectrum
+    case Export_Kind::Auxiliary: return std::nullopt;
+  }
+  return std::nullopt;
+}
+
 int32_t range_limit(Export_Kind kind, const Session& session, const std::optional<DS_Calibration_Index>& ds_index,
                     const std::optional<Spectrum_Table>& spectra) {
   switch (kind) {
@@ -111,6 +132,20 @@ std::unique_ptr<Export_Output> Export_Dialog::open_output(const std::string& pat
     return open_export_output(path, type, request.delimiter, texts().sheet_name);
   } catch (const RuntimeError&) {
     return nullptr;
+  }
+}
+
+void Export_Dialog::check_fits(const std::string& path, Export_File_Type type, const Export_Request& request) const {
+  constexpr int64_t kSheetRows = 1048576;
+  constexpr int64_t kSheetColumns = 16384;
+  if (type != Export_File_Type::Workbook) return;
+  const std::optional<Export_Shape> shape = export_shape(kind_, request);
+  if (!shape) return;
+  if (shape->lines > kSheetRows) {
+    raise(ErrorNumber::SubscriptOutOfRange, path + ": an .xlsx sheet holds at most 1048576 rows");
+  }
+  if (shape->cells > kSheetColumns) {
+    raise(ErrorNumber::SubscriptOutOfRange, path + ": an .xlsx sheet holds at most 16384 columns");
   }
 }
 

@@ -165,5 +165,37 @@ TEST_F(ExportDialog, AnErrorLeavesThePreviousFileAndIsRethrownSayingSo) {
   EXPECT_FALSE(std::filesystem::exists(dir.path("spectra.partial.txt")));  // no line was written
 }
 
+TEST_F(ExportDialog, AWorkbookThatCannotHoldTheExportFailsBeforeAnyFileIsMade) {
+  struct Case {
+    Export_Kind kind;
+    int32_t entries;  // in the range
+    const char* refused;  // what the sheet cannot hold, or nothing
+  };
+  // Four heading lines before the housekeeping rows, five before the docking-station rows; the
+  // spectra take a column each after the bin numbers.
+  const Case cases[] = {{Export_Kind::Housekeeping, 1048572, nullptr},
+                        {Export_Kind::Housekeeping, 1048573, "1048576 rows"},
+                        {Export_Kind::DS_Calibration, 1048571, nullptr},
+                        {Export_Kind::DS_Calibration, 1048572, "1048576 rows"},
+                        {Export_Kind::Spectra, 16383, nullptr},
+                        {Export_Kind::Spectra, 16384, "16384 columns"},
+                        {Export_Kind::Auxiliary, 2000000, nullptr}};  // known only while it writes
+  load({hk_packet(1, sensor_bytes({}), {}, 1, 1000), gc_packet({1, 0, {0x10}})});
+  for (const Case& c : cases) {
+    Export_Dialog dialog(c.kind, session);
+    Export_Request request = *dialog.Command1_Click().request;
+    request.range = {1, c.entries};
+    const std::string path = dir.path("out.xlsx");
+    EXPECT_NO_THROW(dialog.check_fits(dir.path("out.txt"), Export_File_Type::Delimited_Text, request));
+    if (c.refused) {
+      const testing::Thrown error = testing::thrown([&] { dialog.check_fits(path, Export_File_Type::Workbook, request); });
+      EXPECT_EQ(error.number, 9) << c.entries;
+      EXPECT_PRED2(testing::contains, error.message, path + ": an .xlsx sheet holds at most " + c.refused);
+    } else {
+      EXPECT_NO_THROW(dialog.check_fits(path, Export_File_Type::Workbook, request)) << c.entries;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace morvane

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <string>
 
@@ -91,19 +92,45 @@ TEST_P(EveryFormat, SpectraComeBackAsWritten) {
 }
 
 // The catalogue pass copies the sensor bytes of each housekeeping packet as it goes: they must be
-// the bytes the file's reader gives for the same packet.
-TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytes) {
-  Simulated_File file(GetParam());
-  const EntryList& hk = file.catalogue().HK_List;
-  const auto& sensors = file.session.config.Sensor_Table;
-  ASSERT_FALSE(sensors.empty());
-  ASSERT_EQ(file.session.HK_Sensor_Data.entries(), hk.size());
-  for (int32_t i = 1; i <= hk.size(); ++i) {
-    for (size_t j = 0; j < sensors.size(); ++j) {
-      ASSERT_EQ(file.session.HK_Sensor_Data.at(static_cast<int>(j) + 1, i),
-                file.session.telemetry().packet_byte(hk[i], sensors[j].Byte_Offset, file.session.Byte_Reverse))
-          << "packet " << i << " sensor " << j + 1;
+// the bytes the file's reader gives for the same packet, and the catalogue the one a load without
+// a sensor table makes.
+TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytesBesideTheBareCatalogue) {
+  for (const bool byte_reverse : {true, false}) {
+    sim::Telemetry_Options options = Simulated_File::options_for(GetParam());
+    options.byte_reverse = byte_reverse;
+    if (!byte_reverse && GetParam() == FileFormat::ZEB) continue;  // no byte order in a text file
+    Simulated_File file(options);
+    const EntryList& hk = file.catalogue().HK_List;
+    const auto& sensors = file.session.config.Sensor_Table;
+    ASSERT_FALSE(sensors.empty());
+    ASSERT_EQ(file.session.HK_Sensor_Data.entries(), hk.size());
+    for (int32_t i = 1; i <= hk.size(); ++i) {
+      for (size_t j = 0; j < sensors.size(); ++j) {
+        ASSERT_EQ(file.session.HK_Sensor_Data.at(static_cast<int>(j) + 1, i),
+                  file.session.telemetry().packet_byte(hk[i], sensors[j].Byte_Offset, file.session.Byte_Reverse))
+            << "packet " << i << " sensor " << j + 1;
+      }
     }
+
+    Session bare;
+    bare.Byte_Reverse = file.session.Byte_Reverse;
+    load_telemetry(bare, file.dir.path("t.dat"), GetParam());
+    EXPECT_EQ(bare.HK_Sensor_Data.sensors(), 0);
+    EXPECT_EQ(bare.Packet_Count, file.session.Packet_Count);
+    const Catalogue& a = bare.catalogue;
+    const Catalogue& b = file.catalogue();
+    for (const auto& [one, other] : {std::pair{&a.HK_List, &b.HK_List}, std::pair{&a.Science_List, &b.Science_List},
+                                     std::pair{&a.Information_List, &b.Information_List}}) {
+      ASSERT_EQ(one->size(), other->size());
+      for (int32_t i = 1; i <= one->size(); ++i) {
+        const Packet_Entry &x = (*one)[i], &y = (*other)[i];
+        ASSERT_TRUE(x.Packet_Frame == y.Packet_Frame && x.Packet_Length == y.Packet_Length &&
+                    x.Packet_Position == y.Packet_Position && x.Sequence_Count == y.Sequence_Count &&
+                    x.Lander_Time == y.Lander_Time && x.Segment_Flags == y.Segment_Flags && x.Label == y.Label)
+            << "entry " << i;
+      }
+    }
+    EXPECT_EQ(std::memcmp(&a.counters, &b.counters, sizeof(Catalogue_Counters)), 0);
   }
 }
 

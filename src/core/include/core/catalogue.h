@@ -74,7 +74,6 @@ class HK_Sensor_Table {
   }
   int sensors_ = 0;
   int32_t entries_ = 0;
-  int32_t first_capacity_ = 0;  // rows of the first chunk, which grows by doubling
   std::vector<std::unique_ptr<std::byte[], FreeDeleter>> chunks_;
 };
 

@@ -105,6 +105,12 @@ class Export_Dialog {
   std::unique_ptr<Export_Output> open_output(const std::string& path, Export_File_Type type,
                                              const Export_Request& request) const;
 
+  // What a workbook sheet cannot hold shows before anything is written: an export of request to
+  // a workbook at path whose lines or cells are known to exceed a sheet's (1048576 rows, 16384
+  // columns) is the "Subscript out of range" the sheet would give on its first line too many.
+  // The auxiliary export, whose rows depend on each packet's readings, is checked as it writes.
+  void check_fits(const std::string& path, Export_File_Type type, const Export_Request& request) const;
+
   // Writes request into output and completes the file. A cancel (progress returning false) or a
   // RuntimeError keeps the lines written so far under the chosen name; the error is rethrown.
   Export_Result write(Session& session, const Export_Request& request, Export_Output& output,
