@@ -5,7 +5,17 @@
 #include <filesystem>
 #include <iostream>
 
+#include "views/format_check.h"
+
 namespace morvane::cli {
+
+namespace {
+int command_exit_status = 0;
+}  // namespace
+
+int exit_status() { return command_exit_status; }
+
+void set_exit_status(int status) { command_exit_status = status; }
 
 void add_base_option(CLI::App* command, std::string& base) {
   command->add_option("--base", base, "Base folder of the configuration (default: line 2 of Morvane_Files.txt)");
@@ -46,6 +56,9 @@ Session open_session(const FileOptions& options, bool configuration_required) {
   session.config = load_cli_configuration(options.base, configuration_required);
   session.Byte_Reverse = options.byte_reverse == "on";
   load_telemetry(session, options.file, *parse_format_tag(options.type));
+  // A doubt about the format goes to stderr only: what the command prints and its exit status
+  // stay the same.
+  if (const auto warning = format_warning(session)) std::cerr << "warning: " << *warning << '\n';
   return session;
 }
 

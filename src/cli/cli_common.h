@@ -28,6 +28,12 @@ class CommandError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The exit status of a command that ran to its end: 0 unless it set another (functest
+// --verdict-exit gives kVerdictFailedStatus for a failed test).
+inline constexpr int kVerdictFailedStatus = 3;
+int exit_status();
+void set_exit_status(int status);
+
 // Adds FILE, -t/--type, --base, --byte-reverse and --json to a command.
 void add_file_options(CLI::App* command, FileOptions& options);
 // Adds --base only (commands that need the configuration but no telemetry file).
@@ -37,7 +43,8 @@ void add_base_option(CLI::App* command, std::string& base);
 // there and required is false, empty tables.
 Configuration load_cli_configuration(const std::string& base, bool configuration_required);
 
-// A session with the configuration and the telemetry file loaded as the File menu loads it.
+// A session with the configuration and the telemetry file loaded as the File menu loads it. A
+// format that looks wrong (format_warning) is said on stderr as "warning: ...".
 Session open_session(const FileOptions& options, bool configuration_required = true);
 
 // A frame (ZEB: record) number the loaded file holds, from 1; a file without frames still

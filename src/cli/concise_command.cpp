@@ -5,6 +5,7 @@
 
 #include "cli_common.h"
 #include "commands.h"
+#include "usage_error.h"
 #include "views/concise_frame.h"
 
 namespace morvane::cli {
@@ -22,7 +23,7 @@ void add_concise_command(CLI::App& app) {
   auto options = std::make_shared<ConciseOptions>();
   CLI::App* command = app.add_subcommand("concise", "The packet types of one frame, as the concise view shows them");
   add_file_options(command, options->file);
-  command->add_option("--frame", options->frame, "Frame number, from 1")->check(CLI::PositiveNumber);
+  command->add_option("--frame", options->frame, "Frame number, from 1")->check(whole_number_from_one());
   command->callback([options] {
     const Session session = open_session(options->file, false);
     check_frame_number(session, options->frame);

@@ -6,10 +6,13 @@
 
 #include "cli_common.h"
 #include "commands.h"
+#include "usage_error.h"
+#include "functest/report_provenance.h"
 #include "functest/short_message_load.h"
 #include "functest/short_test.h"
 #include "core/safe_file.h"
 #include "functest/test_report.h"
+#include "core/program_version.h"
 
 namespace morvane::cli {
 
@@ -21,6 +24,7 @@ struct FunctestOptions {
   int32_t test = 0;  // 0: the list
   std::string format;  // "text", "html", or empty: by the report's extension, else text
   std::string report;
+  bool verdict_exit = false;  // exit status 3 when the evaluated test fails
 };
 
 std::string mode_text(const std::string& option) { return option == "eaft" ? "EAFT" : "Cruise Phase"; }
@@ -29,9 +33,27 @@ Json colour_of(const Cell& cell) { return cell.red ? colour_json(255, 0, 0) : co
 
 Json limits_json(const Limit_Pair& limits) { return Json{{"min", limits.min}, {"max", limits.max}}; }
 
-void print_list(const Short_Test_List& list, bool json) {
+// Each test of the list by meaning, beside its display line.
+Json list_entries_json(const Session& session, const Short_Test_List& list) {
+  Json entries = Json::array();
+  for (int32_t n = 1; n <= list.Test_Count(); ++n) {
+    const int32_t index = science_index_of_line(list, n);
+    const Packet_Entry& entry = session.catalogue.Science_List.at(index);
+    entries.push_back(Json{{"number", n},
+                           {"sequence_count", entry.Sequence_Count},
+                           {"lander_time", entry.Lander_Time},
+                           {"science_index", index}});
+  }
+  return entries;
+}
+
+void print_list(const Session& session, const Short_Test_List& list, bool json) {
   if (json) {
-    print_json(Json{{"label1", list.Label1}, {"label2", list.Label2}, {"lines", list.lines}, {"tests", list.Test_Index}});
+    print_json(Json{{"label1", list.Label1},
+                    {"label2", list.Label2},
+                    {"lines", list.lines},
+                    {"tests", list.Test_Index},
+                    {"entries", list_entries_json(session, list)}});
     return;
   }
   std::cout << list.Label1 << '\n';
@@ -112,7 +134,10 @@ Json evaluation_json(const Short_Test_Evaluation& test, const Test_Report_Source
               {"packet_message_colour", colour_of(test.packet_message)},
               {"rf_frequency_text", test.rf_frequency_text()},
               {"reference_temperature", test.Reference_Temperature},
-              {"cold_junction", test.Cold_Junction}};
+              {"cold_junction", test.Cold_Junction},
+              {"evaluated_at", source.evaluated_at},
+              {"program_version", source.program_version},
+              {"file_sha256", source.file_sha256}};
 }
 
 bool wants_html(const FunctestOptions& options, const std::string& path) {
@@ -131,7 +156,7 @@ void run_functest(const FunctestOptions& options) {
   session.Test_Mode = mode_text(options.mode);
   const Short_Test_List list = find_short_tests(session);
   if (options.test == 0) {
-    print_list(list, options.file.json);
+    print_list(session, list, options.file.json);
     return;
   }
   if (options.test < 1 || options.test > list.Test_Count()) {
@@ -141,8 +166,13 @@ void run_functest(const FunctestOptions& options) {
   }
   session.Current_Science_Index = science_index_of_line(list, options.test);
   const Short_Test_Evaluation test = open_short_test(session);
-  const Test_Report_Source source{session.File_Name, std::string(format_tag(session.File_Type)), options.test,
-                                  list.Test_Count(), session.Current_Science_Index};
+  Test_Report_Source source;
+  source.file_name = session.File_Name;
+  source.file_type = std::string(format_tag(session.File_Type));
+  source.test_number = options.test;
+  source.test_count = list.Test_Count();
+  source.science_index = session.Current_Science_Index;
+  stamp_report_source(source, kProgramVersion);
   const Test_Report report = make_test_report(test, source);
   if (!options.report.empty()) {
     // Replaces the file only once the whole report is on the disk ("-" is standard output).
@@ -153,6 +183,7 @@ void run_functest(const FunctestOptions& options) {
   } else if (options.report.empty()) {
     std::cout << (options.format == "html" ? test_report_html(report) : test_report_text(report));
   }
+  if (options.verdict_exit && !test.passed()) set_exit_status(kVerdictFailedStatus);
 }
 
 }  // namespace
@@ -164,11 +195,13 @@ void add_functest_command(CLI::App& app) {
   command->add_option("--mode", options->mode, "Test mode: cruise (Cruise Phase) or eaft (EAFT)")
       ->required()
       ->transform(CLI::IsMember({"cruise", "eaft"}, CLI::ignore_case));
-  command->add_option("--test", options->test, "Evaluate test N of the list (from 1)")->check(CLI::PositiveNumber);
+  command->add_option("--test", options->test, "Evaluate test N of the list (from 1)")->check(whole_number_from_one());
   command->add_option("--format", options->format, "Report format: text or html")
       ->check(CLI::IsMember({"text", "html"}));
   command->add_option("--report", options->report,
                       "Write the printable report of --test N to this file (HTML for .html/.htm or --format html)");
+  command->add_flag("--verdict-exit", options->verdict_exit,
+                    "With --test N: exit status 3 when the overall result is Fail (the output is the same)");
   command->callback([options] { run_functest(*options); });
 }
 

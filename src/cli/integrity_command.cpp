@@ -6,6 +6,7 @@
 
 #include "cli_common.h"
 #include "commands.h"
+#include "usage_error.h"
 #include "views/integrity.h"
 
 namespace morvane::cli {
@@ -50,7 +51,7 @@ void add_integrity_command(CLI::App& app) {
   add_file_options(command, options->file);
   command->add_option("--time-jump", options->check.time_jump_seconds,
                       "Report steps in lander time longer than this many seconds (default 600)")
-      ->check(CLI::PositiveNumber);
+      ->check(whole_number_from_one());
   command->callback([options] { run_integrity(*options); });
 }
 

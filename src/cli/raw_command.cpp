@@ -6,6 +6,7 @@
 
 #include "cli_common.h"
 #include "commands.h"
+#include "usage_error.h"
 #include "views/raw_frame.h"
 
 namespace morvane::cli {
@@ -44,7 +45,7 @@ void add_raw_command(CLI::App& app) {
   auto options = std::make_shared<RawOptions>();
   CLI::App* command = app.add_subcommand("raw", "The hexadecimal words of one frame, as the raw view shows them");
   add_file_options(command, options->file);
-  command->add_option("--frame", options->frame, "Frame (ZEB: record) number, from 1")->check(CLI::PositiveNumber);
+  command->add_option("--frame", options->frame, "Frame (ZEB: record) number, from 1")->check(whole_number_from_one());
   command->callback([options] {
     const Session session = open_session(options->file, false);
     check_frame_number(session, options->frame);

@@ -106,6 +106,15 @@ Test_Report make_test_report(const Short_Test_Evaluation& test, const Test_Repor
       {"Packets", test.packet_message},
       {"Test Result", test.overall},
   };
+  // What made the report, so that a printed copy can be matched with its file and program.
+  const std::pair<const char*, const std::string*> provenance[] = {
+      {"Evaluated", &source.evaluated_at},
+      {"Program", &source.program_version},
+      {"File SHA-256", &source.file_sha256},
+  };
+  for (const auto& [label, text] : provenance) {
+    if (!text->empty()) report.heading.emplace_back(label, plain(*text));
+  }
   report.tables.push_back(sensor_table(test));
   report.tables.push_back(current_table(kShortTestTabs[1], kValveHeadings[0], test.valves));
   report.tables.push_back(current_table(kShortTestTabs[2], kInjectorValveHeadings[0], test.injector_valves));

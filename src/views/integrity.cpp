@@ -18,6 +18,7 @@ std::string_view finding_kind_name(Finding_Kind kind) {
     case Finding_Kind::UnknownIdentifier: return "unknown_identifier";
     case Finding_Kind::PartialFrame: return "partial_frame";
     case Finding_Kind::PastEndOfFile: return "past_end_of_file";
+    case Finding_Kind::Restart: return "restart";
   }
   return "";
 }
@@ -100,6 +101,10 @@ void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t inde
     if (sequence == *state.sequence) {
       out.add(Finding_Kind::SequenceRepeat, list, index,
               "The " + kind + " sequence count " + std::to_string(sequence) + " comes twice");
+    } else if (sequence == 0) {
+      // Each power-on of the instrument counts from 0 again: no packet was lost.
+      out.add(Finding_Kind::Restart, list, index,
+              "The " + kind + " sequence count starts again from 0 after " + std::to_string(*state.sequence));
     } else if (sequence != expected) {
       const int32_t missing = ((sequence - expected) % kSequenceModulus + kSequenceModulus) % kSequenceModulus;
       out.add(Finding_Kind::SequenceGap, list, index,

@@ -82,6 +82,46 @@ TEST_F(BatchTool, ExitStatusesSayHowTheCommandEnded) {
   EXPECT_NE(broken.err.find("N-Type.txt"), std::string::npos) << broken.err;
 }
 
+TEST_F(BatchTool, UsageErrorsNameTheOptionItsValuesAndTheCommandsHelp) {
+  struct Case {
+    std::vector<std::string> arguments;
+    std::vector<std::string> said;
+  };
+  const std::vector<Case> cases = {
+      {{"raw", file, "-t", "CSS", "--frame", "0"},
+       {"error: --frame: \"0\" is not a whole number from 1 to 2147483647\n", "Frame (ZEB: record) number, from 1",
+        "See: morvane-cli raw --help\n"}},
+      {{"raw", file, "-t", "XYZ"}, {"--type", "CSS,QM,GRM,FM,ZEB", "See: morvane-cli raw --help"}},
+      {{"summary", file}, {"--type is required", "CSS, QM, GRM, FM or ZEB", "See: morvane-cli summary --help"}},
+      {{"nonsense"},
+       {"error: unknown command \"nonsense\" for morvane-cli\n", "summary, convert, functest", "or export\n",
+        "See: morvane-cli --help\n"}},
+      {{}, {"error: morvane-cli needs a command\n", "See: morvane-cli --help"}},
+      {{"export"}, {"morvane-cli export needs a command", "hk, aux, dscal or spectra", "See: morvane-cli export --help"}},
+      {{"raw", file, "-t", "CSS", "--bogus"}, {"morvane-cli raw does not take \"--bogus\"", "See: morvane-cli raw --help"}},
+      {{"functest", file, "-t", "CSS", "--mode", "x"}, {"cruise,eaft", "See: morvane-cli functest --help"}},
+  };
+  for (const Case& c : cases) {
+    const auto run = testing::run_program(kCli, c.arguments);
+    EXPECT_EQ(run.status, 2) << run.err;
+    for (const std::string& text : c.said) EXPECT_PRED2(testing::contains, run.err, text);
+    EXPECT_EQ(run.err.find("subcommand"), std::string::npos) << run.err;
+    EXPECT_EQ(run.err.find("179769"), std::string::npos) << run.err;
+  }
+}
+
+TEST_F(BatchTool, AFileWithoutAKnownPacketGetsAWarningButTheSameOutputAndStatus) {
+  std::string text;
+  for (int k = 0; k < 3000; ++k) text += std::to_string(k % 997) + ", ";
+  testing::write_file(dir.path("wrong.qm"), text);
+  const auto run = testing::run_program(kCli, {"summary", dir.path("wrong.qm"), "-t", "QM", "--counts", "--base", base});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err.rfind("warning: no known packet identifier in the first 16 frames: this may not be a QM file", 0), 0u)
+      << run.err;
+  EXPECT_PRED2(testing::contains, run.out, "Unknown Packets");
+  EXPECT_EQ(testing::run_program(kCli, {"summary", file, "-t", "CSS", "--counts", "--base", base}).err, "");
+}
+
 TEST_F(BatchTool, TheBaseFolderDefaultsToThePointerFileHere) {
   const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
   EXPECT_EQ(here.status, 0) << here.err;

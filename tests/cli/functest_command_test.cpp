@@ -2,9 +2,11 @@
 // functest: the selection list and the evaluation of one test, their JSON keys and the report.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "cli_fixture.h"
+#include "core/program_version.h"
 
 namespace morvane {
 namespace {
@@ -54,7 +56,21 @@ TEST_F(FunctestCommand, ListJsonHasTheLabelsLinesAndScienceIndices) {
             (json{{"label1", "There was 1 Short form test collected during this session"},
                   {"label2", "Double click on test to view or Press 'cancel' to exit"},
                   {"lines", {"1     Short form test       40           7001"}},
-                  {"tests", {1}}}));
+                  {"tests", {1}},
+                  {"entries", {{{"number", 1}, {"sequence_count", 40}, {"lander_time", 7001}, {"science_index", 1}}}}}));
+}
+
+TEST_F(FunctestCommand, VerdictExitGivesStatus3ForAFailedTestAndChangesNothingElse) {
+  const auto plain = functest({"--mode", "cruise", "--test", "1", "--json"});
+  const auto verdict = functest({"--mode", "cruise", "--test", "1", "--json", "--verdict-exit"});
+  EXPECT_EQ(plain.status, 0) << plain.err;
+  EXPECT_EQ(verdict.status, 3) << verdict.err;
+  json with_verdict = json::parse(verdict.out);
+  json without = json::parse(plain.out);
+  EXPECT_EQ(with_verdict["overall"], "Fail");
+  for (json* j : {&with_verdict, &without}) j->erase("evaluated_at");  // the two runs' own times
+  EXPECT_EQ(with_verdict, without);
+  EXPECT_EQ(functest({"--mode", "cruise", "--verdict-exit"}).status, 0);  // a list has no verdict
 }
 
 TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
@@ -99,6 +115,21 @@ TEST_F(FunctestCommand, TheReportIsWrittenWhereAsked) {
   EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0u);
   EXPECT_NE(html.find("<td>Detector Voltage</td><td>1.00</td><td>1.00</td><td>kV</td><td>-2 .. 2</td>"),
             std::string::npos);
+}
+
+TEST_F(FunctestCommand, TheReportSaysWhenItWasMadeByWhichVersionFromWhichFile) {
+  const auto run = functest({"--mode", "cruise", "--test", "1", "--json"});
+  ASSERT_EQ(run.status, 0) << run.err;
+  const json j = json::parse(run.out);
+  // The digest of the file as sha256sum gives it.
+  const std::string listed = dir.path("sum.txt");
+  ASSERT_EQ(std::system(("sha256sum '" + file + "' > '" + listed + "'").c_str()), 0);
+  const std::string digest = testing::read_file(listed).substr(0, 64);
+  EXPECT_EQ(j["file_sha256"], digest);
+  EXPECT_EQ(j["program_version"], kProgramVersion);
+  EXPECT_EQ(j["evaluated_at"].get<std::string>().size(), std::string("2026-01-01 00:00:00").size());
+  const auto text = functest({"--mode", "cruise", "--test", "1"});
+  EXPECT_PRED2(testing::contains, text.out, digest);
 }
 
 }  // namespace

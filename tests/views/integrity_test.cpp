@@ -38,6 +38,17 @@ TEST_F(Integrity, SequenceGapsAndRepeatsWrapAt14Bits) {
   EXPECT_EQ(report.findings[1].text, "The housekeeping sequence count 4 follows 0: 3 packets missing");
 }
 
+TEST_F(Integrity, ACountStartingAgainFromZeroIsARestartNotAGap) {
+  FrameWriter writer(282);
+  writer.add_frame({hk(1349, 10), hk(1350, 18), hk(0, 26)});  // switched on anew
+  writer.add_frame({hk(1, 34), hk(3, 42)});                    // then one really missing
+  const auto report = check(writer);
+  EXPECT_EQ(kinds(report), (std::vector<std::string>{"restart hk 3", "sequence_gap hk 5"}));
+  EXPECT_EQ(report.findings[0].text, "The housekeeping sequence count starts again from 0 after 1350");
+  EXPECT_EQ(report.counts[static_cast<size_t>(Finding_Kind::SequenceGap)], 1);
+  EXPECT_EQ(report.counts[static_cast<size_t>(Finding_Kind::Restart)], 1);
+}
+
 TEST_F(Integrity, PacketsPastTheirFrameEmptyFramesAndUnknownIdentifiers) {
   FrameWriter writer(282);
   writer.add_frame({Packet{0x0F3C, 1, 290, 0, 5, {{16, 1}}, {}}});  // 297 bytes from offset 22

@@ -16,6 +16,10 @@ struct Test_Report_Source {
   int32_t test_number = 0;  // its line in the selection list, 1..
   int32_t test_count = 0;   // the lines of the list
   int32_t science_index = 0;
+  // How the report was made (report_provenance.h); each left out of the heading when empty.
+  std::string evaluated_at;     // local date and time of the evaluation
+  std::string program_version;  // of the program that evaluated it
+  std::string file_sha256;      // of the telemetry file
 };
 
 // One table of the report: a title, column headings and rows of cells (red where the view

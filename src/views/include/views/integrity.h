@@ -22,11 +22,12 @@ enum class Finding_Kind : uint8_t {
   UnknownIdentifier,  // a slot whose identifier no table knows: corruption
   PartialFrame,       // the file ends inside a frame (ZEB: record)
   PastEndOfFile,      // GRM/FM frames counted in 256-byte units that lie past the end
+  Restart,            // a sequence count starts again from 0: the instrument was switched on anew
 };
-inline constexpr int kFindingKinds = 9;
+inline constexpr int kFindingKinds = 10;
 
 // "sequence_gap", "sequence_repeat", "time_backwards", "time_jump", "past_frame_end",
-// "empty_frame", "unknown_identifier", "partial_frame", "past_end_of_file".
+// "empty_frame", "unknown_identifier", "partial_frame", "past_end_of_file", "restart".
 std::string_view finding_kind_name(Finding_Kind kind);
 
 enum class Catalogue_List : uint8_t { HK, Science, Information };

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "functest/test_report.h"
+
+namespace morvane {
+
+// The SHA-256 of a whole file as 64 lower-case hexadecimal digits, read in large blocks. A file
+// that cannot be read is "File not found" (or the read's error).
+std::string file_sha256(const std::string& path);
+
+// The local date and time now, "YYYY-MM-DD HH:MM:SS".
+std::string local_time_now();
+
+// Fills what says how a report was made: when the test was evaluated, by which version of the
+// program, and the SHA-256 of the telemetry file (source.file_name).
+void stamp_report_source(Test_Report_Source& source, const std::string& program_version);
+
+}  // namespace morvane
