@@ -15,7 +15,7 @@
 #include "functest/short_test.h"
 #include "functest/test_data.h"
 #include "functest/test_ranges.h"
-#include "series_blob.h"
+#include "archive/series_blob.h"
 #include "sql_text.h"
 #include "test_items.h"
 #include "views/hk_sensors.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "series_blob.h"
+#include "archive/series_blob.h"
 
 #include <algorithm>
 #include <bit>
