@@ -111,9 +111,10 @@ class PostgresDatabase final : public Database {
     }
     if (!chunk.empty()) send();
     if (PQputCopyEnd(connection_, nullptr) != 1) fail(PQerrorMessage(connection_));
-    check(Result(PQgetResult(connection_)));
-    while (Result rest{PQgetResult(connection_)}) {
+    Result end(PQgetResult(connection_));
+    while (Result rest{PQgetResult(connection_)}) {  // until the connection is idle again
     }
+    check(std::move(end));
   }
 
   void begin_write() override {
