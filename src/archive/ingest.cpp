@@ -19,7 +19,8 @@
 #include "sql_text.h"
 #include "test_items.h"
 #include "views/hk_sensors.h"
-#include "views/information_view.h"
+#include "views/information_translation.h"
+#include "views/information_words.h"
 #include "views/integrity.h"
 
 namespace morvane::archive {
@@ -358,9 +359,15 @@ class File_Writer {
     return static_cast<int64_t>(results.size());
   }
 
-  // The five translation lines of every information entry, as morvane-cli info gives them.
+  // The five translation lines of every information entry, as morvane-cli info gives them: the
+  // information window's own steps (its words, then the translation) without the drawing of
+  // the raw words, which the archive does not keep. ZEB records are never translated.
   void events() {
     const EntryList& list = session_.catalogue.Information_List;
+    const bool translated = session_.File_Type != FileFormat::ZEB;
+    const TelemetryFile& file = session_.telemetry();
+    Information_Words words;
+    Drawing memory;
     std::vector<Row> rows;
     const auto flush = [&] {
       db_.append("events",
@@ -375,14 +382,17 @@ class File_Writer {
         flush();
       }
       const Packet_Entry& entry = list[i];
-      Information_View view;  // fresh for each entry, as the batch tool's
+      Translation lines{};
       std::string error;
-      try {
-        view.show(session_, i);
-      } catch (const RuntimeError& failure) {
-        error = failure.message();
+      if (translated) {
+        try {
+          Load_Information(file, entry, session_.Byte_Reverse, words);
+          memory.clear();
+          lines = Translate_Information(session_.config, entry.Label, words, memory);
+        } catch (const RuntimeError& failure) {
+          error = failure.message();
+        }
       }
-      const Translation& lines = view.translation();
       rows.push_back({file_id_, int64_t{i}, int64_t{entry.Packet_Frame}, int64_t{entry.Sequence_Count},
                       int64_t{entry.Lander_Time}, std::string(label_text(entry.Label)), lines[0].text, lines[1].text,
                       lines[2].text, lines[3].text, lines[4].text, error});
