@@ -33,7 +33,9 @@ class Statement {
       status = sqlite3_bind_text64(statement_, index, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
     } else {
       const auto& blob = std::get<Blob>(value);
-      status = sqlite3_bind_blob64(statement_, index, blob.data(), blob.size(), SQLITE_STATIC);
+      // An empty vector may have no data pointer, which SQLite would bind as NULL.
+      status = blob.empty() ? sqlite3_bind_zeroblob(statement_, index, 0)
+                            : sqlite3_bind_blob64(statement_, index, blob.data(), blob.size(), SQLITE_STATIC);
     }
     check(status);
   }

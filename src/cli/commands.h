@@ -18,6 +18,7 @@ void add_concise_command(CLI::App& app);
 void add_trend_command(CLI::App& app);
 void add_integrity_command(CLI::App& app);
 void add_export_command(CLI::App& app);
+void add_archive_command(CLI::App& app);
 
 inline void add_commands(CLI::App& app) {
   add_summary_command(app);
@@ -32,6 +33,7 @@ inline void add_commands(CLI::App& app) {
   add_trend_command(app);
   add_integrity_command(app);
   add_export_command(app);
+  add_archive_command(app);
 }
 
 }  // namespace morvane::cli
