@@ -6,6 +6,11 @@
 // message.
 #include "campaign_window.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -13,6 +18,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include "app_fixture.h"
 #include "archive/archive.h"
@@ -27,6 +33,32 @@ namespace {
 
 constexpr int kBoardTemperature = 28;
 constexpr int kTestsPerCycle = 4;  // two of each mode, the second of each faulty
+
+// A loopback port that takes connections and never says a word, as a server that hangs does.
+class Silent_Port {
+ public:
+  Silent_Port() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    if (socket_ < 0 || ::bind(socket_, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
+        ::listen(socket_, 4) != 0 || ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length) != 0) {
+      return;
+    }
+    port_ = ntohs(address.sin_port);
+  }
+  ~Silent_Port() {
+    if (socket_ >= 0) ::close(socket_);
+  }
+  Silent_Port(const Silent_Port&) = delete;
+  Silent_Port& operator=(const Silent_Port&) = delete;
+  int port() const { return port_; }  // 0 when it could not listen
+
+ private:
+  int socket_;
+  int port_ = 0;
+};
 
 class CampaignWindow : public testing::AppTest {
  protected:
@@ -271,6 +303,29 @@ TEST_F(CampaignWindow, AServerThatCannotBeReachedIsAMessageAndTheWindowCarriesOn
   dialogs.texts.push_back("http://example");
   window->menuItem("mnuFileOpenArchive")->trigger();
   EXPECT_EQ(dialogs.messages.size(), 2u);
+}
+
+TEST_F(CampaignWindow, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
+  // A port that takes the connection and says nothing: the open waits on a worker thread.
+  const Silent_Port silent;
+  ASSERT_NE(silent.port(), 0);
+  int ticks = 0;
+  QTimer clock;
+  QObject::connect(&clock, &QTimer::timeout, [&] { ++ticks; });
+  clock.start(50);
+  dialogs.choices.push_back(2);
+  dialogs.texts.push_back(QStringLiteral("postgresql://morvane@127.0.0.1:%1/campaign?connect_timeout=1")
+                              .arg(silent.port()));
+  window->menuItem("mnuFileOpenArchive")->trigger();
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  auto* campaign = shown<Campaign_Window>(ViewKind::Campaign);
+  ASSERT_NE(campaign, nullptr);
+  EXPECT_FALSE(campaign->isOpen());
+  EXPECT_TRUE(archive_setting().isEmpty());
+  // Built without PostgreSQL the answer is immediate; with it, the window went on serving events.
+  if (!dialogs.messages[0].contains("not built")) {
+    EXPECT_GT(ticks, 5) << dialogs.messages[0].toStdString();
+  }
 }
 
 }  // namespace
