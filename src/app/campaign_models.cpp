@@ -33,7 +33,8 @@ QString test_mode_caption(const std::string& mode) {
 QString failed_items_text(const archive::Test_Record& test) {
   QStringList names;
   for (const archive::Test_Item& item : test.items) {
-    if (item.failed) names << text_of(item.name).trimmed();
+    // The summary's sub-system rows restate the items that failed in them.
+    if (item.failed && item.table != "subsystems") names << text_of(item.name).trimmed();
   }
   return names.join(QStringLiteral(", "));
 }

@@ -97,7 +97,7 @@ class Campaign_Event_Model : public Campaign_Table_Model {
 
 // "Cruise Phase" or "EAFT" for the archive's mode names "cruise" and "eaft".
 QString test_mode_caption(const std::string& mode);
-// The names of a test's failed items, joined by commas.
+// The names of a test's failed items (not the summary's sub-systems), joined by commas.
 QString failed_items_text(const archive::Test_Record& test);
 
 }  // namespace morvane

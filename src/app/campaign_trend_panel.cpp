@@ -42,18 +42,47 @@ void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
   if (boundaries_.empty() || !drawn) return;
   const QRect area = plotArea();
   const Time_Window shown = window();
+
+  // Files that start in the same pixel column share a line and a label.
+  std::vector<File_Boundary> in_time = boundaries_;
+  std::stable_sort(in_time.begin(), in_time.end(),
+                   [](const File_Boundary& a, const File_Boundary& b) { return a.lander_time < b.lander_time; });
+  struct Mark {
+    int x;
+    QString label;
+  };
+  std::vector<Mark> marks;
+  for (const File_Boundary& boundary : in_time) {
+    if (boundary.lander_time < shown.from || boundary.lander_time > shown.to) continue;
+    const int x =
+        area.left() + static_cast<int>(std::lround((boundary.lander_time - shown.from) / shown.span() * area.width()));
+    if (!marks.empty() && x - marks.back().x <= 1) {
+      marks.back().label += QStringLiteral(", ") + boundary.name;
+    } else {
+      marks.push_back({x, boundary.name});
+    }
+  }
+
+  // Each line dotted over the lanes, its label at the foot of the plot; a label that would run
+  // into the one before it goes a line higher.
   QPainter painter(this);
   QPen pen(kBoundaryColour);
   pen.setStyle(Qt::DotLine);
   const QFontMetrics metrics(font());
-  for (const File_Boundary& boundary : boundaries_) {
-    if (boundary.lander_time < shown.from || boundary.lander_time > shown.to) continue;
-    const int x =
-        area.left() + static_cast<int>(std::lround((boundary.lander_time - shown.from) / shown.span() * area.width()));
+  std::vector<int> row_ends;
+  for (const Mark& mark : marks) {
     painter.setPen(pen);
-    painter.drawLine(x, area.top(), x, area.bottom());
+    painter.drawLine(mark.x, area.top(), mark.x, area.bottom());
+    size_t row = 0;
+    while (row < row_ends.size() && row_ends[row] >= mark.x) ++row;
+    if (row == row_ends.size()) row_ends.push_back(0);
+    const int width = metrics.horizontalAdvance(mark.label) + 4;
+    row_ends[row] = mark.x + 2 + width;
+    const QRect box(mark.x + 2, area.bottom() - 2 - static_cast<int>(row + 1) * metrics.height(), width,
+                    metrics.height());
+    painter.fillRect(box, QColor(255, 255, 255, 210));
     painter.setPen(kBoundaryColour);
-    painter.drawText(x + 2, area.top() + metrics.ascent(), boundary.name);
+    painter.drawText(box.left() + 2, box.top() + metrics.ascent(), mark.label);
   }
 }
 

@@ -119,6 +119,7 @@ QTableView* Campaign_Window::makeTable(QSortFilterProxyModel* proxy, const std::
   view->setSelectionMode(QAbstractItemView::SingleSelection);
   view->setEditTriggers(QAbstractItemView::NoEditTriggers);
   view->setAlternatingRowColors(true);
+  view->setWordWrap(false);  // one line a row; the tool tip holds the rest
   view->verticalHeader()->hide();
   view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   view->horizontalHeader()->setStretchLastSection(true);
@@ -245,6 +246,7 @@ void Campaign_Window::show(std::vector<archive::File_Record> files, std::vector<
   event_model_->setFileNames(names);
   for (QTableView* view : {files_view_, tests_view_}) view->resizeColumnsToContents();
   trend_->setFiles(file_model_->files());
+  status_->setToolTip({});
   status_->setText(tr("%1: %2 files, %3 tests, %4 not passed")
                        .arg(shownLocation())
                        .arg(file_count)
@@ -312,6 +314,9 @@ archive::Ingest_Report Campaign_Window::ingestFiles(const QStringList& paths, Fi
                                          .arg(report.skipped.size())
                                          .arg(report.failed.size())
                                          .arg(report.cancelled ? tr(" (cancelled)") : QString()));
+  QStringList skipped;
+  for (const archive::Skipped_File& file : report.skipped) skipped << text_of(file.file + ": " + file.reason);
+  status_->setToolTip(skipped.join(QLatin1Char('\n')));
   if (!report.failed.empty()) {
     guarded([&] {
       std::string detail = std::to_string(report.failed.size()) + " of the files could not be added to the archive";

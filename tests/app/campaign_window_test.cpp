@@ -142,7 +142,11 @@ TEST_F(CampaignWindow, TheMenuOpensTheArchiveAndListsEveryFileAndTest) {
     ++failed;
     EXPECT_EQ(colour(tests, row, Campaign_Test_Model::Verdict), QColor(255, 0, 0));
     EXPECT_EQ(colour(tests, row, Campaign_Test_Model::FailedItems), QColor(255, 0, 0));
-    EXPECT_FALSE(cell(tests, row, Campaign_Test_Model::FailedItems).isEmpty());
+    const QStringList items = cell(tests, row, Campaign_Test_Model::FailedItems).split(QStringLiteral(", "));
+    if (cell(tests, row, Campaign_Test_Model::Mode) == "Cruise Phase") {
+      EXPECT_TRUE(items.contains("V 7")) << items.join('/').toStdString();  // its lost packet carried V 7 to V 11
+    }
+    EXPECT_FALSE(items.contains("Valves"));  // the summary's sub-system rows are left out
   }
   EXPECT_EQ(failed, 4);
   campaign->failedOnlyBox()->setChecked(true);
