@@ -16,6 +16,7 @@
 
 #include "core/configuration.h"
 #include "functest/sensor_limits.h"
+#include "sensor_checklist.h"
 
 namespace morvane {
 
@@ -88,8 +89,9 @@ void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
 
 // --- The panel -------------------------------------------------------------------------------
 
-Campaign_Trend_Panel::Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, QWidget* parent)
-    : QWidget(parent), config_(config), reader_(std::move(reader)) {
+Campaign_Trend_Panel::Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, Guard guard,
+                                           QWidget* parent)
+    : QWidget(parent), config_(config), reader_(std::move(reader)), guard_(std::move(guard)) {
   chart_ = new Campaign_Trend_Chart(this);
   status_ = new QLabel(this);
   status_->setObjectName("TrendStatus");
@@ -108,16 +110,7 @@ QWidget* Campaign_Trend_Panel::makeControls() {
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(new QLabel(tr("Sensors"), panel));
-  sensors_ = new QListWidget(panel);
-  sensors_->setObjectName("SensorList");
-  for (int s = 1; s <= config_.Sensor_Count(); ++s) {
-    auto* item =
-        new QListWidgetItem(QStringLiteral("%1  %2").arg(s, 2).arg(text_of(config_.sensor(s).Sensor_Name)), sensors_);
-    item->setData(Qt::UserRole, s);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
-    item->setCheckState(Qt::Unchecked);
-  }
-  sensors_->setMinimumWidth(190);
+  sensors_ = make_sensor_checklist(config_, panel);
   column->addWidget(sensors_, 1);
   connect(sensors_, &QListWidget::itemChanged, this, [this] { readSeries(); });
 
@@ -152,21 +145,9 @@ QWidget* Campaign_Trend_Panel::makeControls() {
   return panel;
 }
 
-std::vector<int> Campaign_Trend_Panel::chosenSensors() const {
-  std::vector<int> chosen;
-  for (int row = 0; row < sensors_->count(); ++row) {
-    const QListWidgetItem* item = sensors_->item(row);
-    if (item->checkState() == Qt::Checked) chosen.push_back(item->data(Qt::UserRole).toInt());
-  }
-  return chosen;
-}
+std::vector<int> Campaign_Trend_Panel::chosenSensors() const { return checked_sensors(*sensors_); }
 
-void Campaign_Trend_Panel::setSensorChosen(int sensor, bool chosen) {
-  for (int row = 0; row < sensors_->count(); ++row) {
-    QListWidgetItem* item = sensors_->item(row);
-    if (item->data(Qt::UserRole).toInt() == sensor) item->setCheckState(chosen ? Qt::Checked : Qt::Unchecked);
-  }
-}
+void Campaign_Trend_Panel::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
 
 void Campaign_Trend_Panel::setFiles(const std::vector<archive::File_Record>& files) {
   has_files_ = !files.empty();
@@ -222,21 +203,15 @@ void Campaign_Trend_Panel::readLimitFile() {
   ranges_.reset();
   const int mode = limit_mode_->currentIndex();
   if (mode == kNoLimits || !limit_type_) return;
-  try {
+  // A limit file that cannot be read is shown and leaves the plot without limits.
+  guard_([&] {
     ranges_ = read_test_ranges_if_present(config_.Egse_Path, *limit_type_,
                                           mode == 1 ? TestMode::CruisePhase : TestMode::EAFT);
-  } catch (const std::exception&) {
-    ranges_.reset();  // a limit file that cannot be read leaves the plot without limits, as the status says
-  }
+  });
 }
 
 void Campaign_Trend_Panel::plotSeries() {
-  std::vector<std::optional<Trend_Limits>> limits;
-  for (const Trend_Series& one : series_) {
-    std::optional<Limit_Pair> pair;
-    if (ranges_) pair = sensor_limits(*ranges_, one.number);
-    limits.push_back(pair ? std::optional<Trend_Limits>(Trend_Limits{pair->min, pair->max}) : std::nullopt);
-  }
+  std::vector<std::optional<Trend_Limits>> limits = series_limits(series_, ranges_);
   chart_->setMessage(has_files_ ? tr("Tick the sensors to plot") : tr("The archive holds no files"));
   chart_->setSeries(&series_, std::move(limits));
   showStatus();

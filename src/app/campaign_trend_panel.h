@@ -58,7 +58,10 @@ class Campaign_Trend_Panel : public QWidget {
   // did not complete.
   using Trend_Reader = std::function<std::optional<std::vector<archive::Sensor_Trend>>(const archive::Trend_Query&)>;
 
-  Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, QWidget* parent = nullptr);
+  // Runs work, showing a failure in a message box (the window's event handler guard).
+  using Guard = std::function<bool(const std::function<void()>&)>;
+
+  Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, Guard guard, QWidget* parent = nullptr);
 
   // The archive's files changed: their boundaries and the type whose limit file applies; the
   // ticked sensors are read again.
@@ -87,6 +90,7 @@ class Campaign_Trend_Panel : public QWidget {
 
   const Configuration& config_;
   Trend_Reader reader_;
+  Guard guard_;
   std::optional<FileFormat> limit_type_;
   std::optional<Test_Ranges> ranges_;
   std::vector<Trend_Series> series_;

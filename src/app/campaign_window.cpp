@@ -92,7 +92,7 @@ Campaign_Window::Campaign_Window(EGSE_MDI& mdi)
         }
         return trends;
       },
-      this);
+      [this](const std::function<void()>& work) { return guarded(work); }, this);
   tabs_->addTab(trend_, tr("Trend"));
   tabs_->addTab(makeEventsTab(), tr("Events"));
 
