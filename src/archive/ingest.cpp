@@ -15,11 +15,12 @@
 #include "functest/short_test.h"
 #include "functest/test_data.h"
 #include "functest/test_ranges.h"
-#include "series_blob.h"
+#include "archive/series_blob.h"
 #include "sql_text.h"
 #include "test_items.h"
 #include "views/hk_sensors.h"
-#include "views/information_view.h"
+#include "views/information_translation.h"
+#include "views/information_words.h"
 #include "views/integrity.h"
 
 namespace morvane::archive {
@@ -98,9 +99,46 @@ struct Test_Result {
   std::string error;
 };
 
+// The information entries whose lander time lies in a window, in list order, found through an
+// index by time built once per file.
+class Information_By_Time {
+ public:
+  explicit Information_By_Time(const EntryList& list) {
+    by_time_.reserve(static_cast<size_t>(list.size()));
+    for (int32_t i = 1; i <= list.size(); ++i) by_time_.emplace_back(list[i].Lander_Time, i);
+    std::sort(by_time_.begin(), by_time_.end());
+  }
+  // Entries of list with from < time < to, in list order, into out.
+  void between(const EntryList& list, int32_t from, int32_t to, EntryList& out) const {
+    std::vector<int32_t> indices;
+    for (auto it = std::upper_bound(by_time_.begin(), by_time_.end(), std::pair{from, std::numeric_limits<int32_t>::max()});
+         it != by_time_.end() && it->first < to; ++it) {
+      indices.push_back(it->second);
+    }
+    std::sort(indices.begin(), indices.end());
+    out.clear();
+    for (int32_t i : indices) out.push_back(list[i]);
+  }
+
+ private:
+  std::vector<std::pair<int32_t, int32_t>> by_time_;
+};
+
 // Every short form test of both modes, each evaluated as functest --test evaluates it.
 std::vector<Test_Result> evaluate_tests(Session& session, const Cancel_Check& cancel) {
   std::vector<Test_Result> results;
+  // The evaluation looks for its RF frequency event among the information entries of the test's
+  // window, walking the whole list for each test: over a long file that is quadratic. It is
+  // given the list narrowed to the entries of that window (in list order, so it finds the same
+  // event); the full list is put back afterwards.
+  EntryList information;
+  std::swap(information, session.catalogue.Information_List);
+  struct Restore {
+    EntryList& full;
+    EntryList& in_session;
+    ~Restore() { std::swap(full, in_session); }
+  } restore{information, session.catalogue.Information_List};
+  const Information_By_Time by_time(information);
   for (const TestMode mode : {TestMode::CruisePhase, TestMode::EAFT}) {
     session.Test_Mode = std::string(test_mode_text(mode));
     const Short_Test_List list = find_short_tests(session, mode);
@@ -126,6 +164,10 @@ std::vector<Test_Result> evaluate_tests(Session& session, const Cancel_Check& ca
       if (ranges) {
         try {
           const Test_Packets packets = collect_test_packets(session.catalogue, result.science_index);
+          by_time.between(information, packets.Start_Time,
+                          static_cast<int32_t>(std::min<int64_t>(int64_t{packets.Start_Time} + kTestWindowSeconds,
+                                                                 std::numeric_limits<int32_t>::max())),
+                          session.catalogue.Information_List);
           const Test_Readings readings = Load_Test_Data(session, packets);
           result.evaluation = evaluate_short_test(session.config, mode, packets, readings, *ranges);
         } catch (const RuntimeError& error) {
@@ -209,38 +251,54 @@ class File_Writer {
     const EntryList& list = session_.catalogue.HK_List;
     const int sensors = config.Sensor_Count();
     if (sensors == 0 || list.empty()) return;
+    // The bytes are read a row at a time below; these raise what at() would for a short table.
+    bytes.at(std::max(sensors, 28), list.size());
     std::vector<double> board_term(256);
-    std::vector<bool> board_known(256);
+    std::vector<uint8_t> board_known(256);
     std::vector<double> with_term(static_cast<size_t>(sensors) * 65536);
-    std::vector<bool> with_known(with_term.size());
+    std::vector<uint8_t> with_known(with_term.size());
     std::vector<double> without_term(static_cast<size_t>(sensors) * 256);
-    std::vector<bool> without_known(without_term.size());
+    std::vector<uint8_t> without_known(without_term.size());
     std::vector<std::vector<double>> on(static_cast<size_t>(sensors)), off(static_cast<size_t>(sensors));
+    std::vector<const uint8_t*> rows_of_chunk;
     for (int32_t first = 1; first <= list.size(); first += kChunkEntries) {
       cancel_();
       const int32_t last = std::min(list.size(), first + kChunkEntries - 1);
-      for (auto& v : on) v.clear();
-      for (auto& v : off) v.clear();
+      rows_of_chunk.clear();
       for (int32_t k = first; k <= last; ++k) {
-        const uint8_t board = bytes.at(28, k);
+        const uint8_t* row = bytes.row(k);
+        rows_of_chunk.push_back(row);
+        const uint8_t board = row[27];
         if (!board_known[board]) {
           board_term[board] = board_cold_junction_term(config, board);
-          board_known[board] = true;
+          board_known[board] = 1;
         }
-        for (int s = 1; s <= sensors; ++s) {
-          const uint8_t byte = bytes.at(s, k);
-          const size_t with_slot = (static_cast<size_t>(s - 1) << 16) | (static_cast<size_t>(board) << 8) | byte;
-          if (!with_known[with_slot]) {
-            with_term[with_slot] = hk_byte_value(config, s, byte, board_term[board]).value;
-            with_known[with_slot] = true;
+      }
+      // Sensor by sensor, so that one sensor's table of values stays in the cache.
+      for (int s = 1; s <= sensors; ++s) {
+        const size_t column = static_cast<size_t>(s - 1);
+        double* with_values = &with_term[column << 16];
+        uint8_t* with_flags = &with_known[column << 16];
+        double* without_values = &without_term[column * 256];
+        uint8_t* without_flags = &without_known[column * 256];
+        auto& with = on[column];
+        auto& without = off[column];
+        with.clear();
+        without.clear();
+        for (const uint8_t* row : rows_of_chunk) {
+          const uint8_t board = row[27];
+          const uint8_t byte = row[column];
+          const size_t slot = (static_cast<size_t>(board) << 8) | byte;
+          if (!with_flags[slot]) {
+            with_values[slot] = hk_byte_value(config, s, byte, board_term[board]).value;
+            with_flags[slot] = 1;
           }
-          const size_t without_slot = static_cast<size_t>(s - 1) * 256 + byte;
-          if (!without_known[without_slot]) {
-            without_term[without_slot] = hk_byte_value(config, s, byte, 0).value;
-            without_known[without_slot] = true;
+          if (!without_flags[byte]) {
+            without_values[byte] = hk_byte_value(config, s, byte, 0).value;
+            without_flags[byte] = 1;
           }
-          on[static_cast<size_t>(s - 1)].push_back(with_term[with_slot]);
-          off[static_cast<size_t>(s - 1)].push_back(without_term[without_slot]);
+          with.push_back(with_values[slot]);
+          without.push_back(without_values[byte]);
         }
       }
       std::vector<Row> rows;
@@ -301,9 +359,15 @@ class File_Writer {
     return static_cast<int64_t>(results.size());
   }
 
-  // The five translation lines of every information entry, as morvane-cli info gives them.
+  // The five translation lines of every information entry, as morvane-cli info gives them: the
+  // information window's own steps (its words, then the translation) without the drawing of
+  // the raw words, which the archive does not keep. ZEB records are never translated.
   void events() {
     const EntryList& list = session_.catalogue.Information_List;
+    const bool translated = session_.File_Type != FileFormat::ZEB;
+    const TelemetryFile& file = session_.telemetry();
+    Information_Words words;
+    Drawing memory;
     std::vector<Row> rows;
     const auto flush = [&] {
       db_.append("events",
@@ -318,14 +382,17 @@ class File_Writer {
         flush();
       }
       const Packet_Entry& entry = list[i];
-      Information_View view;  // fresh for each entry, as the batch tool's
+      Translation lines{};
       std::string error;
-      try {
-        view.show(session_, i);
-      } catch (const RuntimeError& failure) {
-        error = failure.message();
+      if (translated) {
+        try {
+          Load_Information(file, entry, session_.Byte_Reverse, words);
+          memory.clear();
+          lines = Translate_Information(session_.config, entry.Label, words, memory);
+        } catch (const RuntimeError& failure) {
+          error = failure.message();
+        }
       }
-      const Translation& lines = view.translation();
       rows.push_back({file_id_, int64_t{i}, int64_t{entry.Packet_Frame}, int64_t{entry.Sequence_Count},
                       int64_t{entry.Lander_Time}, std::string(label_text(entry.Label)), lines[0].text, lines[1].text,
                       lines[2].text, lines[3].text, lines[4].text, error});

@@ -6,7 +6,7 @@
 
 #include "archive/archive.h"
 #include "core/error.h"
-#include "series_blob.h"
+#include "archive/series_blob.h"
 #include "sql_text.h"
 
 namespace morvane::archive {

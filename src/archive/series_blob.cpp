@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "series_blob.h"
+#include "archive/series_blob.h"
 
 #include <algorithm>
 #include <bit>
@@ -67,8 +67,15 @@ Encoded_Values encode_values(const std::vector<double>& values) {
   std::vector<double> palette;
   std::vector<uint8_t> codes;
   codes.reserve(values.size());
+  // Telemetry changes slowly: most values repeat the one before.
+  uint64_t last_bits = 0;
+  uint8_t last_code = 0;
   for (double value : values) {
     const auto bits = std::bit_cast<uint64_t>(value);
+    if (!codes.empty() && bits == last_bits) {
+      codes.push_back(last_code);
+      continue;
+    }
     auto found = index.find(bits);
     if (found == index.end()) {
       if (palette.size() == 256) return {kFloat64Encoding, {}, pack(values)};
@@ -76,6 +83,8 @@ Encoded_Values encode_values(const std::vector<double>& values) {
       palette.push_back(value);
     }
     codes.push_back(found->second);
+    last_bits = bits;
+    last_code = found->second;
   }
   return {kPaletteEncoding, pack(palette), std::move(codes)};
 }

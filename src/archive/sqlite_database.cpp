@@ -110,6 +110,8 @@ class SqliteDatabase final : public Database {
       // WAL lets a window read while an ingest writes; NORMAL synchronous is still durable at
       // each checkpoint and never corrupts, which is what a killed ingest needs.
       execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA foreign_keys=ON");
+      // A larger page cache than the default 2 MB: an ingest writes hundreds of MB of pages.
+      execute("PRAGMA cache_size=-65536");
     } catch (...) {
       sqlite3_close(db_);
       throw;

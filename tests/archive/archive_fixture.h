@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// A small campaign of the simulated instrument (one cycle in each of the five formats, with its
+// configuration and limit files) and a fresh archive of the backend under test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "archive/archive.h"
+#include "archive_backends.h"
+#include "core/file_format.h"
+#include "core/session.h"
+#include "sim/config_writer.h"
+#include "sim/telemetry_writer.h"
+#include "test_files.h"
+
+namespace morvane::testing {
+
+// Written once per test program and shared read-only by its tests.
+struct Campaign_Files {
+  TempDir dir;
+  std::string base;
+  Configuration config;
+  std::map<FileFormat, std::string> files;  // one cycle of each format
+
+  Campaign_Files() {
+    base = sim::write_configuration(dir.path("base"));
+    config = load_configuration(base);
+    for (const FileFormat format : {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM, FileFormat::ZEB}) {
+      const std::string path = dir.path("cycle." + std::string(format_tag(format)));
+      sim::Telemetry_Options options;
+      options.format = format;
+      sim::write_telemetry(path, options);
+      files[format] = path;
+    }
+  }
+  // The file loaded as the single-file commands load it.
+  Session session(FileFormat format) const {
+    Session opened;
+    opened.config = config;
+    load_telemetry(opened, files.at(format), format);
+    return opened;
+  }
+};
+
+inline const Campaign_Files& campaign() {
+  static const Campaign_Files files;
+  return files;
+}
+
+inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
+                                         FileFormat::ZEB};
+
+class ArchiveTest : public ::testing::TestWithParam<Archive_Backend> {
+ protected:
+  void SetUp() override { location = GetParam().fresh_archive(dir); }
+  std::unique_ptr<archive::Archive> open() const { return archive::open_archive(location); }
+  // Ingests paths of one format with the campaign's configuration.
+  archive::Ingest_Report ingest(const std::vector<std::string>& paths, FileFormat type,
+                                bool byte_reverse = true) const {
+    archive::Ingest_Options options;
+    options.type = type;
+    options.byte_reverse = byte_reverse;
+    return open()->ingest(paths, campaign().config, options);
+  }
+  void ingest_all() const {
+    for (const FileFormat format : kAllFormats) {
+      const auto report = ingest({campaign().files.at(format)}, format);
+      ASSERT_EQ(report.added.size(), 1u) << format_tag(format);
+    }
+  }
+
+  TempDir dir;
+  std::string location;
+};
+
+inline std::string backend_name(const ::testing::TestParamInfo<Archive_Backend>& info) { return info.param.name; }
+
+}  // namespace morvane::testing

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+// The ingest rules: same content skipped, changed content replaced, bad files reported while the
+// others go in, folders walked, cancel keeps what was committed.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "archive_fixture.h"
+#include "core/error.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ArchiveTest;
+using testing::campaign;
+
+class ArchiveIngest : public ArchiveTest {
+ protected:
+  std::string copy_of(FileFormat format, const std::string& name) const {
+    const std::string path = dir.path(name);
+    fs::copy_file(campaign().files.at(format), path);
+    return path;
+  }
+  int64_t points_of_file(int64_t file_id) const {
+    archive::Trend_Query query;
+    query.sensors = {1};
+    const auto points = open()->trend(query).at(0).points;
+    return std::count_if(points.begin(), points.end(), [&](const auto& p) { return p.file_id == file_id; });
+  }
+};
+
+TEST_P(ArchiveIngest, SameContentUnderAnotherPathIsSkippedAndNeverDoubled) {
+  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
+  const auto report = ingest({copy_of(FileFormat::CSS, "again.css")}, FileFormat::CSS);
+  EXPECT_TRUE(report.added.empty());
+  ASSERT_EQ(report.skipped.size(), 1u);
+  EXPECT_NE(report.skipped[0].reason.find(campaign().files.at(FileFormat::CSS)), std::string::npos);
+  EXPECT_EQ(open()->files().size(), 1u);
+  EXPECT_EQ(open()->tests().size(), 4u);
+}
+
+TEST_P(ArchiveIngest, SameBytesAsAnotherTypeOrByteOrderAreAnotherReading) {
+  // The CSS cycle read as a QM file, and read in the other byte order.
+  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
+  EXPECT_EQ(ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::QM).added.size(), 1u);
+  EXPECT_EQ(ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS, false).added.size(), 1u);
+  const auto files = open()->files();
+  ASSERT_EQ(files.size(), 3u);
+  EXPECT_EQ(files[0].sha256, files[1].sha256);
+  EXPECT_EQ(files[1].type, "QM");
+  EXPECT_FALSE(files[2].byte_reverse);
+}
+
+TEST_P(ArchiveIngest, Sha256IsTheContentsDigest) {
+  ingest({campaign().files.at(FileFormat::FM)}, FileFormat::FM);
+  // The digest of the standard tool, for the same bytes.
+  const std::string out = dir.path("digest");
+  ASSERT_EQ(std::system(("sha256sum '" + campaign().files.at(FileFormat::FM) + "' > '" + out + "'").c_str()), 0);
+  EXPECT_EQ(open()->files().at(0).sha256, testing::read_file(out).substr(0, 64));
+}
+
+TEST_P(ArchiveIngest, AGrownLogReplacesItsRowsAndKeepsItsNumber) {
+  const std::string log = dir.path("grows.css");
+  sim::Telemetry_Options options;
+  options.frames = 200;
+  sim::write_telemetry(log, options);
+  ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
+  ASSERT_EQ(ingest({log}, FileFormat::CSS).added.size(), 1u);
+  const int64_t before = points_of_file(2);
+  options.frames = 593;
+  sim::write_telemetry(log, options);
+  const auto report = ingest({log}, FileFormat::CSS);
+  ASSERT_EQ(report.added.size(), 1u);
+  EXPECT_TRUE(report.added[0].replaced);
+  EXPECT_EQ(report.added[0].file_id, 2);
+  const auto files = open()->files();
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[1].frames, 593);
+  EXPECT_EQ(points_of_file(2), files[1].hk_count);
+  EXPECT_GT(points_of_file(2), before);
+  archive::Test_Query of_log;
+  of_log.file_id = 2;
+  EXPECT_EQ(open()->tests(of_log).size(), static_cast<size_t>(files[1].tests));
+}
+
+TEST_P(ArchiveIngest, ADamagedFileIsReportedAndTheOthersStillGoIn) {
+  // A ZEB file cut inside its last record, and a path that is not there.
+  const std::string text = testing::read_file(campaign().files.at(FileFormat::ZEB));
+  const std::string damaged = dir.path("damaged.zeb");
+  testing::write_file(damaged, text.substr(0, text.size() / 2 + 7));
+  const std::string missing = dir.path("missing.zeb");
+  const auto report =
+      ingest({damaged, campaign().files.at(FileFormat::ZEB), missing, copy_of(FileFormat::ZEB, "copy.zeb")},
+             FileFormat::ZEB);
+  ASSERT_EQ(report.failed.size(), 2u);
+  EXPECT_EQ(report.failed[0].file, damaged);
+  EXPECT_FALSE(report.failed[0].error.empty());
+  EXPECT_EQ(report.failed[1].file, missing);
+  ASSERT_EQ(report.added.size(), 1u);
+  EXPECT_EQ(report.skipped.size(), 1u);
+  const auto files = open()->files();
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_EQ(files[0].path, campaign().files.at(FileFormat::ZEB));
+}
+
+TEST_P(ArchiveIngest, AFolderIsWalkedOnlyWhenRecursive) {
+  fs::create_directories(dir.path("cycles/deeper"));
+  fs::copy_file(campaign().files.at(FileFormat::GRM), dir.path("cycles/a.grm"));
+  sim::Telemetry_Options options;
+  options.format = FileFormat::GRM;
+  options.seed = 7;
+  options.frames = 150;
+  sim::write_telemetry(dir.path("cycles/deeper/b.grm"), options);
+  const auto flat = ingest({dir.path("cycles")}, FileFormat::GRM);
+  ASSERT_EQ(flat.failed.size(), 1u);
+  EXPECT_NE(flat.failed[0].error.find("--recursive"), std::string::npos);
+  archive::Ingest_Options walk;
+  walk.type = FileFormat::GRM;
+  walk.recursive = true;
+  const auto report = open()->ingest({dir.path("cycles")}, campaign().config, walk);
+  ASSERT_EQ(report.added.size(), 2u);
+  EXPECT_EQ(fs::path(report.added[0].file).filename(), "a.grm");
+  EXPECT_EQ(fs::path(report.added[1].file).filename(), "b.grm");
+}
+
+TEST_P(ArchiveIngest, ATestWithoutLimitFileIsListedUnevaluated) {
+  Configuration config = campaign().config;
+  const std::string base = sim::write_configuration(dir.path("base"));
+  fs::remove(fs::path(base) / "EGSE_info" / "Test Ranges" / "FM EAFT Mode.txt");
+  config.Egse_Path = base;
+  archive::Ingest_Options options;
+  options.type = FileFormat::FM;
+  ASSERT_EQ(open()->ingest({campaign().files.at(FileFormat::FM)}, config, options).added.size(), 1u);
+  const auto tests = open()->tests();
+  ASSERT_FALSE(tests.empty());
+  for (const auto& test : tests) {
+    if (test.mode == "eaft") {
+      EXPECT_FALSE(test.overall);
+      EXPECT_NE(test.error.find("FM EAFT Mode.txt"), std::string::npos) << test.error;
+      EXPECT_TRUE(test.items.empty());
+    } else {
+      EXPECT_TRUE(test.overall);
+    }
+  }
+}
+
+TEST_P(ArchiveIngest, CancelKeepsTheFilesCommittedAndLeavesNothingOfTheCurrentOne) {
+  std::atomic<bool> cancel{false};
+  archive::Ingest_Options options;
+  options.type = FileFormat::QM;
+  const auto stop_in_second_file = [&](int number, int, const std::string&, int64_t done, int64_t total) {
+    if (number == 2 && done > total / 2) cancel = true;
+  };
+  sim::Telemetry_Options other;
+  other.format = FileFormat::QM;
+  other.seed = 3;
+  sim::write_telemetry(dir.path("other.qm"), other);
+  const auto report = open()->ingest({campaign().files.at(FileFormat::QM), dir.path("other.qm"),
+                                      campaign().files.at(FileFormat::GRM)},
+                                     campaign().config, options, stop_in_second_file, &cancel);
+  EXPECT_TRUE(report.cancelled);
+  ASSERT_EQ(report.added.size(), 1u);
+  EXPECT_TRUE(report.failed.empty());
+  EXPECT_EQ(open()->files().size(), 1u);
+}
+
+TEST_P(ArchiveIngest, IngestLeavesTheCallersConfigurationAlone) {
+  Configuration config = campaign().config;
+  config.sensor(1).Value = 123.5;
+  const Configuration before = config;
+  archive::Ingest_Options options;
+  options.type = FileFormat::CSS;
+  open()->ingest({campaign().files.at(FileFormat::CSS)}, config, options);
+  EXPECT_EQ(config.sensor(1).Value, 123.5);
+  for (int s = 1; s <= config.Sensor_Count(); ++s) {
+    EXPECT_EQ(config.sensor(s).Voltage, before.sensor(s).Voltage);
+    EXPECT_EQ(config.sensor(s).Sensor_Unit, before.sensor(s).Sensor_Unit);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, ArchiveIngest, ::testing::ValuesIn(testing::archive_backends()),
+                         testing::backend_name);
+
+TEST(ArchiveServer, AServerThatCannotBeReachedIsARuntimeErrorNotAHang) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_THROW(archive::open_archive("postgresql://morvane@127.0.0.1:1/campaign?connect_timeout=2"), RuntimeError);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+TEST(ArchiveServer, OnlyPostgresUrlsNameAServer) {
+  EXPECT_TRUE(archive::is_postgres_url("postgresql://host/db"));
+  EXPECT_TRUE(archive::is_postgres_url("postgres://host/db"));
+  EXPECT_FALSE(archive::is_postgres_url("campaign.sqlite"));
+  EXPECT_FALSE(archive::is_postgres_url("/data/postgresql://odd"));
+}
+
+}  // namespace
+}  // namespace morvane

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// Ingests in other processes: one killed while it writes, two at the same time.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <set>
+
+#include "archive_fixture.h"
+
+namespace morvane {
+namespace {
+
+using testing::ArchiveTest;
+using testing::campaign;
+
+// Runs body in a child process and returns its pid; the child's exit status says whether body
+// returned true. Nothing of the parent's archive connections is used in the child.
+template <typename Body>
+pid_t in_child(Body body) {
+  const pid_t pid = fork();
+  if (pid == 0) {
+    bool ok = false;
+    try {
+      ok = body();
+    } catch (...) {
+    }
+    _exit(ok ? 0 : 1);
+  }
+  return pid;
+}
+
+int exit_status(pid_t pid) {
+  int status = 0;
+  waitpid(pid, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class ArchiveProcesses : public ArchiveTest {};
+
+TEST_P(ArchiveProcesses, AnIngestKilledWhileWritingLeavesTheArchiveAsItWas) {
+  ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
+  const auto files_before = open()->files();
+  const auto tests_before = open()->tests();
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = in_child([&] {
+    close(ready[0]);
+    archive::Ingest_Options options;
+    options.type = FileFormat::CSS;
+    // Deep inside the write transaction (values written, tests not yet): tell the parent, wait.
+    const auto stop_while_writing = [&](int, int, const std::string&, int64_t done, int64_t total) {
+      if (done * 100 >= total * 80 && done < total) {
+        const char byte = 1;
+        (void)!write(ready[1], &byte, 1);
+        pause();
+      }
+    };
+    return !archive::open_archive(location)
+                ->ingest({campaign().files.at(FileFormat::CSS)}, campaign().config, options, stop_while_writing)
+                .added.empty();
+  });
+  close(ready[1]);
+  char byte = 0;
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  close(ready[0]);
+  kill(child, SIGKILL);
+  EXPECT_EQ(exit_status(child), -1);
+
+  const auto archive = open();
+  const auto files = archive->files();
+  ASSERT_EQ(files.size(), files_before.size());
+  EXPECT_EQ(files[0].sha256, files_before[0].sha256);
+  EXPECT_EQ(archive->tests().size(), tests_before.size());
+  // No rows of the killed file anywhere.
+  for (const char* table : {"hk_values", "catalogue_chunks", "sensors", "events", "findings", "tests"}) {
+    const auto rows = archive->database().query(std::string("SELECT COUNT(*) FROM ") + table + " WHERE file_id <> " +
+                                                std::to_string(files[0].file_id));
+    EXPECT_EQ(std::get<int64_t>(rows.at(0).at(0)), 0) << table;
+  }
+  // The file goes in afterwards as if nothing happened.
+  EXPECT_EQ(ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS).added.size(), 1u);
+}
+
+TEST_P(ArchiveProcesses, TwoIngestsAtTheSameTimeBothLand) {
+  open();  // the schema exists before either starts
+  const auto ingest_in_child = [&](FileFormat format) {
+    return in_child([&, format] {
+      archive::Ingest_Options options;
+      options.type = format;
+      const auto report =
+          archive::open_archive(location)->ingest({campaign().files.at(format)}, campaign().config, options);
+      return report.added.size() == 1 && report.failed.empty();
+    });
+  };
+  const pid_t first = ingest_in_child(FileFormat::GRM);
+  const pid_t second = ingest_in_child(FileFormat::ZEB);
+  EXPECT_EQ(exit_status(first), 0);
+  EXPECT_EQ(exit_status(second), 0);
+  const auto files = open()->files();
+  ASSERT_EQ(files.size(), 2u);
+  std::set<std::string> types{files[0].type, files[1].type};
+  EXPECT_EQ(types, (std::set<std::string>{"GRM", "ZEB"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, ArchiveProcesses, ::testing::ValuesIn(testing::archive_backends()),
+                         testing::backend_name);
+
+}  // namespace
+}  // namespace morvane
