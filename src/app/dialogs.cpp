@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -19,6 +20,11 @@ namespace morvane {
 QString QtDialogs::openFileName(QWidget* parent, const QString& caption, const QString& folder,
                                 const QString& filter) {
   return QFileDialog::getOpenFileName(parent, caption, folder, filter);
+}
+
+QStringList QtDialogs::openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+                                    const QString& filter) {
+  return QFileDialog::getOpenFileNames(parent, caption, folder, filter);
 }
 
 namespace {
@@ -97,6 +103,12 @@ int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList
   layout->addWidget(buttons);
   if (dialog.exec() != QDialog::Accepted) return -1;
   return group->checkedId();
+}
+
+QString QtDialogs::askText(QWidget* parent, const QString& text, const QString& initial) {
+  bool accepted = false;
+  const QString typed = QInputDialog::getText(parent, kProgramCaption, text, QLineEdit::Normal, initial, &accepted);
+  return accepted ? typed.trimmed() : QString();
 }
 
 }  // namespace morvane

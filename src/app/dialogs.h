@@ -18,6 +18,12 @@ class Dialogs {
   // The file chosen to open or to write, or an empty text when the user cancelled.
   virtual QString openFileName(QWidget* parent, const QString& caption, const QString& folder,
                                const QString& filter) = 0;
+  // Several files to open; by default the one file openFileName gives.
+  virtual QStringList openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+                                    const QString& filter) {
+    const QString one = openFileName(parent, caption, folder, filter);
+    return one.isEmpty() ? QStringList() : QStringList{one};
+  }
   virtual QString saveFileName(QWidget* parent, const QString& caption, const QString& folder,
                                const QString& filter) = 0;
   // The folder chosen, or an empty text when the user cancelled.
@@ -39,12 +45,18 @@ class Dialogs {
                         int /*preselected*/) {
     return -1;
   }
+
+  // A line of text the user types (initial filled in): the text, or an empty text when the user
+  // cancelled. Without a user: empty.
+  virtual QString askText(QWidget* /*parent*/, const QString& /*text*/, const QString& /*initial*/) { return {}; }
 };
 
 // The dialogs of the desktop: QFileDialog and QMessageBox.
 class QtDialogs : public Dialogs {
  public:
   QString openFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
+  QStringList openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+                            const QString& filter) override;
   QString saveFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
   QString existingFolder(QWidget* parent, const QString& caption, const QString& folder) override;
   void message(QWidget* parent, const QString& text) override;
@@ -52,6 +64,7 @@ class QtDialogs : public Dialogs {
   bool askYesNo(QWidget* parent, const QString& text) override;
   bool choosePrinter(QWidget* parent, QPrinter& printer) override;
   int chooseOne(QWidget* parent, const QString& text, const QStringList& choices, int preselected) override;
+  QString askText(QWidget* parent, const QString& text, const QString& initial) override;
 };
 
 // The caption of the program's message boxes.

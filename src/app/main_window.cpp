@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "background_pass.h"
+#include "campaign_window.h"
 #include "core/windows_path.h"
 #include "dialogs.h"
 #include "error_trap.h"
@@ -102,6 +103,10 @@ void EGSE_MDI::createMenus() {
   addItem(file, "mnuLoadFile_FM", "Load & FM file (280 bytes)", [this] { Open_EGSE_File(FileFormat::FM); });
   addItem(file, "mnuLoadFile_QM", "Load &QM file (282 bytes)", [this] { Open_EGSE_File(FileFormat::QM); });
   addItem(file, "mnuLoadFile_ZebFormat", "Load File (&ZEB format)", [this] { Open_EGSE_File(FileFormat::ZEB); });
+  separator(file, "mnuSeparatorArchive");
+  addItem(file, "mnuFileOpenArchive", "Open &Archive...", [this] { open_campaign_archive(*this); }, ViewKind::Campaign);
+  addItem(file, "mnuFileAddToArchive", "Add Files to Archi&ve...", [this] { add_files_to_campaign_archive(*this); },
+          ViewKind::Campaign);
   separator(file, "mnuSeparartor1");
   addItem(file, "mnuExit", "E&xit", [] { QCoreApplication::exit(0); });
 

@@ -10,6 +10,7 @@ namespace {
 constexpr const char* kLogFileKey = "collection/log_file";
 constexpr const char* kBaseFolderKey = "startup/base_folder";
 constexpr const char* kLastFolderKey = "files/last_folder";
+constexpr const char* kArchiveKey = "campaign/archive";
 
 QString text_setting(const char* key, const QString& fallback = {}) {
   return QSettings().value(key, fallback).toString();
@@ -27,5 +28,8 @@ void set_base_folder_setting(const QString& folder) { set_text_setting(kBaseFold
 
 QString last_folder_setting() { return text_setting(kLastFolderKey); }
 void set_last_folder_setting(const QString& folder) { set_text_setting(kLastFolderKey, folder); }
+
+QString archive_setting() { return text_setting(kArchiveKey); }
+void set_archive_setting(const QString& path_or_url) { set_text_setting(kArchiveKey, path_or_url); }
 
 }  // namespace morvane

@@ -23,4 +23,8 @@ void set_base_folder_setting(const QString& folder);
 QString last_folder_setting();
 void set_last_folder_setting(const QString& folder);
 
+// The campaign archive last opened (a SQLite file or a postgresql:// URL); empty if none.
+QString archive_setting();
+void set_archive_setting(const QString& path_or_url);
+
 }  // namespace morvane

@@ -26,6 +26,7 @@
 #include "export/trend_export.h"
 #include "functest/sensor_limits.h"
 #include "main_window.h"
+#include "sensor_checklist.h"
 #include "trend_chart.h"
 
 namespace morvane {
@@ -73,17 +74,7 @@ QWidget* Trend_Form::makeControls() {
   column->setContentsMargins(0, 0, 0, 0);
 
   column->addWidget(new QLabel(tr("Sensors"), panel));
-  sensors_ = new QListWidget(panel);
-  sensors_->setObjectName("SensorList");
-  const Configuration& config = session().config;
-  for (int s = 1; s <= config.Sensor_Count(); ++s) {
-    auto* item =
-        new QListWidgetItem(QStringLiteral("%1  %2").arg(s, 2).arg(text_of(config.sensor(s).Sensor_Name)), sensors_);
-    item->setData(Qt::UserRole, s);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
-    item->setCheckState(Qt::Unchecked);
-  }
-  sensors_->setMinimumWidth(190);
+  sensors_ = make_sensor_checklist(session().config, panel);
   column->addWidget(sensors_, 1);
   connect(sensors_, &QListWidget::itemChanged, this, [this] { guarded([&] { remakeSeries(); }); });
 
@@ -143,21 +134,9 @@ QWidget* Trend_Form::makeControls() {
   return panel;
 }
 
-std::vector<int> Trend_Form::chosenSensors() const {
-  std::vector<int> chosen;
-  for (int row = 0; row < sensors_->count(); ++row) {
-    const QListWidgetItem* item = sensors_->item(row);
-    if (item->checkState() == Qt::Checked) chosen.push_back(item->data(Qt::UserRole).toInt());
-  }
-  return chosen;
-}
+std::vector<int> Trend_Form::chosenSensors() const { return checked_sensors(*sensors_); }
 
-void Trend_Form::setSensorChosen(int sensor, bool chosen) {
-  for (int row = 0; row < sensors_->count(); ++row) {
-    QListWidgetItem* item = sensors_->item(row);
-    if (item->data(Qt::UserRole).toInt() == sensor) item->setCheckState(chosen ? Qt::Checked : Qt::Unchecked);
-  }
-}
+void Trend_Form::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
 
 bool Trend_Form::coldJunction() const { return cold_junction_->isChecked(); }
 
@@ -194,12 +173,7 @@ void Trend_Form::readLimitFile() {
 }
 
 void Trend_Form::plotSeries() {
-  std::vector<std::optional<Trend_Limits>> limits;
-  for (const Trend_Series& one : series_) {
-    std::optional<Limit_Pair> pair;
-    if (ranges_) pair = sensor_limits(*ranges_, one.number);
-    limits.push_back(pair ? std::optional<Trend_Limits>(Trend_Limits{pair->min, pair->max}) : std::nullopt);
-  }
+  std::vector<std::optional<Trend_Limits>> limits = series_limits(series_, ranges_);
   if (!session().loaded()) {
     chart_->setMessage(QString::fromUtf8(kNoFileMessage));
   } else if (session().catalogue.HK_Count() == 0) {

@@ -23,6 +23,7 @@ const char* view_name(ViewKind kind) {
     case ViewKind::ExportDockingStationCalibration: return "Export_DS_Cal";
     case ViewKind::Trend: return "Trend_Plot";
     case ViewKind::Integrity: return "Data_Integrity";
+    case ViewKind::Campaign: return "Campaign";
   }
   return "View";
 }
@@ -47,6 +48,7 @@ const char* view_title(ViewKind kind) {
     case ViewKind::ExportDockingStationCalibration: return "Export Docking Station Calibration";
     case ViewKind::Trend: return "Trend Plot";
     case ViewKind::Integrity: return "Data Integrity";
+    case ViewKind::Campaign: return "Campaign";
   }
   return "View";
 }

@@ -25,6 +25,7 @@ enum class ViewKind {
   ExportDockingStationCalibration,  // Export_DS_Cal
   Trend,                            // housekeeping sensors over the whole file
   Integrity,                        // what may be wrong with the file's data
+  Campaign,                         // every file of a campaign archive
 };
 
 inline constexpr ViewKind kAllViewKinds[] = {
@@ -34,7 +35,7 @@ inline constexpr ViewKind kAllViewKinds[] = {
     ViewKind::ShortTestList, ViewKind::ShortTest,        ViewKind::GeneralTests,
     ViewKind::ExportHousekeeping, ViewKind::ExportAuxiliary, ViewKind::ExportSpectra,
     ViewKind::ExportDockingStationCalibration,
-    ViewKind::Trend,         ViewKind::Integrity,
+    ViewKind::Trend,         ViewKind::Integrity,        ViewKind::Campaign,
 };
 
 // The window's name ("RawData", "Housekeeping_form", ...): its object name, and the file name

@@ -4,6 +4,7 @@
 #include "ad590_dialog.h"
 #include "auxiliary_form.h"
 #include "calibration_dialog.h"
+#include "campaign_window.h"
 #include "concise_view.h"
 #include "export_form.h"
 #include "housekeeping_form.h"
@@ -39,6 +40,7 @@ void register_standard_views(EGSE_MDI& mdi) {
   }
   mdi.registerView(ViewKind::Trend, [](EGSE_MDI& m) { return new Trend_Form(m); });
   mdi.registerView(ViewKind::Integrity, [](EGSE_MDI& m) { return new Integrity_Form(m); });
+  mdi.registerView(ViewKind::Campaign, [](EGSE_MDI& m) { return new Campaign_Window(m); });
 }
 
 }  // namespace morvane

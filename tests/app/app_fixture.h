@@ -35,8 +35,10 @@ class FakeDialogs : public Dialogs {
   std::deque<QString> printers;  // the PDF file each print dialog's printer writes; "" is a cancel
   std::deque<bool> answers;      // answers to questions, OK or Yes being true; none left: true
   std::deque<int> choices;       // the index chosen in each choice, -1 a cancel; none left: a cancel
+  std::deque<QString> texts;     // the lines typed when asked for a text; "" is a cancel
   std::vector<QString> messages;
-  std::vector<std::string> events;  // "message", "file", "folder", "question", "print", "choice" as they happened
+  // "message", "file", "folder", "question", "print", "choice", "text" as they happened
+  std::vector<std::string> events;
   std::function<void()> on_message;  // called as each message is shown
   struct Question {
     QString text;
@@ -71,6 +73,7 @@ class FakeDialogs : public Dialogs {
     choices_offered.push_back({text, offered, preselected});
     return next(choices, "choice", -1);
   }
+  QString askText(QWidget*, const QString&, const QString&) override { return next(texts, "text"); }
   int count(const std::string& event) const { return static_cast<int>(std::count(events.begin(), events.end(), event)); }
 
  private:

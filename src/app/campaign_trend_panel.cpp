@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: MIT
+#include "campaign_trend_panel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "core/configuration.h"
+#include "functest/sensor_limits.h"
+#include "sensor_checklist.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int kNoLimits = 0;  // the limit box's first item; then the two test modes
+const QColor kBoundaryColour(90, 90, 90);
+
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
+
+}  // namespace
+
+// --- The chart -------------------------------------------------------------------------------
+
+void Campaign_Trend_Chart::setBoundaries(std::vector<File_Boundary> boundaries) {
+  boundaries_ = std::move(boundaries);
+  update();
+}
+
+void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
+  TrendChart::paintEvent(event);
+  const auto& traces = plot().traces;
+  const bool drawn = std::any_of(traces.begin(), traces.end(), [](const auto& trace) { return !trace.empty(); });
+  if (boundaries_.empty() || !drawn) return;
+  const QRect area = plotArea();
+  const Time_Window shown = window();
+
+  // Files that start in the same pixel column share a line and a label.
+  std::vector<File_Boundary> in_time = boundaries_;
+  std::stable_sort(in_time.begin(), in_time.end(),
+                   [](const File_Boundary& a, const File_Boundary& b) { return a.lander_time < b.lander_time; });
+  struct Mark {
+    int x;
+    QString label;
+  };
+  std::vector<Mark> marks;
+  for (const File_Boundary& boundary : in_time) {
+    if (boundary.lander_time < shown.from || boundary.lander_time > shown.to) continue;
+    const int x =
+        area.left() + static_cast<int>(std::lround((boundary.lander_time - shown.from) / shown.span() * area.width()));
+    if (!marks.empty() && x - marks.back().x <= 1) {
+      marks.back().label += QStringLiteral(", ") + boundary.name;
+    } else {
+      marks.push_back({x, boundary.name});
+    }
+  }
+
+  // Each line dotted over the lanes, its label at the foot of the plot; a label that would run
+  // into the one before it goes a line higher.
+  QPainter painter(this);
+  QPen pen(kBoundaryColour);
+  pen.setStyle(Qt::DotLine);
+  const QFontMetrics metrics(font());
+  std::vector<int> row_ends;
+  for (const Mark& mark : marks) {
+    painter.setPen(pen);
+    painter.drawLine(mark.x, area.top(), mark.x, area.bottom());
+    size_t row = 0;
+    while (row < row_ends.size() && row_ends[row] >= mark.x) ++row;
+    if (row == row_ends.size()) row_ends.push_back(0);
+    const int width = metrics.horizontalAdvance(mark.label) + 4;
+    row_ends[row] = mark.x + 2 + width;
+    const QRect box(mark.x + 2, area.bottom() - 2 - static_cast<int>(row + 1) * metrics.height(), width,
+                    metrics.height());
+    painter.fillRect(box, QColor(255, 255, 255, 210));
+    painter.setPen(kBoundaryColour);
+    painter.drawText(box.left() + 2, box.top() + metrics.ascent(), mark.label);
+  }
+}
+
+// --- The panel -------------------------------------------------------------------------------
+
+Campaign_Trend_Panel::Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, Guard guard,
+                                           QWidget* parent)
+    : QWidget(parent), config_(config), reader_(std::move(reader)), guard_(std::move(guard)) {
+  chart_ = new Campaign_Trend_Chart(this);
+  status_ = new QLabel(this);
+  status_->setObjectName("TrendStatus");
+  auto* plot_side = new QVBoxLayout;
+  plot_side->addWidget(chart_, 1);
+  plot_side->addWidget(status_);
+  auto* layout = new QHBoxLayout(this);
+  layout->addWidget(makeControls());
+  layout->addLayout(plot_side, 1);
+  connect(chart_, &TrendChart::windowChanged, this, [this] { showStatus(); });
+  plotSeries();
+}
+
+QWidget* Campaign_Trend_Panel::makeControls() {
+  auto* panel = new QWidget(this);
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(new QLabel(tr("Sensors"), panel));
+  sensors_ = make_sensor_checklist(config_, panel);
+  column->addWidget(sensors_, 1);
+  connect(sensors_, &QListWidget::itemChanged, this, [this] { readSeries(); });
+
+  cold_junction_ = new QCheckBox(tr("Cold-junction term"), panel);
+  cold_junction_->setObjectName("ColdJunction");
+  cold_junction_->setChecked(true);
+  column->addWidget(cold_junction_);
+  connect(cold_junction_, &QCheckBox::toggled, this, [this] { readSeries(); });
+
+  auto* separate = new QCheckBox(tr("One axis per sensor"), panel);
+  separate->setObjectName("SeparateAxes");
+  column->addWidget(separate);
+  connect(separate, &QCheckBox::toggled, chart_, &TrendChart::setSeparateAxes);
+
+  auto* limits_row = new QHBoxLayout;
+  limits_row->addWidget(new QLabel(tr("Limits"), panel));
+  limit_mode_ = new QComboBox(panel);
+  limit_mode_->setObjectName("LimitMode");
+  limit_mode_->addItems({tr("No limits"), QStringLiteral("Cruise Phase"), QStringLiteral("EAFT")});
+  limit_mode_->setCurrentIndex(1);
+  limits_row->addWidget(limit_mode_, 1);
+  column->addLayout(limits_row);
+  connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
+    readLimitFile();
+    plotSeries();
+  });
+
+  auto* whole = new QPushButton(tr("Whole Campaign"), panel);
+  whole->setObjectName("WholeCampaign");
+  column->addWidget(whole);
+  connect(whole, &QPushButton::clicked, chart_, &TrendChart::showWholeFile);
+  return panel;
+}
+
+std::vector<int> Campaign_Trend_Panel::chosenSensors() const { return checked_sensors(*sensors_); }
+
+void Campaign_Trend_Panel::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
+
+void Campaign_Trend_Panel::setFiles(const std::vector<archive::File_Record>& files) {
+  has_files_ = !files.empty();
+  std::vector<File_Boundary> boundaries;
+  limit_type_.reset();
+  for (const archive::File_Record& file : files) {
+    if (file.first_lander_time) boundaries.push_back({double(*file.first_lander_time), text_of(file.name)});
+    // The newest file's type: its limit file is the one a campaign of one type is held to.
+    limit_type_ = parse_format_tag(file.type);
+  }
+  chart_->setBoundaries(std::move(boundaries));
+  readLimitFile();
+  readSeries();
+  chart_->showWholeFile();
+}
+
+void Campaign_Trend_Panel::readSeries() {
+  const std::vector<int> wanted = chosenSensors();
+  std::vector<Trend_Series> made;
+  std::vector<std::vector<int64_t>> files;
+  if (!wanted.empty() && has_files_) {
+    archive::Trend_Query query;
+    query.sensors = wanted;
+    query.cold_junction = cold_junction_->isChecked();
+    const auto trends = reader_(query);
+    if (!trends) return;  // the error was shown; the plot stays as it was
+    for (const archive::Sensor_Trend& trend : *trends) {
+      Trend_Series series{trend.number, trend.name, trend.unit, {}};
+      std::vector<int64_t> of_file;
+      series.points.reserve(trend.points.size());
+      of_file.reserve(trend.points.size());
+      for (const archive::Trend_Point& point : trend.points) {
+        series.points.emplace_back(point.lander_time, point.value);
+        of_file.push_back(point.file_id);
+      }
+      made.push_back(std::move(series));
+      files.push_back(std::move(of_file));
+    }
+  }
+  series_ = std::move(made);
+  point_files_ = std::move(files);
+  points_ = 0;
+  std::set<int64_t> plotted_files;
+  for (const std::vector<int64_t>& of_series : point_files_) {
+    points_ += of_series.size();
+    plotted_files.insert(of_series.begin(), of_series.end());
+  }
+  plotted_files_ = plotted_files.size();
+  plotSeries();
+}
+
+void Campaign_Trend_Panel::readLimitFile() {
+  ranges_.reset();
+  const int mode = limit_mode_->currentIndex();
+  if (mode == kNoLimits || !limit_type_) return;
+  // A limit file that cannot be read is shown and leaves the plot without limits.
+  guard_([&] {
+    ranges_ = read_test_ranges_if_present(config_.Egse_Path, *limit_type_,
+                                          mode == 1 ? TestMode::CruisePhase : TestMode::EAFT);
+  });
+}
+
+void Campaign_Trend_Panel::plotSeries() {
+  std::vector<std::optional<Trend_Limits>> limits = series_limits(series_, ranges_);
+  chart_->setMessage(has_files_ ? tr("Tick the sensors to plot") : tr("The archive holds no files"));
+  chart_->setSeries(&series_, std::move(limits));
+  showStatus();
+}
+
+void Campaign_Trend_Panel::showStatus() {
+  QString text = tr("%1 points from %2 files").arg(points_).arg(plotted_files_);
+  if (limit_mode_->currentIndex() != kNoLimits && limit_type_) {
+    text += ranges_ ? tr("; limits from %1").arg(QFileInfo(text_of(ranges_->path)).fileName())
+                    : tr("; no limit file for %1 %2")
+                          .arg(QString::fromUtf8(format_tag(*limit_type_).data()), limit_mode_->currentText());
+  }
+  status_->setText(text);
+}
+
+}  // namespace morvane

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "sensor_checklist.h"
+
+#include <QListWidget>
+
+#include "core/configuration.h"
+#include "functest/sensor_limits.h"
+
+namespace morvane {
+
+QListWidget* make_sensor_checklist(const Configuration& config, QWidget* parent) {
+  auto* list = new QListWidget(parent);
+  list->setObjectName("SensorList");
+  for (int s = 1; s <= config.Sensor_Count(); ++s) {
+    auto* item = new QListWidgetItem(
+        QStringLiteral("%1  %2").arg(s, 2).arg(QString::fromStdString(config.sensor(s).Sensor_Name)), list);
+    item->setData(Qt::UserRole, s);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+    item->setCheckState(Qt::Unchecked);
+  }
+  list->setMinimumWidth(190);
+  return list;
+}
+
+std::vector<int> checked_sensors(const QListWidget& list) {
+  std::vector<int> chosen;
+  for (int row = 0; row < list.count(); ++row) {
+    const QListWidgetItem* item = list.item(row);
+    if (item->checkState() == Qt::Checked) chosen.push_back(item->data(Qt::UserRole).toInt());
+  }
+  return chosen;
+}
+
+void check_sensor(QListWidget& list, int sensor, bool checked) {
+  for (int row = 0; row < list.count(); ++row) {
+    QListWidgetItem* item = list.item(row);
+    if (item->data(Qt::UserRole).toInt() == sensor) item->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+std::vector<std::optional<Trend_Limits>> series_limits(const std::vector<Trend_Series>& series,
+                                                       const std::optional<Test_Ranges>& ranges) {
+  std::vector<std::optional<Trend_Limits>> limits;
+  for (const Trend_Series& one : series) {
+    std::optional<Limit_Pair> pair;
+    if (ranges) pair = sensor_limits(*ranges, one.number);
+    limits.push_back(pair ? std::optional<Trend_Limits>(Trend_Limits{pair->min, pair->max}) : std::nullopt);
+  }
+  return limits;
+}
+
+}  // namespace morvane

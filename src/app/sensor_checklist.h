@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "functest/test_ranges.h"
+#include "views/trend_plot.h"
+
+class QListWidget;
+class QWidget;
+
+namespace morvane {
+
+struct Configuration;
+
+// The sensor table as a list of check boxes, "NN  name", for choosing what a trend plots (the
+// trend plot, the campaign's trend). Its object name is "SensorList".
+QListWidget* make_sensor_checklist(const Configuration& config, QWidget* parent);
+// The ticked sensors' numbers, in table order.
+std::vector<int> checked_sensors(const QListWidget& list);
+// Ticks or clears a sensor's box, as a click on it does.
+void check_sensor(QListWidget& list, int sensor, bool checked);
+
+// The limits each series is held to in a limit file: none without a file, or for a sensor
+// without a limit record.
+std::vector<std::optional<Trend_Limits>> series_limits(const std::vector<Trend_Series>& series,
+                                                       const std::optional<Test_Ranges>& ranges);
+
+}  // namespace morvane
