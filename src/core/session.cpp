@@ -138,7 +138,7 @@ void load_telemetry(Session& session, std::shared_ptr<TelemetryFile> file, const
     // Keep what was catalogued before the failure usable, then report it.
     Load_HK_Sensor_Data(session);
     Save_Catalogue_Counts(session);
-    throw naming_file(error, path);
+    throw naming_file(error, session.File_Name);
   }
   Load_HK_Sensor_Data(session);
   Save_Catalogue_Counts(session);
