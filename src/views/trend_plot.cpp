@@ -74,8 +74,13 @@ Trend_Lane make_lane(std::vector<size_t> members, const std::vector<Trend_Series
 }  // namespace
 
 Time_Window whole_time_window(const std::vector<Trend_Series>& series) {
+  // Series made together share their packets: their times are looked through once.
   Extent times;
+  std::vector<std::pair<const Trend_Packets*, size_t>> seen;
   for (const Trend_Series& one : series) {
+    const std::pair<const Trend_Packets*, size_t> packets{one.packets().get(), one.size()};
+    if (std::find(seen.begin(), seen.end(), packets) != seen.end()) continue;
+    seen.push_back(packets);
     for (size_t p = 0; p < one.size(); ++p) times.add(one.time(p));
   }
   if (times.empty()) return {};
