@@ -110,7 +110,8 @@ void BM_StallIntegrity(benchmark::State& state) {
   std::vector<double> opening, threshold;
   for (auto _ : state) {
     Integrity_Form* form = nullptr;
-    opening.push_back(meter.longest_ms([&] { form = static_cast<Integrity_Form*>(window.showView(ViewKind::Integrity)); }));
+    opening.push_back(
+        meter.longest_ms([&] { form = static_cast<Integrity_Form*>(window.showView(ViewKind::Integrity)); }));
     threshold.push_back(meter.longest_ms([&] { form->timeJumpField()->setValue(form->timeJumpField()->value() + 1); }));
     state.PauseTiming();
     window.closeView(ViewKind::Integrity);

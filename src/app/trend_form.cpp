@@ -161,7 +161,8 @@ void Trend_Form::remakeSeries(bool anew) {
   // (a million packets a sensor take a moment). All of them then hold the same packets.
   const std::vector<int> wanted = chosenSensors();
   auto plotted = [&](int sensor) {
-    return !anew && std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+    return !anew &&
+           std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
   };
   std::vector<int> missing;
   for (const int sensor : wanted) {

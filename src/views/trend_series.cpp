@@ -243,7 +243,8 @@ std::vector<Trend_Series> trend_series(const Session& session, const std::vector
   std::shared_ptr<Trend_Packets> packets;
   const Trend_Series* shown = making.alongside && !making.alongside->empty() ? &making.alongside->front() : nullptr;
   const size_t whole = static_cast<size_t>(session.catalogue.HK_Count());
-  const bool boards_whole = session.HK_Sensor_Data.sensors() < kBoardSensor || (shown && shown->packets() && shown->packets()->boards.size() == whole);
+  const bool boards_whole = session.HK_Sensor_Data.sensors() < kBoardSensor ||
+                            (shown && shown->packets() && shown->packets()->boards.size() == whole);
   if (shown && shown->packets() && shown->packets()->times.size() == whole && shown->size() == whole && boards_whole) {
     packets = shown->packets();
   } else {
