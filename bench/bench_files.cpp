@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/session.h"
+#include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
 
 namespace morvane::bench {
@@ -48,6 +49,11 @@ std::string simulated_file(FileFormat format, uint64_t size, const std::string& 
 std::string frames_file(uint64_t size) { return simulated_file(FileFormat::CSS, size, ".css"); }
 
 std::string zeb_file(uint64_t size) { return simulated_file(FileFormat::ZEB, size, ".zeb"); }
+
+const Configuration& demo_configuration() {
+  static const Configuration config = load_configuration(sim::write_configuration(bench_dir() + "/base"));
+  return config;
+}
 
 int64_t entries_of(const Session& session) {
   const Catalogue& c = session.catalogue;

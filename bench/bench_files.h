@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "core/configuration.h"
+
 namespace morvane {
 struct Session;
 }
@@ -20,6 +22,9 @@ uint64_t bench_bytes();
 std::string frames_file(uint64_t size);
 // A ZEB text file of the simulated instrument of at least size bytes.
 std::string zeb_file(uint64_t size);
+// The demo set's configuration (morvane-sim config), written once in bench_dir(): every load is
+// measured with it, as users load, unless a benchmark says why not.
+const Configuration& demo_configuration();
 // Entries in the three lists of a loaded file.
 int64_t entries_of(const Session& session);
 // The peak resident memory of this process, bytes.

@@ -23,6 +23,7 @@ namespace {
 void BM_CatalogueOnly(benchmark::State& state) {
   const std::string path = bench::frames_file(bench::bench_bytes());
   Session session;
+  session.config = bench::demo_configuration();
   for (auto _ : state) load_telemetry(session, path, FileFormat::CSS);
   state.counters["entries"] = static_cast<double>(bench::entries_of(session));
 }
@@ -32,7 +33,7 @@ BENCHMARK(BM_CatalogueOnly)->Unit(benchmark::kMillisecond)->Iterations(3);
 void BM_LoadInTheWindow(benchmark::State& state) {
   const std::string path = bench::frames_file(bench::bench_bytes());
   ConsoleDialogs dialogs;
-  EGSE_MDI window({}, dialogs);
+  EGSE_MDI window(bench::demo_configuration(), dialogs);
   for (auto _ : state) window.loadFile(FileFormat::CSS, QString::fromStdString(path));
   state.counters["entries"] = static_cast<double>(bench::entries_of(window.session()));
 }
@@ -47,7 +48,7 @@ void show_and_paint(QWidget& widget) {
 // The main window of the big file, shown and painted.
 struct LoadedWindow {
   ConsoleDialogs dialogs;
-  EGSE_MDI window{{}, dialogs};
+  EGSE_MDI window{bench::demo_configuration(), dialogs};
   LoadedWindow() {
     window.resize(1200, 800);
     window.loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));

@@ -58,7 +58,7 @@ void BM_TrendSeries(benchmark::State& state) {
   size_t points = 0;
   for (auto _ : state) {
     const auto series = trend_series(session, sensors, true);
-    points = series.front().points.size();
+    points = series.front().size();
     benchmark::DoNotOptimize(series.data());
   }
   state.counters["hk_packets"] = static_cast<double>(points);
@@ -74,7 +74,7 @@ void BM_MakeTrendPlot(benchmark::State& state) {
   for (auto _ : state) {
     benchmark::DoNotOptimize(make_trend_plot(series, {Trend_Limits{0, 40}, std::nullopt}, window, {true, 1000, 8, 6}));
   }
-  state.counters["points"] = static_cast<double>(2 * series.front().points.size());
+  state.counters["points"] = static_cast<double>(2 * series.front().size());
 }
 BENCHMARK(BM_MakeTrendPlot)->Unit(benchmark::kMillisecond);
 
@@ -100,7 +100,7 @@ void BM_RepaintAfterZoom(benchmark::State& state) {
     chart->repaint();
   }
   state.counters["columns"] = chart->plot().columns;
-  state.counters["points"] = static_cast<double>(2 * form->series().front().points.size());
+  state.counters["points"] = static_cast<double>(2 * form->series().front().size());
   loaded_window().closeView(ViewKind::Trend);
 }
 BENCHMARK(BM_RepaintAfterZoom)->Unit(benchmark::kMillisecond);

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -15,6 +16,7 @@
 #include "core/session.h"
 #include "integrity_model.h"
 #include "main_window.h"
+#include "view_pass.h"
 
 namespace morvane {
 
@@ -100,9 +102,26 @@ QWidget* Integrity_Form::makeCountPanel() {
 }
 
 void Integrity_Form::check() {
+  // On a worker thread: a big file takes seconds. A cancel leaves the findings and the threshold
+  // they were found with.
   Integrity_Options options;
   options.time_jump_seconds = time_jump_->value();
-  Integrity_Report report = check_integrity(session(), options);
+  Integrity_Report report;
+  bool finished = false;
+  try {
+    finished = run_view_pass(*this, tr("Checking the file"), [&](const ProgressFunction& progress) {
+      options.progress = progress;
+      report = check_integrity(session(), options);
+    });
+  } catch (...) {
+    showThreshold();
+    throw;
+  }
+  if (!finished) {
+    showThreshold();
+    return;
+  }
+  checked_threshold_ = options.time_jump_seconds;
   // The list stays where the user had it: the same scroll position and the same finding chosen.
   const int scrolled = table_->verticalScrollBar()->value();
   std::optional<Finding> chosen;
@@ -118,6 +137,11 @@ void Integrity_Form::check() {
   }
   table_->verticalScrollBar()->setValue(scrolled);
   showCounts();
+}
+
+void Integrity_Form::showThreshold() {
+  const QSignalBlocker quiet(time_jump_);
+  time_jump_->setValue(checked_threshold_);
 }
 
 void Integrity_Form::showCounts() {

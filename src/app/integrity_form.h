@@ -27,7 +27,8 @@ class Integrity_Form : public ChildView {
   void updateRealtime() override;
   void sessionReloaded() override;
 
-  // Checks the file again with the threshold shown.
+  // Checks the file again with the threshold shown, on a worker thread with progress. A cancel
+  // or a failure leaves the findings shown, and the threshold they were found with.
   void check();
   // The double click: makes the finding's entry current and opens its window. Housekeeping
   // entries go to the housekeeping view, auxiliary packets to the auxiliary view, spectra to
@@ -44,12 +45,14 @@ class Integrity_Form : public ChildView {
  private:
   QWidget* makeCountPanel();
   void showCounts();
+  void showThreshold();
 
   IntegrityModel* model_ = nullptr;
   QTableView* table_ = nullptr;
   QSpinBox* time_jump_ = nullptr;
   std::array<QLabel*, kFindingKinds> counts_{};
   QLabel* summary_ = nullptr;
+  int checked_threshold_ = Integrity_Options{}.time_jump_seconds;  // of the findings shown
 };
 
 }  // namespace morvane

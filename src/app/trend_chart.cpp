@@ -161,7 +161,7 @@ void TrendChart::resizeEvent(QResizeEvent*) { plot_valid_ = false; }
 void TrendChart::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QFontMetrics metrics(font());
-  const bool anything = series_ && !series_->empty() && !series_->front().points.empty();
+  const bool anything = series_ && !series_->empty() && !series_->front().empty();
   if (!anything) {
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, message_);

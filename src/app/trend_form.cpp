@@ -14,6 +14,7 @@
 #include <QRadioButton>
 #include <QBuffer>
 #include <QFile>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <map>
@@ -28,6 +29,7 @@
 #include "main_window.h"
 #include "sensor_checklist.h"
 #include "trend_chart.h"
+#include "view_pass.h"
 
 namespace morvane {
 
@@ -84,12 +86,7 @@ QWidget* Trend_Form::makeControls() {
       tr("Add the cold-junction term to the thermocouple channels, as the housekeeping page does"));
   cold_junction_->setChecked(true);
   column->addWidget(cold_junction_);
-  connect(cold_junction_, &QCheckBox::toggled, this, [this] {
-    guarded([&] {
-      series_.clear();
-      remakeSeries();
-    });
-  });
+  connect(cold_junction_, &QCheckBox::toggled, this, [this] { guarded([&] { remakeSeries(true); }); });
 
   auto* axes = new QGroupBox(tr("Value axes"), panel);
   auto* axes_layout = new QVBoxLayout(axes);
@@ -140,28 +137,66 @@ void Trend_Form::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensor
 
 bool Trend_Form::coldJunction() const { return cold_junction_->isChecked(); }
 
-void Trend_Form::remakeSeries() {
-  // Series already plotted are kept (a million points a sensor take a while to make); only the
-  // newly ticked sensors are read. All of them then hold the same packets.
+void Trend_Form::remakeSeries(bool anew) {
+  // Series already plotted are kept; only the newly ticked sensors are read, on a worker thread
+  // (a million packets a sensor take a moment). All of them then hold the same packets.
   const std::vector<int> wanted = chosenSensors();
-  std::vector<Trend_Series> kept;
+  auto plotted = [&](int sensor) {
+    return !anew &&
+           std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+  };
   std::vector<int> missing;
   for (const int sensor : wanted) {
-    const auto found =
-        std::find_if(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
-    if (found != series_.end()) {
-      kept.push_back(std::move(*found));
-    } else {
-      missing.push_back(sensor);
+    if (!plotted(sensor)) missing.push_back(sensor);
+  }
+  std::vector<Trend_Series> added;
+  if (!missing.empty()) {
+    const Configuration config = session().config;  // the worker's own tables
+    const bool cold_junction = coldJunction();
+    bool made = false;
+    try {
+      made = run_view_pass(*this, tr("Reading the sensors"), [&](const ProgressFunction& progress) {
+        added = trend_series(session(), missing, cold_junction,
+                             {anew ? nullptr : &series_, &config, progress});
+      });
+    } catch (...) {
+      showChosenSeries(anew);
+      throw;
+    }
+    if (!made) {  // cancelled: the window stays as it was
+      showChosenSeries(anew);
+      return;
     }
   }
-  series_.clear();
+  std::vector<Trend_Series> kept;
+  if (!anew) {
+    for (Trend_Series& one : series_) {
+      if (std::find(wanted.begin(), wanted.end(), one.number) != wanted.end()) kept.push_back(std::move(one));
+    }
+  }
   extend_trend_series(session(), kept, coldJunction());
-  std::map<int, Trend_Series> made;
-  for (Trend_Series& one : kept) made.emplace(one.number, std::move(one));
-  for (Trend_Series& one : trend_series(session(), missing, coldJunction())) made.emplace(one.number, std::move(one));
-  for (const int sensor : wanted) series_.push_back(std::move(made.at(sensor)));
+  std::map<int, Trend_Series> by_number;
+  for (Trend_Series& one : kept) by_number.emplace(one.number, std::move(one));
+  for (Trend_Series& one : added) by_number.emplace(one.number, std::move(one));
+  series_.clear();
+  for (const int sensor : wanted) series_.push_back(std::move(by_number.at(sensor)));
   plotSeries();
+}
+
+void Trend_Form::showChosenSeries(bool anew) {
+  // The ticks and the cold-junction box go back to what the series plotted were made with.
+  const QSignalBlocker quiet_list(sensors_);
+  for (int row = 0; row < sensors_->count(); ++row) {
+    QListWidgetItem* item = sensors_->item(row);
+    const int sensor = item->data(Qt::UserRole).toInt();
+    const bool shown =
+        std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+    item->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
+  }
+  if (anew && !series_.empty()) {
+    const QSignalBlocker quiet_box(cold_junction_);
+    cold_junction_->setChecked(!cold_junction_->isChecked());
+  }
 }
 
 void Trend_Form::readLimitFile() {
@@ -208,9 +243,9 @@ void Trend_Form::updateRealtime() {
 }
 
 void Trend_Form::sessionReloaded() {
-  series_.clear();
+  series_.clear();  // of the old file
   guarded([&] { readLimitFile(); });
-  guarded([&] { remakeSeries(); });
+  guarded([&] { remakeSeries(true); });
   chart_->showWholeFile();
 }
 

@@ -60,8 +60,10 @@ class Trend_Form : public ChildView {
  private:
   QWidget* makeControls();
   bool coldJunction() const;
-  // Makes the series of the ticked sensors: all of them anew, or only those not plotted yet.
-  void remakeSeries();
+  // Makes the series of the ticked sensors: all of them anew, or only those not plotted yet. A
+  // cancel or a failure leaves the series plotted as they were, and the ticks with them.
+  void remakeSeries(bool anew = false);
+  void showChosenSeries(bool anew);
   void readLimitFile();
   // Hands the series and their limits to the chart.
   void plotSeries();

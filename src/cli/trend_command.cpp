@@ -29,8 +29,8 @@ void run_trend(const TrendOptions& options) {
       const Trend_Series& one = series[s];
       std::cout << (s ? "," : "") << "\n    {\"number\": " << one.number << ", \"name\": " << json_text(one.name)
                 << ", \"unit\": " << json_text(one.unit) << ", \"points\": [";
-      for (size_t p = 0; p < one.points.size(); ++p) {
-        std::cout << (p ? ", " : "") << '[' << one.points[p].first << ", " << json_text(one.points[p].second) << ']';
+      for (size_t p = 0; p < one.size(); ++p) {
+        std::cout << (p ? ", " : "") << '[' << one.time(p) << ", " << json_text(one.value(p)) << ']';
       }
       std::cout << "]}";
     }
@@ -40,10 +40,10 @@ void run_trend(const TrendOptions& options) {
   std::cout << "Lander time";
   for (const auto& one : series) std::cout << '\t' << one.name << " (" << one.unit << ')';
   std::cout << '\n';
-  const size_t points = series.empty() ? 0 : series.front().points.size();
+  const size_t points = series.empty() ? 0 : series.front().size();
   for (size_t p = 0; p < points; ++p) {
-    std::cout << series.front().points[p].first;
-    for (const auto& one : series) std::cout << '\t' << general_text(one.points[p].second);
+    std::cout << series.front().time(p);
+    for (const auto& one : series) std::cout << '\t' << general_text(one.value(p));
     std::cout << '\n';
   }
 }

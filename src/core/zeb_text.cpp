@@ -104,7 +104,9 @@ void ZebText::rescan() {
       if (found > to_next) {
         uint64_t rest = starts;
         for (int64_t n = item_count_; rest != 0; ++n, rest &= rest - 1) {
-          if (n % kZebItemsPerRecord == 0) starts_.push_back(scanned_ + i + static_cast<size_t>(std::countr_zero(rest)));
+          if (n % kZebItemsPerRecord == 0) {
+            starts_.push_back(scanned_ + i + static_cast<size_t>(std::countr_zero(rest)));
+          }
         }
       }
       item_count_ += found;

@@ -15,15 +15,15 @@ int64_t write_trend_table(const std::vector<Trend_Series>& series, double from, 
   for (const Trend_Series& one : series) out.text(one.unit);
   out.end_line(false);
   if (series.empty()) return 0;
-  size_t packets = series.front().points.size();
-  for (const Trend_Series& one : series) packets = std::min(packets, one.points.size());
+  size_t packets = series.front().size();
+  for (const Trend_Series& one : series) packets = std::min(packets, one.size());
   int64_t written = 0;
   for (size_t p = 0; p < packets; ++p) {
-    const int32_t time = series.front().points[p].first;
+    const int32_t time = series.front().time(p);
     if (time < from || time > to) continue;
     out.number(time, std::to_string(time));
     for (const Trend_Series& one : series) {
-      const double value = one.points[p].second;
+      const double value = one.value(p);
       out.number(value, general_text(value));
     }
     out.end_line(false);

@@ -35,6 +35,7 @@ std::string_view catalogue_list_name(Catalogue_List list) {
 namespace {
 
 constexpr int32_t kSequenceModulus = 16384;
+constexpr int32_t kProgressEntries = 1 << 16;
 
 class Report_Builder {
  public:
@@ -129,12 +130,28 @@ void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t inde
   state.time = e.Lander_Time;
 }
 
+// The identifier word of an unknown slot, read without the file's shared caches.
+int32_t slot_identifier(const Session& session, const Packet_Entry& e) {
+  const TelemetryFile& file = session.telemetry();
+  if (!is_binary(session.File_Type)) {
+    int32_t identifier = 0;
+    file.zeb().for_each_record(e.Packet_Frame, e.Packet_Frame,
+                               [&](int32_t, const ZebRecord& items) { identifier = items[5]; });
+    return identifier;
+  }
+  uint8_t bytes[2] = {0, 0};
+  if (e.Packet_Position >= 1) file.bytes().read(static_cast<uint64_t>(e.Packet_Position - 1), bytes, 2);
+  return session.Byte_Reverse ? bytes[1] * 256 + bytes[0] : bytes[0] * 256 + bytes[1];
+}
+
 void check_list(const Session& session, const EntryList& list, Catalogue_List which,
-                std::array<Stream_State, 5>& streams, const Integrity_Options& options, Report_Builder& out) {
+                std::array<Stream_State, 5>& streams, const Integrity_Options& options, Report_Builder& out,
+                int64_t& checked, int64_t total) {
   const bool binary = is_binary(session.File_Type);
   const int64_t stride = frame_stride(session.File_Type);
   const int64_t file_size = static_cast<int64_t>(session.telemetry().bytes().size());
   for (int32_t i = 1; i <= list.size(); ++i) {
+    if (options.progress && ++checked % kProgressEntries == 0) options.progress(checked, total);
     const Packet_Entry& e = list[i];
     const Stream stream = stream_of(e.Label);
     if (stream != Stream::None) {
@@ -156,9 +173,7 @@ void check_list(const Session& session, const EntryList& list, Catalogue_List wh
       out.add(Finding_Kind::EmptyFrame, which, i,
               std::string(binary ? "Frame " : "Record ") + std::to_string(e.Packet_Frame) + " holds no packets");
     } else if (e.Label == LabelCode::Unknown) {
-      const TelemetryFile& file = session.telemetry();
-      const int32_t identifier =
-          binary ? file.packet_word(e, 0, session.Byte_Reverse) : file.zeb().record(e.Packet_Frame)[5];
+      const int32_t identifier = slot_identifier(session, e);
       out.add(Finding_Kind::UnknownIdentifier, which, i,
               "Unknown identifier " + (binary ? "0x" + hex4(identifier) : std::to_string(identifier)) +
                   (binary ? " in frame " : " in record ") + std::to_string(e.Packet_Frame) +
@@ -212,9 +227,11 @@ Integrity_Report check_integrity(const Session& session, const Integrity_Options
   Report_Builder out(report, options.max_findings);
   std::array<Stream_State, 5> streams{};
   const Catalogue& c = session.catalogue;
-  check_list(session, c.HK_List, Catalogue_List::HK, streams, options, out);
-  check_list(session, c.Science_List, Catalogue_List::Science, streams, options, out);
-  check_list(session, c.Information_List, Catalogue_List::Information, streams, options, out);
+  int64_t checked = 0;
+  const int64_t total = int64_t{c.HK_Count()} + c.Science_Count() + c.Information_Count();
+  check_list(session, c.HK_List, Catalogue_List::HK, streams, options, out, checked, total);
+  check_list(session, c.Science_List, Catalogue_List::Science, streams, options, out, checked, total);
+  check_list(session, c.Information_List, Catalogue_List::Information, streams, options, out, checked, total);
   check_file_end(session, out);
   return report;
 }

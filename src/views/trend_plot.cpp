@@ -37,7 +37,8 @@ Extent values_in_view(const std::vector<std::vector<Column_Extent>>& traces, con
 Extent values_in_file(const std::vector<Trend_Series>& series, const std::vector<size_t>& lane) {
   Extent extent;
   for (const size_t s : lane) {
-    for (const auto& point : series[s].points) extent.add(point.second);
+    extent.add(series[s].lowest_value());
+    extent.add(series[s].highest_value());
   }
   return extent;
 }
@@ -73,9 +74,14 @@ Trend_Lane make_lane(std::vector<size_t> members, const std::vector<Trend_Series
 }  // namespace
 
 Time_Window whole_time_window(const std::vector<Trend_Series>& series) {
+  // Series made together share their packets: their times are looked through once.
   Extent times;
+  std::vector<std::pair<const Trend_Packets*, size_t>> seen;
   for (const Trend_Series& one : series) {
-    for (const auto& point : one.points) times.add(point.first);
+    const std::pair<const Trend_Packets*, size_t> packets{one.packets().get(), one.size()};
+    if (std::find(seen.begin(), seen.end(), packets) != seen.end()) continue;
+    seen.push_back(packets);
+    for (size_t p = 0; p < one.size(); ++p) times.add(one.time(p));
   }
   if (times.empty()) return {};
   Time_Window window{times.low, times.high};
@@ -121,10 +127,7 @@ Trend_Plot make_trend_plot(const std::vector<Trend_Series>& series,
   plot.window = window;
   plot.columns = std::max(1, options.columns);
   plot.time_ticks = axis_ticks(window.from, window.to, options.most_time_ticks);
-  plot.traces.reserve(series.size());
-  for (const Trend_Series& one : series) {
-    plot.traces.push_back(decimate_min_max(one.points, window.from, window.to, plot.columns));
-  }
+  plot.traces = decimate_min_max(series, window.from, window.to, plot.columns);
   if (options.separate_axes && !series.empty()) {
     for (size_t s = 0; s < series.size(); ++s) {
       plot.lanes.push_back(make_lane({s}, series, limits, plot.traces, options.most_value_ticks));

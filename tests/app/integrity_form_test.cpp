@@ -10,6 +10,7 @@
 #include "../views/decoder_fixture.h"
 #include "app_fixture.h"
 #include "integrity_model.h"
+#include "view_pass.h"
 
 namespace morvane {
 namespace {
@@ -69,6 +70,20 @@ TEST_F(IntegrityWindow, ListsTheFindingsOfTheFileWithTheirCountsAndTheUsersTimeJ
   EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "0");
   form->timeJumpField()->setValue(1883);
   EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
+}
+
+TEST_F(IntegrityWindow, ACancelledCheckLeavesTheFindingsAndTheirThreshold) {
+  load_faulty_file();
+  Integrity_Form* form = open_window();
+  const int rows = form->model()->rowCount();
+  cancel_view_passes_for_testing(true);
+  form->timeJumpField()->setValue(1884);  // would drop the time jump
+  cancel_view_passes_for_testing(false);
+  EXPECT_EQ(form->timeJumpField()->value(), 600);
+  EXPECT_EQ(form->model()->rowCount(), rows);
+  EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
+  EXPECT_TRUE(form->isEnabled());
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(IntegrityWindow, ADoubleClickOpensTheEntryInItsWindow) {

@@ -13,6 +13,7 @@
 #include "core/number_text.h"
 #include "functest/sensor_limits.h"
 #include "trend_chart.h"
+#include "view_pass.h"
 
 namespace morvane {
 namespace {
@@ -43,7 +44,7 @@ class TrendWindow : public testing::AppTest {
       EXPECT_EQ(shown[s].number, expected[s].number);
       EXPECT_EQ(shown[s].name, expected[s].name);
       EXPECT_EQ(shown[s].unit, expected[s].unit);
-      EXPECT_EQ(shown[s].points, expected[s].points) << "sensor " << shown[s].number;
+      EXPECT_EQ(shown[s].points(), expected[s].points()) << "sensor " << shown[s].number;
     }
   }
 };
@@ -59,7 +60,7 @@ TEST_F(TrendWindow, TheTickedSensorsPlotTheirValuesOverEveryHousekeepingPacket) 
   form->setSensorChosen(22, true);
   EXPECT_EQ(form->chosenSensors(), (std::vector<int>{22, kBoardTemperature}));
   const auto expected = trend_series(window->session(), {22, kBoardTemperature}, true);
-  ASSERT_EQ(expected[0].points.size(), static_cast<size_t>(window->session().catalogue.HK_Count()));
+  ASSERT_EQ(expected[0].size(), static_cast<size_t>(window->session().catalogue.HK_Count()));
   expect_same_series(form->series(), expected);
 
   // What is drawn spans the whole file, one trace a sensor across the plot's pixel columns.
@@ -73,6 +74,26 @@ TEST_F(TrendWindow, TheTickedSensorsPlotTheirValuesOverEveryHousekeepingPacket) 
   expect_same_series(form->series(), trend_series(window->session(), {kBoardTemperature}, true));
   EXPECT_FALSE(chart->grab().isNull());
   EXPECT_TRUE(no_message());
+}
+
+TEST_F(TrendWindow, ACancelledReadingLeavesTheSeriesTheTicksAndTheColdJunctionBox) {
+  Trend_Form* form = open_on_simulated_file();
+  form->setSensorChosen(kBoardTemperature, true);
+  const auto before = form->series()[0].points();
+  cancel_view_passes_for_testing(true);
+  form->setSensorChosen(1, true);
+  EXPECT_EQ(form->chosenSensors(), (std::vector<int>{kBoardTemperature}));
+  form->coldJunctionBox()->setChecked(false);
+  EXPECT_TRUE(form->coldJunctionBox()->isChecked());
+  cancel_view_passes_for_testing(false);
+  ASSERT_EQ(form->series().size(), 1u);
+  EXPECT_EQ(form->series()[0].points(), before);
+  EXPECT_EQ(form->chart()->plot().traces.size(), 1u);
+  EXPECT_TRUE(form->isEnabled());
+  EXPECT_TRUE(no_message());
+  // Not cancelled, the same choices make their series.
+  form->coldJunctionBox()->setChecked(false);
+  expect_same_series(form->series(), trend_series(window->session(), {kBoardTemperature}, false));
 }
 
 TEST_F(TrendWindow, SavesThePlotAsAPictureAndThePlottedRangeAsText) {
@@ -116,12 +137,12 @@ TEST_F(TrendWindow, GrowsDuringLiveFollowAndStartsOverOnANewFile) {
   window->startCollection();
   Trend_Form* form = open_window();
   form->setSensorChosen(29, true);
-  ASSERT_EQ(form->series()[0].points.size(), 3u);
+  ASSERT_EQ(form->series()[0].size(), 3u);
   EXPECT_EQ(form->chart()->window(), (Time_Window{108, 124}));
 
   grow_log(frames(6));
   expect_same_series(form->series(), trend_series(window->session(), {29}, true));
-  ASSERT_EQ(form->series()[0].points.size(), 6u);
+  ASSERT_EQ(form->series()[0].size(), 6u);
   EXPECT_EQ(form->chart()->window(), (Time_Window{108, 148}));  // the whole file, still
   EXPECT_EQ(form->chart()->plot().window, form->chart()->window());
 
@@ -133,7 +154,7 @@ TEST_F(TrendWindow, GrowsDuringLiveFollowAndStartsOverOnANewFile) {
   form->chart()->setWindow({110, 120});
   grow_log(frames(9));
   EXPECT_EQ(form->chart()->window(), (Time_Window{110, 120}));
-  EXPECT_EQ(form->series()[0].points.size(), 9u);
+  EXPECT_EQ(form->series()[0].size(), 9u);
 
   window->stopCollection();
   ASSERT_TRUE(window->loadFile(FileFormat::CSS, QString::fromStdString(log())));

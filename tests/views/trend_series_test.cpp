@@ -24,7 +24,7 @@ TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
       const double term = decode_hk_sensors(session, k);  // the page, writing the shared records
       for (const auto& one : series) {
         const Sensor_Record& record = session.config.sensor(one.number);
-        const auto& [time, value] = one.points[static_cast<size_t>(k - 1)];
+        const auto [time, value] = one.points()[static_cast<size_t>(k - 1)];
         EXPECT_EQ(time, session.catalogue.HK_List[k].Lander_Time);
         if (cold_junction || !is_thermocouple(one.number)) {
           EXPECT_DOUBLE_EQ(value, record.Value) << "sensor " << one.number << " entry " << k;
@@ -34,20 +34,31 @@ TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
         EXPECT_EQ(one.unit, record.Sensor_Unit);
       }
     }
+    // Decimated together, each series gives the columns it gives alone.
+    const auto together = decimate_min_max(series, 99, 117, 7);
+    for (size_t s = 0; s < series.size(); ++s) {
+      const auto alone = decimate_min_max(series[s], 99, 117, 7);
+      ASSERT_EQ(together[s].size(), alone.size());
+      for (size_t c = 0; c < alone.size(); ++c) {
+        EXPECT_EQ(together[s][c].column, alone[c].column);
+        EXPECT_EQ(together[s][c].low, alone[c].low);
+        EXPECT_EQ(together[s][c].high, alone[c].high);
+      }
+    }
   }
 }
 
 TEST(TrendDecimation, EachColumnKeepsItsLowestAndHighestValue) {
   std::vector<std::pair<int32_t, double>> points;
   for (int32_t t = 0; t < 1000; ++t) points.emplace_back(t, t % 10 == 0 ? -5.0 : static_cast<double>(t % 7));
-  const auto columns = decimate_min_max(points, 0, 999, 10);
+  const auto columns = decimate_min_max(Trend_Series{1, "S", "V", points}, 0, 999, 10);
   ASSERT_EQ(columns.size(), 10u);
   for (const auto& c : columns) {
     EXPECT_EQ(c.low, -5.0);
     EXPECT_EQ(c.high, 6.0);
   }
-  EXPECT_TRUE(decimate_min_max(points, 2000, 3000, 10).empty());
-  EXPECT_EQ(decimate_min_max(points, 0, 9, 3).size(), 3u);
+  EXPECT_TRUE(decimate_min_max(Trend_Series{1, "S", "V", points}, 2000, 3000, 10).empty());
+  EXPECT_EQ(decimate_min_max(Trend_Series{1, "S", "V", points}, 0, 9, 3).size(), 3u);
 }
 
 TEST(TrendSensorList, AcceptsAllOrNumbersWithinTheTable) {

@@ -45,6 +45,7 @@ struct Finding {
 struct Integrity_Options {
   int32_t time_jump_seconds = 600;  // a step in lander time longer than this is reported
   size_t max_findings = 100000;     // beyond this the report says it was cut short
+  ProgressFunction progress;        // told now and then of the entries checked; may throw to stop
 };
 
 struct Integrity_Report {
@@ -57,7 +58,8 @@ struct Integrity_Report {
 // acceptance reports, memory dumps) the sequence counts and times going back; the housekeeping
 // packets' steps in time (the other kinds come when something happens, so long pauses are
 // normal for them); packets running past their frame; empty frames and unknown identifiers;
-// the end of the file.
+// the end of the file. Reads the file only through thread-safe reads, so it may run on a worker
+// thread while the windows read the same session.
 Integrity_Report check_integrity(const Session& session, const Integrity_Options& options = {});
 
 }  // namespace morvane
