@@ -28,4 +28,14 @@ void set_base_folder_setting(const QString& folder) { set_text_setting(kBaseFold
 QString last_folder_setting() { return text_setting(kLastFolderKey); }
 void set_last_folder_setting(const QString& folder) { set_text_setting(kLastFolderKey, folder); }
 
+QString folder_setting(const QString& kind) { return QSettings().value(QStringLiteral("folders/") + kind).toString(); }
+void set_folder_setting(const QString& kind, const QString& folder) {
+  QSettings().setValue(QStringLiteral("folders/") + kind, folder);
+}
+
+QString start_folder(const QString& kind, const QString& fallback) {
+  const QString last = folder_setting(kind);
+  return last.isEmpty() ? fallback : last;
+}
+
 }  // namespace morvane
