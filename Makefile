@@ -9,7 +9,7 @@ export CCACHE_BASEDIR := $(CURDIR)
 export CCACHE_NOHASHDIR := 1
 export CCACHE_SLOPPINESS := pch_defines,time_macros,include_file_mtime,include_file_ctime
 
-.PHONY: all deps configure build test demo run bench screenshots fuzz sanitize clean
+.PHONY: all deps configure build test demo run bench screenshots package fuzz sanitize clean
 
 all: build
 
@@ -36,6 +36,11 @@ demo: build
 EGSE = $(abspath $(BUILD))/src/app/morvane-egse
 run: demo
 	cd $(BUILD)/demo && $(EGSE) --type QM $(abspath $(BUILD))/demo/demo.qm
+
+# The Debian package of the three programs with their menu entry, icon, metadata, man pages and
+# bash completion, in $(BUILD)/ (install it with `apt-get install ./$(BUILD)/morvane-egse_*.deb`).
+package: build
+	cd $(BUILD) && cpack -G DEB
 
 # Big files come from the simulated instrument (MORVANE_BENCH_BYTES, default 1 GiB), kept in
 # MORVANE_BENCH_DIR (default /tmp/morvane-bench) between runs.

@@ -10,7 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   nlohmann-json3-dev libcli11-dev libxlsxwriter-dev zlib1g-dev
   libsqlite3-dev sqlite3 libpq-dev libssl-dev postgresql
-  xvfb unzip
+  xvfb unzip help2man
 )
 
 missing=()

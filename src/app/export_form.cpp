@@ -25,6 +25,7 @@
 #include "export/auxiliary_export.h"
 #include "export/export_output.h"
 #include "main_window.h"
+#include "settings.h"
 
 namespace morvane {
 
@@ -252,10 +253,14 @@ void Export_Form::exportToFile() {
   }
   showDialog();
 
-  const QString folder = QFileInfo(QString::fromStdString(session().File_Name)).absolutePath();
+  const QString folder = start_folder("export", QFileInfo(QString::fromStdString(session().File_Name)).absolutePath());
+  // Comma-delimited text is what spreadsheets open as .csv: offered first when Comma is chosen.
+  const QString delimited = tr("Delimited text (*.txt *.csv);;Excel workbook (*.xlsx);;All files (*)");
+  const bool comma = kDelimiterOptions[static_cast<size_t>(dialog_->delimiter)].character == ',';
   const QString path = dialogs.saveFileName(this, windowTitle(), folder,
-                                            tr("Delimited text (*.txt *.csv);;Excel workbook (*.xlsx);;All files (*)"));
+                                            comma ? tr("Comma-separated values (*.csv);;") + delimited : delimited);
   if (path.isEmpty()) return;  // cancelled: nothing is written
+  set_folder_setting("export", QFileInfo(path).absolutePath());
   const std::string file = QFile::encodeName(path).toStdString();
   dialog_->check_fits(file, export_file_type(file), *validation.request);  // before a file is made
   const std::unique_ptr<Export_Output> output =

@@ -28,6 +28,7 @@ constexpr Finding_Kind kKinds[] = {
     Finding_Kind::SequenceGap,       Finding_Kind::SequenceRepeat, Finding_Kind::TimeBackwards,
     Finding_Kind::TimeJump,          Finding_Kind::PastFrameEnd,   Finding_Kind::EmptyFrame,
     Finding_Kind::UnknownIdentifier, Finding_Kind::PartialFrame,   Finding_Kind::PastEndOfFile,
+    Finding_Kind::Restart,
 };
 static_assert(std::size(kKinds) == kFindingKinds);
 

@@ -23,6 +23,8 @@ QString finding_kind_title(Finding_Kind kind) {
       return QStringLiteral("Partial frame");
     case Finding_Kind::PastEndOfFile:
       return QStringLiteral("Past end of file");
+    case Finding_Kind::Restart:
+      return QStringLiteral("Restart");
   }
   return {};
 }

@@ -7,29 +7,48 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QMdiArea>
 #include <QTimer>
 
 #include "core/file_format.h"
 #include "dialogs.h"
 #include "main_window.h"
+#include "core/program_version.h"
+#include "recent_files.h"
 #include "screenshots.h"
 #include "startup.h"
 
+namespace {
+
+// --help and --version are answered by a core application, which needs no display: the
+// window system is only reached once the arguments are known to ask for the workstation.
+void answer_help_and_version(int argc, char** argv, QCommandLineParser& parser,
+                             const QCommandLineOption& help, const QCommandLineOption& version) {
+  const QCoreApplication probe(argc, argv);
+  parser.parse(QCoreApplication::arguments());  // an unknown option is reported below, by process()
+  if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) parser.showHelp(0);
+  if (parser.isSet(version)) parser.showVersion();
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  QApplication::setOrganizationName("Morvane");
-  QApplication::setApplicationName("Morvane EGSE");
-  QApplication::setApplicationVersion("0.1.0");
+  QCoreApplication::setOrganizationName("Morvane");
+  QCoreApplication::setApplicationName("Morvane EGSE");
+  QCoreApplication::setApplicationVersion(morvane::kProgramVersion);
 
   QCommandLineParser parser;
   parser.setApplicationDescription("Morvane EGSE: the ground-support workstation of the Morvane instrument");
-  parser.addHelpOption();
-  parser.addVersionOption();
+  const QCommandLineOption help_option = parser.addHelpOption();
+  const QCommandLineOption version_option = parser.addVersionOption();
   const QCommandLineOption type_option({"t", "type"}, "Format of FILE: CSS, QM, GRM, FM or ZEB.", "T");
   const QCommandLineOption screenshots_option("screenshots", "Write a PNG of every window into DIR and end.", "DIR");
   parser.addOption(type_option);
   parser.addOption(screenshots_option);
   parser.addPositionalArgument("FILE", "Telemetry file to load at start.", "[FILE]");
+  answer_help_and_version(argc, argv, parser, help_option, version_option);
+
+  QApplication application(argc, argv);
   parser.process(application);
 
   std::optional<morvane::FileFormat> type;
@@ -53,8 +72,22 @@ int main(int argc, char** argv) {
   // Pictures are taken of a fresh layout; a user's run comes back as it was left.
   std::unique_ptr<morvane::EGSE_MDI> window = morvane::Main(*dialogs, {}, !screenshots);
 
+  // The file of the last run comes back with the views that showed it (unless the user turned
+  // that off, or named a file).
+  if (!type && !screenshots && morvane::reopen_last_file_setting() && !window->mdiArea()->subWindowList().isEmpty()) {
+    const std::vector<morvane::Recent_File> recent = morvane::recent_files();
+    if (!recent.empty() && QFileInfo(recent.front().path).isFile()) {
+      type = recent.front().format;
+      file = recent.front().path;
+    }
+  }
+
   QTimer::singleShot(0, window.get(), [&] {
     if (type) window->loadFile(*type, file);
+    // A file given with no window to show it opens on its summary.
+    if (type && !screenshots && window->mdiArea()->subWindowList().isEmpty()) {
+      window->showView(morvane::ViewKind::Summary);
+    }
     if (screenshots) {
       for (const QString& path : morvane::write_screenshots(*window, parser.value(screenshots_option))) {
         std::cout << path.toStdString() << '\n';

@@ -2,7 +2,7 @@
 #include "main_window.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -15,13 +15,17 @@
 #include "dialogs.h"
 #include "error_trap.h"
 #include "file_drop.h"
+#include "help_menu.h"
 #include "live_follow.h"
 #include "export/export_dialog.h"
 #include "placeholder_view.h"
 #include "recent_files.h"
 #include "settings.h"
+#include "status_line.h"
 #include "twips.h"
+#include "view_keys.h"
 #include "view_registry.h"
+#include "window_menu.h"
 
 namespace morvane {
 
@@ -65,6 +69,11 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
   new Live_Follow(*this);
   new Recent_Files_Menu(*this);
   new File_Drop(*this);
+  new Window_Menu(*this);
+  new Help_Menu(*this);
+  new Status_Line(*this);
+  // One for the whole program, however many main windows (the tests make several).
+  if (!qApp->findChild<View_Keys*>()) new View_Keys(qApp);
   register_standard_views(*this);
   resize(1100, 760);
 }

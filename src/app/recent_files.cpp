@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include <QAction>
 #include <QDir>
 #include <QFileInfo>
 #include <QMenu>
@@ -18,6 +19,7 @@ namespace {
 constexpr const char* kRecentKey = "files/recent";
 constexpr const char* kFormatKey = "format";
 constexpr const char* kPathKey = "path";
+constexpr const char* kReopenKey = "files/reopen_last";
 
 void store(const std::vector<Recent_File>& files) {
   QSettings settings;
@@ -63,13 +65,37 @@ void forget_recent_file(const QString& path) {
   store(files);
 }
 
+FileFormat last_format() {
+  const std::vector<Recent_File> files = recent_files();
+  return files.empty() ? FileFormat::QM : files.front().format;
+}
+
+bool reopen_last_file_setting() { return QSettings().value(kReopenKey, true).toBool(); }
+void set_reopen_last_file_setting(bool on) { QSettings().setValue(kReopenKey, on); }
+
 Recent_Files_Menu::Recent_Files_Menu(EGSE_MDI& window)
-    : QObject(&window), window_(window), menu_(new QMenu(tr("Recent &Files"), &window)) {
+    : QObject(&window),
+      window_(window),
+      menu_(new QMenu(tr("Recent &Files"), &window)),
+      open_last_format_(new QAction(&window)) {
   menu_->setObjectName("mnuRecentFiles");
   menu_->menuAction()->setObjectName("mnuRecentFiles");
+  open_last_format_->setObjectName("mnuFileOpenLastFormat");
+  open_last_format_->setShortcut(QKeySequence::Open);
+  connect(open_last_format_, &QAction::triggered, this,
+          [this] { window_.guarded([this] { window_.Open_EGSE_File(last_format()); }); });
+  auto* reopen = new QAction(tr("Reopen &Last File at Start"), &window);
+  reopen->setObjectName("mnuFileReopenLast");
+  reopen->setCheckable(true);
+  reopen->setChecked(reopen_last_file_setting());
+  connect(reopen, &QAction::toggled, this, [](bool on) { set_reopen_last_file_setting(on); });
   auto* file = window.findChild<QMenu*>("mnuFile");
   QAction* separator = window.menuItem("mnuSeparartor1");
-  if (file) file->insertMenu(separator, menu_);
+  if (file) {
+    file->insertAction(separator, open_last_format_);
+    file->insertMenu(separator, menu_);
+    file->insertAction(separator, reopen);
+  }
   connect(&window, &EGSE_MDI::fileLoaded, this, [this](FileFormat format, const QString& path) {
     remember_recent_file({format, path});
     rebuild();
@@ -80,6 +106,7 @@ Recent_Files_Menu::Recent_Files_Menu(EGSE_MDI& window)
 }
 
 void Recent_Files_Menu::rebuild() {
+  open_last_format_->setText(tr("&Open %1 file...").arg(format_text(last_format())));
   menu_->clear();
   const std::vector<Recent_File> files = recent_files();
   if (files.empty()) {

@@ -8,6 +8,7 @@
 
 #include "core/file_format.h"
 
+class QAction;
 class QMenu;
 
 namespace morvane {
@@ -27,15 +28,23 @@ std::vector<Recent_File> recent_files();
 // Puts a file at the top of the list, once, with the format it was last loaded as.
 void remember_recent_file(const Recent_File& file);
 void forget_recent_file(const QString& path);
+// The format of the file loaded last (QM when none was): what Ctrl+O asks for.
+FileFormat last_format();
+
+// Whether the program reopens the file loaded last when its window layout comes back at start
+// (on unless the user turned it off).
+bool reopen_last_file_setting();
+void set_reopen_last_file_setting(bool on);
 
 // File > "Recent Files": every file the main window loads is remembered with its format, and
 // choosing one loads it again in that format. A file that is no longer there is a message and
-// leaves the list.
+// leaves the list. Beside it: "&Open <format> file..." (Ctrl+O), the open dialog for the format
+// loaded last, and "Reopen &Last File at Start", the setting.
 class Recent_Files_Menu : public QObject {
   Q_OBJECT
 
  public:
-  // Puts the submenu in the File menu, before the separator above "E&xit".
+  // Puts the items in the File menu, before the separator above "E&xit".
   explicit Recent_Files_Menu(EGSE_MDI& window);
 
   QMenu* menu() const { return menu_; }
@@ -47,6 +56,7 @@ class Recent_Files_Menu : public QObject {
 
   EGSE_MDI& window_;
   QMenu* menu_;
+  QAction* open_last_format_;
 };
 
 }  // namespace morvane

@@ -32,4 +32,14 @@ void set_last_folder_setting(const QString& folder) { set_text_setting(kLastFold
 QString archive_setting() { return text_setting(kArchiveKey); }
 void set_archive_setting(const QString& path_or_url) { set_text_setting(kArchiveKey, path_or_url); }
 
+QString folder_setting(const QString& kind) { return QSettings().value(QStringLiteral("folders/") + kind).toString(); }
+void set_folder_setting(const QString& kind, const QString& folder) {
+  QSettings().setValue(QStringLiteral("folders/") + kind, folder);
+}
+
+QString start_folder(const QString& kind, const QString& fallback) {
+  const QString last = folder_setting(kind);
+  return last.isEmpty() ? fallback : last;
+}
+
 }  // namespace morvane

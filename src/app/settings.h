@@ -27,4 +27,10 @@ void set_last_folder_setting(const QString& folder);
 QString archive_setting();
 void set_archive_setting(const QString& path_or_url);
 
+// The folder last used by a kind of file dialog ("export", "report", "log"); empty if none.
+QString folder_setting(const QString& kind);
+void set_folder_setting(const QString& kind, const QString& folder);
+// The folder a save dialog of a kind starts in: the one last used for it, else fallback.
+QString start_folder(const QString& kind, const QString& fallback);
+
 }  // namespace morvane

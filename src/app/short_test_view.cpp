@@ -21,8 +21,11 @@
 #include "core/safe_file.h"
 #include "core/session.h"
 #include "dialogs.h"
+#include "functest/report_provenance.h"
 #include "functest/short_message_load.h"
 #include "main_window.h"
+#include "core/program_version.h"
+#include "settings.h"
 
 namespace morvane {
 
@@ -96,6 +99,8 @@ ShortTest::ShortTest(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::ShortTest), test_
   source_.file_name = s.File_Name;
   source_.file_type = std::string(format_tag(s.File_Type));
   source_.science_index = s.Current_Science_Index;
+  source_.evaluated_at = local_time_now();
+  source_.program_version = kProgramVersion;
   evaluated_file_ = s.file;
 
   start_label_ = new QLabel(text_of(test_.start_label), this);
@@ -292,6 +297,14 @@ Test_Report ShortTest::report() {
       if (list.Test_Index[static_cast<size_t>(t - 1)] == source_.science_index) setListPosition(t, list.Test_Count());
     }
   }
+  // The file's digest is read once, when a report is first made (a long file takes a moment).
+  if (source_.file_sha256.empty()) {
+    try {
+      source_.file_sha256 = file_sha256(source_.file_name);
+    } catch (const std::exception&) {
+      source_.file_sha256 = "(the file could not be read)";
+    }
+  }
   return make_test_report(test_, source_);
 }
 
@@ -307,10 +320,11 @@ void ShortTest::printReport() {
 void ShortTest::saveReport() {
   const QFileInfo telemetry(text_of(source_.file_name));
   const QString name = telemetry.completeBaseName() + tr(" short form test %1.pdf").arg(test_.packets.Start_Time);
-  const QString suggested = telemetry.absoluteDir().filePath(name);
+  const QString suggested = QDir(start_folder("report", telemetry.absolutePath())).filePath(name);
   const QString path = mdi().dialogs().saveFileName(this, tr("Save the test report"), suggested,
                                                     tr("PDF (*.pdf);;HTML (*.html *.htm);;Text (*.txt)"));
   if (path.isEmpty()) return;  // cancelled
+  set_folder_setting("report", QFileInfo(path).absolutePath());
   writeReport(path);
 }
 

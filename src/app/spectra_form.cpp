@@ -169,6 +169,18 @@ bool Spectra_Form::reloadedFile() {
 
 void Spectra_Form::showCurrentEntry() { reloadedFile(); }
 
+bool Spectra_Form::showSpectrumOf(int32_t science_index) {
+  reloadedFile();
+  const Spectrum_Table& table = view_.table();
+  for (int32_t s = 1; s <= table.spectrum_count(); ++s) {
+    const Spectrum_Column& column = table.column(s);
+    if (std::find(column.begin(), column.end(), science_index) == column.end()) continue;
+    hscroll1_->setValue(s);  // HScroll1_Change shows it
+    return true;
+  }
+  return false;
+}
+
 QWidget* Spectra_Form::makeHeaderPanel() {
   auto* panel = new QWidget(this);
   auto* grid = new QGridLayout(panel);
@@ -242,6 +254,7 @@ void Spectra_Form::Update_Graph() {
   label(22)->setText(QString::fromStdString(axis.start_text()));
   label(23)->setText(QString::fromStdString(axis.end_text()));
   for (const Spectrum_Button which : kSpectrumButtons) button(which)->setEnabled(view_.enabled(which));
+  plot_->setBins(&view_.bins(), view_.bin_count(), axis);
   plot_->setGraph(view_.graph());
 }
 

@@ -29,6 +29,9 @@ class Spectra_Form : public ChildView {
   // A summary double click on a spectrum line: the window comes to the front as it was (on a
   // file loaded since it opened, it starts again on spectrum 1).
   void showCurrentEntry() override;
+  // The spectrum that science entry k belongs to, shown as the upper scroll bar would show it
+  // (the summary's "Show this spectrum"). Returns false when k is in no spectrum.
+  bool showSpectrumOf(int32_t science_index);
   // The six buttons: the decoder's step, then Update_Graph.
   void Command_Click(Spectrum_Button button);
 

@@ -2,9 +2,12 @@
 #include "spectrum_plot.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QFontMetrics>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include "twips.h"
 
@@ -29,6 +32,34 @@ SpectrumPlot::SpectrumPlot(QWidget* parent) : QWidget(parent) {
   surface.setColor(QPalette::Window, Qt::white);
   setPalette(surface);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setMouseTracking(true);  // the readout follows the pointer
+}
+
+void SpectrumPlot::setBins(const Spectrum_Bins* bins, int32_t bin_count, const Spectrum_Axis& axis) {
+  bins_ = bins;
+  bin_count_ = bin_count;
+  axis_ = axis;
+}
+
+QString SpectrumPlot::readoutAt(const QPoint& at) const {
+  const QRect area = plotArea();
+  if (!bins_ || !area.contains(at) || area.width() < 2 || graph_.width <= 0 || axis_.X_Zoom <= 0) return {};
+  // Bin b starts at (b - X_Start) x X_Zoom plot units from the left of the axes.
+  const double units = (at.x() - area.left()) * graph_.width / area.width();
+  const int64_t bin = axis_.X_Start + static_cast<int64_t>(std::floor(units / axis_.X_Zoom));
+  const int64_t last = std::min<int64_t>({axis_.X_End, bin_count_ - 1, static_cast<int64_t>(bins_->size()) - 1});
+  if (bin < axis_.X_Start || bin > last) return {};
+  return tr("Bin %1: %2 counts").arg(bin).arg((*bins_)[static_cast<size_t>(bin)]);
+}
+
+void SpectrumPlot::mouseMoveEvent(QMouseEvent* event) {
+  const QString text = readoutAt(event->position().toPoint());
+  if (text.isEmpty()) {
+    QToolTip::hideText();
+  } else {
+    QToolTip::showText(event->globalPosition().toPoint(), text, this);
+  }
+  QWidget::mouseMoveEvent(event);
 }
 
 void SpectrumPlot::setGraph(Spectrum_Graph graph) {

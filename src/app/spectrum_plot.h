@@ -5,7 +5,9 @@
 #include <QRect>
 #include <QWidget>
 
+#include "views/spectrum_axis.h"
 #include "views/spectrum_graph.h"
+#include "views/spectrum_table.h"
 
 namespace morvane {
 
@@ -21,6 +23,11 @@ class SpectrumPlot : public QWidget {
   // Replaces what is drawn and repaints.
   void setGraph(Spectrum_Graph graph);
   const Spectrum_Graph& graph() const { return graph_; }
+  // What hovering reads out: the counts of the bins drawn (owned by the caller, which sets them
+  // again with the graph), the axis range and the number of bins read.
+  void setBins(const Spectrum_Bins* bins, int32_t bin_count, const Spectrum_Axis& axis);
+  // "Bin b: n counts" for the bin under a point of this widget; empty outside the bins drawn.
+  QString readoutAt(const QPoint& at) const;
 
   // The area inside the axes, in pixels of this widget: the ticks' labels and the title are
   // outside it.
@@ -33,11 +40,15 @@ class SpectrumPlot : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
   QPointF toPixels(const Graph_Point& point, const QRect& area) const;
 
   Spectrum_Graph graph_;
+  const Spectrum_Bins* bins_ = nullptr;
+  int32_t bin_count_ = 0;
+  Spectrum_Axis axis_;
 };
 
 }  // namespace morvane

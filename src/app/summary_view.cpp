@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QAction>
 #include <QComboBox>
 #include <QListView>
 #include <QScrollBar>
@@ -15,7 +16,9 @@
 #include "fixed_font.h"
 #include "main_window.h"
 #include "raw_link.h"
+#include "spectra_form.h"
 #include "summary_find_bar.h"
+#include "views/format_check.h"
 #include "views/summary_lines.h"
 
 namespace morvane {
@@ -85,8 +88,18 @@ Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
   auto* body = new QHBoxLayout;
   body->addWidget(makeCountPanel());
   body->addWidget(tabs_, 1);
+  // A doubt about the format chosen, in red under the file name (hidden when there is none).
+  format_warning_ = new QLabel(this);
+  format_warning_->setObjectName("FormatWarning");
+  format_warning_->setStyleSheet(QStringLiteral("color: rgb(255, 0, 0)"));
+  format_warning_->setWordWrap(true);
+  const auto warning = format_warning(s);
+  format_warning_->setText(warning ? tr("Warning: %1").arg(QString::fromStdString(*warning)) : QString());
+  format_warning_->setVisible(warning.has_value());
+
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(file_label_);
+  layout->addWidget(format_warning_);
   layout->addLayout(body, 1);
   Enter_Label_Information();
 
@@ -94,11 +107,33 @@ Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
   auto* find = new QShortcut(QKeySequence::Find, this,
                              [this] { findBar(tabs_->currentIndex())->labelChoice()->setFocus(); });
   find->setContext(Qt::WidgetWithChildrenShortcut);
-  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+  QAction* raw_frame = add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
     const int tab = tabs_->currentIndex();
     const QModelIndex line = list(tab)->currentIndex();
     if (!session().loaded() || !line.isValid()) return {};
     return packet_mark(session().File_Type, model(tab)->entry(line.row()));
+  });
+  // The science list's own context menu: the raw frame, and the spectrum of the line clicked
+  // (a double click opens the spectrum window as it was).
+  auto* show_spectrum = new QAction(tr("Show this spectrum"), this);
+  show_spectrum->setObjectName("actShowThisSpectrum");
+  connect(show_spectrum, &QAction::triggered, this, [this] {
+    const QModelIndex line = list(1)->currentIndex();
+    if (line.isValid()) showThisSpectrum(models_[1]->entryNumber(line.row()));
+  });
+  list(1)->addAction(raw_frame);
+  list(1)->addAction(show_spectrum);
+  list(1)->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void Summary::showThisSpectrum(int32_t science_index) {
+  guarded([&] {
+    const LabelCode label = session().catalogue.Science_List.at(science_index).Label;
+    if (label != LabelCode::GcSpectrum && label != LabelCode::IsotopeSpectrum) return;
+    session().Current_Science_Index = science_index;
+    if (auto* spectra = qobject_cast<Spectra_Form*>(mdi().showView(ViewKind::Spectra))) {
+      spectra->showSpectrumOf(science_index);
+    }
   });
 }
 
@@ -114,7 +149,8 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
   list->setLayoutMode(QListView::Batched);
   list->setBatchSize(kLayoutBatch);
   list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list->setSelectionMode(QAbstractItemView::SingleSelection);
+  // Several lines may be chosen to copy them (Ctrl+C); a double click opens the one clicked.
+  list->setSelectionMode(QAbstractItemView::ExtendedSelection);
   // The lines are made from the catalogue when shown; with no file there are none.
   auto* model = new SummaryListModel(session(), which, list);
   list->setModel(model);
@@ -174,6 +210,8 @@ QString Summary::countText(const std::string& key) const {
   const auto found = count_labels_.find(key);
   return found == count_labels_.end() ? QString() : found->second->text();
 }
+
+QString Summary::formatWarningText() const { return format_warning_->text(); }
 
 void Summary::updateRealtime() {
   guarded([&] {

@@ -34,6 +34,9 @@ class Summary : public ChildView {
   void List1_DblClick(int row);
   void List2_DblClick(int row);
   void List3_DblClick(int row);
+  // The science list's "Show this spectrum": the spectrum window on the spectrum that science
+  // entry k (1-based) belongs to. Other entries open nothing.
+  void showThisSpectrum(int32_t science_index);
 
   QTabWidget* tabs() const { return tabs_; }
   // The list of a tab (0 housekeeping, 1 science, 2 information) and its model.
@@ -42,6 +45,8 @@ class Summary : public ChildView {
   Summary_Find_Bar* findBar(int tab) const { return find_bars_[static_cast<size_t>(tab)]; }
   // The value shown beside a count ("12", "- N/A -"), by its key ("hk_count", ...).
   QString countText(const std::string& key) const;
+  // The warning under the file name when the file does not look like its format ("" if none).
+  QString formatWarningText() const;
 
  private:
   void Enter_Label_Information();
@@ -49,6 +54,7 @@ class Summary : public ChildView {
   QWidget* makeListTab(int tab, SummaryListModel::List list);
 
   QLabel* file_label_ = nullptr;
+  QLabel* format_warning_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   std::array<QListView*, 3> lists_{};
   std::array<SummaryListModel*, 3> models_{};

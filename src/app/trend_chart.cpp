@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QPainterPath>
 #include <QRubberBand>
 #include <QWheelEvent>
@@ -46,6 +47,7 @@ TrendChart::TrendChart(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setFocusPolicy(Qt::WheelFocus);
   setCursor(Qt::OpenHandCursor);
+  setMouseTracking(true);  // the readout follows the pointer
   band_ = new QRubberBand(QRubberBand::Rectangle, this);
   band_->hide();
 }
@@ -316,8 +318,37 @@ void TrendChart::mouseMoveEvent(QMouseEvent* event) {
     const int x = std::clamp(at.x(), area.left(), area.right());
     band_->setGeometry(
         QRect(QPoint(std::min(x, drag_start_.x()), area.top()), QPoint(std::max(x, drag_start_.x()), area.bottom())));
+  } else if (plotArea().contains(at)) {
+    QToolTip::showText(event->globalPosition().toPoint(), readoutAt(at.x()), this);
+  } else {
+    QToolTip::hideText();
   }
   event->accept();
+}
+
+QString TrendChart::readoutAt(int x) const {
+  if (!series_ || series_->empty()) return {};
+  return trend_readout(*series_, timeAt(x));
+}
+
+QString trend_readout(const std::vector<Trend_Series>& series, double time) {
+  QStringList lines{QObject::tr("t = %1 s").arg(std::llround(time))};
+  for (const Trend_Series& one : series) {
+    if (one.points.empty()) continue;
+    // Points are in file order, which is time order but for the odd step back: the nearest by
+    // time among the neighbours of where the time would stand.
+    const auto after = std::lower_bound(one.points.begin(), one.points.end(), time,
+                                        [](const std::pair<int32_t, double>& p, double t) { return p.first < t; });
+    auto nearest = after == one.points.end() ? std::prev(after) : after;
+    if (after != one.points.begin() && std::abs(std::prev(after)->first - time) <= std::abs(nearest->first - time)) {
+      nearest = std::prev(after);
+    }
+    lines.append(QObject::tr("%1: %2 %3 at %4 s")
+                     .arg(QString::fromStdString(one.name).trimmed(), QString::number(nearest->second, 'g', 6),
+                          QString::fromStdString(one.unit).trimmed())
+                     .arg(nearest->first));
+  }
+  return lines.join(QLatin1Char('\n'));
 }
 
 void TrendChart::mouseReleaseEvent(QMouseEvent* event) {

@@ -55,6 +55,9 @@ class TrendChart : public QWidget {
   QRect laneArea(size_t lane) const;
   // The lander time at a pixel column of this widget.
   double timeAt(int x) const;
+  // What hovering over column x reads out: the time there and, for each series, the time and
+  // value of its point nearest to it (empty when there is nothing plotted).
+  QString readoutAt(int x) const;
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -95,5 +98,8 @@ class TrendChart : public QWidget {
   Time_Window drag_window_;
   QRubberBand* band_ = nullptr;
 };
+
+// "t = 1234 s" and one line per series, "Name: value unit at t s", its point nearest to time.
+QString trend_readout(const std::vector<Trend_Series>& series, double time);
 
 }  // namespace morvane

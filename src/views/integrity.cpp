@@ -102,7 +102,7 @@ void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t inde
     if (sequence == *state.sequence) {
       out.add(Finding_Kind::SequenceRepeat, list, index,
               "The " + kind + " sequence count " + std::to_string(sequence) + " comes twice");
-    } else if (sequence == 0) {
+    } else if (sequence == 0 && expected != 0) {
       // Each power-on of the instrument counts from 0 again: no packet was lost.
       out.add(Finding_Kind::Restart, list, index,
               "The " + kind + " sequence count starts again from 0 after " + std::to_string(*state.sequence));

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+// What the workstation has as a desktop program: the status bar, the Window and Help menus,
+// Enter and Ctrl+C in every list, Ctrl+O.
+#include <QApplication>
+#include <QClipboard>
+#include <QListView>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTextBrowser>
+
+#include "app_fixture.h"
+#include "help_menu.h"
+#include "recent_files.h"
+#include "spectra_form.h"
+#include "spectrum_plot.h"
+#include "status_line.h"
+#include "summary_view.h"
+#include "trend_chart.h"
+
+namespace morvane {
+namespace {
+
+class Desktop : public testing::AppTest {
+ protected:
+  Status_Line* status() const { return window->findChild<Status_Line*>("StatusLine"); }
+  QMenu* menu(const char* name) const { return window->findChild<QMenu*>(name); }
+  // The items of a menu as it shows them when opened.
+  QStringList items(QMenu* m) const {
+    emit m->aboutToShow();
+    QStringList texts;
+    for (QAction* action : m->actions()) {
+      if (!action->isSeparator()) texts.append(action->text() + (action->isChecked() ? " [x]" : ""));
+    }
+    return texts;
+  }
+  static void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
+  }
+};
+
+TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarning) {
+  ASSERT_NE(status(), nullptr);
+  EXPECT_EQ(status()->fileText(), "No file loaded");
+  EXPECT_EQ(status()->followText(), "Live: stopped");
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  EXPECT_EQ(status()->fileText(), "t.css");
+  EXPECT_EQ(status()->formatText(), "CSS");
+  EXPECT_EQ(status()->byteOrderText(), "Low byte first");
+  EXPECT_EQ(status()->framesText(), "3 frames");
+  EXPECT_EQ(status()->warningText(), "");
+  window->mnuDisplayByteReverse_Click();
+  status()->refresh();
+  EXPECT_EQ(status()->byteOrderText(), "High byte first");
+  window->mnuDisplayByteReverse_Click();
+
+  // A text file loaded as a binary format: the load goes through, with a word of doubt.
+  std::string text;
+  for (int k = 0; k < 3000; ++k) text += std::to_string(k % 997) + ", ";
+  testing::write_file(dir.path("wrong.qm"), text);
+  ASSERT_TRUE(window->loadFile(FileFormat::QM, QString::fromStdString(dir.path("wrong.qm"))));
+  EXPECT_TRUE(status()->warningText().startsWith("Warning: no known packet identifier in the first 16 frames"));
+  auto* summary = show<Summary>(ViewKind::Summary);
+  EXPECT_EQ(summary->formatWarningText(), status()->warningText());
+  EXPECT_TRUE(no_message());
+
+  // Following a log, then paused by the concise window's button (the timer stops).
+  testing::FrameWriter log_frames(282);
+  log_frames.add_frame({testing::Packet{0x0F34, 1, 51, 0, 5, {{16, 1}}, {}}});
+  write_log(log_frames);
+  window->startCollection();
+  status()->refresh();
+  EXPECT_EQ(status()->followText(), "Live: following, 282 bytes");
+  window->collectionTimer()->stop();
+  status()->refresh();
+  EXPECT_EQ(status()->followText(), "Live: paused, 282 bytes");
+  window->stopCollection();
+  status()->refresh();
+  EXPECT_EQ(status()->followText(), "Live: stopped");
+}
+
+TEST_F(Desktop, TheWindowMenuArrangesAndListsTheOpenWindowsWithTheActiveOneChecked) {
+  const QStringList titles = [&] {
+    QStringList all;
+    for (QAction* action : window->menuBar()->actions()) all.append(action->text());
+    return all;
+  }();
+  // The workstation's menus keep their captions and places; Window and Help come after them.
+  ASSERT_GE(titles.size(), 7);
+  EXPECT_EQ(titles.mid(0, 5), (QStringList{"&File          ", "&Display          ", "&Calibration          ",
+                                           "&Test          ", "&Export           "}));
+  EXPECT_EQ(titles.mid(titles.size() - 2), (QStringList{"&Window", "&Help"}));
+
+  QMenu* windows = menu("mnuWindow");
+  ASSERT_NE(windows, nullptr);
+  EXPECT_EQ(items(windows), (QStringList{"Cl&ose", "Close &All", "&Tile", "&Cascade", "Ne&xt", "Pre&vious"}));
+  EXPECT_FALSE(window->menuItem("mnuWindowTile")->isEnabled());
+
+  window->showView(ViewKind::Summary);
+  window->showView(ViewKind::RawData);
+  const QStringList listed = items(windows);
+  ASSERT_EQ(listed.size(), 8);
+  EXPECT_EQ(listed[6], "&1 Summary");
+  EXPECT_TRUE(listed[7].startsWith("&2 ") && listed[7].endsWith(" [x]")) << listed[7].toStdString();
+
+  window->menuItem("mnuWindowShow1")->trigger();
+  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(window->view(ViewKind::Summary)));
+  window->menuItem("mnuWindowNext")->trigger();
+  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(window->view(ViewKind::RawData)));
+  window->menuItem("mnuWindowTile")->trigger();
+  const QRect a = window->frameOf(window->view(ViewKind::Summary))->geometry();
+  const QRect b = window->frameOf(window->view(ViewKind::RawData))->geometry();
+  EXPECT_FALSE(a.intersects(b));
+
+  EXPECT_EQ(window->menuItem("mnuWindowClose")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_W));
+  window->menuItem("mnuWindowClose")->trigger();
+  testing::delete_closed_windows();
+  EXPECT_EQ(window->view(ViewKind::RawData), nullptr);
+  window->menuItem("mnuWindowCloseAll")->trigger();
+  testing::delete_closed_windows();
+  EXPECT_TRUE(window->mdiArea()->subWindowList().isEmpty());
+  EXPECT_EQ(window->view(ViewKind::Summary), nullptr);
+}
+
+TEST_F(Desktop, EnterOpensTheSelectedLineAndCtrlCCopiesEverySelectedLine) {
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  auto* summary = show<Summary>(ViewKind::Summary);
+  QListView* list = summary->list(0);
+  list->setFocus();
+  list->setCurrentIndex(summary->model(0)->index(1));
+  press(list, Qt::Key_Return);
+  EXPECT_EQ(window->session().Current_HK_Index, 2);
+  EXPECT_NE(window->view(ViewKind::Housekeeping), nullptr);
+
+  list->selectionModel()->select(summary->model(0)->index(0), QItemSelectionModel::Select);
+  list->selectionModel()->select(summary->model(0)->index(1), QItemSelectionModel::Select);
+  press(list, Qt::Key_C, Qt::ControlModifier);
+  const QString expected = summary->model(0)->index(0).data().toString() + "\n" +
+                           summary->model(0)->index(1).data().toString();
+  EXPECT_EQ(QApplication::clipboard()->text(), expected);
+  EXPECT_TRUE(no_message());
+}
+
+TEST_F(Desktop, TheHelpMenuShowsTheGuideShippedInsideTheProgramAndTheAbout) {
+  auto* help = window->findChild<Help_Menu*>();
+  ASSERT_NE(help, nullptr);
+  EXPECT_EQ(items(menu("mnuHelp")), (QStringList{"&User Guide", "&Keyboard Shortcuts", "&About Morvane EGSE"}));
+  EXPECT_EQ(window->menuItem("mnuHelpGuide")->shortcut(), QKeySequence(QKeySequence::HelpContents));
+  QTextBrowser* guide = help->showGuide();
+  ASSERT_NE(guide, nullptr);
+  EXPECT_TRUE(guide->toPlainText().startsWith("Morvane EGSE user guide")) << guide->toPlainText().left(80).toStdString();
+  EXPECT_TRUE(help->showShortcuts()->toPlainText().contains("Ctrl+Tab"));
+  help->showAbout();
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].contains(QStringLiteral("Qt: ") + qVersion()));
+  EXPECT_TRUE(dialogs.messages[0].contains("Settings: "));
+}
+
+TEST_F(Desktop, CtrlOAsksForAFileOfTheFormatLoadedLast) {
+  QAction* open = window->menuItem("mnuFileOpenLastFormat");
+  ASSERT_NE(open, nullptr);
+  EXPECT_EQ(open->shortcut(), QKeySequence(QKeySequence::Open));
+  testing::FrameWriter grm = testing::three_frames(280);
+  ASSERT_TRUE(window->loadFile(FileFormat::GRM, write_frames("t.grm", grm)));
+  EXPECT_EQ(open->text(), "&Open GRM file...");
+  dialogs.files.push_back(write_frames("u.grm", grm));
+  open->trigger();
+  EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
+  EXPECT_TRUE(window->session().File_Name.ends_with("u.grm"));
+}
+
+TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer) {
+  const std::vector<Trend_Series> series{{28, "AD590", "oC", {{100, 1.5}, {160, 2.25}, {400, -3}}},
+                                         {29, "Docking station", "mm", {{130, 7}}}};
+  EXPECT_EQ(trend_readout(series, 125), "t = 125 s\nAD590: 1.5 oC at 100 s\nDocking station: 7 mm at 130 s");
+  EXPECT_EQ(trend_readout(series, 150), "t = 150 s\nAD590: 2.25 oC at 160 s\nDocking station: 7 mm at 130 s");
+  EXPECT_EQ(trend_readout(series, 9999), "t = 9999 s\nAD590: -3 oC at 400 s\nDocking station: 7 mm at 130 s");
+
+  SpectrumPlot plot;
+  plot.resize(600, 400);
+  Spectrum_Bins bins{};
+  bins[0] = 5;
+  bins[512] = 80;
+  Spectrum_Axis axis;
+  plot.setBins(&bins, 1025, axis);
+  Spectrum_Graph graph;
+  graph.width = 1025;  // the whole range at zoom 1
+  plot.setGraph(graph);
+  const QRect area = plot.plotArea();
+  EXPECT_EQ(plot.readoutAt({area.left(), area.center().y()}), "Bin 0: 5 counts");
+  const int middle = area.left() + static_cast<int>(512.5 * area.width() / 1025);
+  EXPECT_EQ(plot.readoutAt({middle, area.center().y()}), "Bin 512: 80 counts");
+  EXPECT_EQ(plot.readoutAt({area.left() - 3, area.center().y()}), "");
+}
+
+TEST_F(Desktop, ShowThisSpectrumOpensTheSpectrumWindowOnTheLineClicked) {
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  auto* summary = show<Summary>(ViewKind::Summary);
+  QStringList science_menu;
+  for (const QAction* action : summary->list(1)->actions()) science_menu.append(action->text());
+  EXPECT_EQ(science_menu, (QStringList{"Show in raw frame", "Show this spectrum"}));
+  summary->showThisSpectrum(1);  // auxiliary data: no spectrum
+  EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
+  summary->showThisSpectrum(3);  // the GC spectrum, spectrum 2 after the complete one
+  auto* spectra = shown<Spectra_Form>(ViewKind::Spectra);
+  ASSERT_NE(spectra, nullptr);
+  EXPECT_EQ(spectra->spectrumScroll()->value(), 2);
+  EXPECT_EQ(spectra->decoder().spectrum(), 2);
+  EXPECT_TRUE(no_message());
+}
+
+}  // namespace
+}  // namespace morvane
