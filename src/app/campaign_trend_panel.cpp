@@ -175,15 +175,15 @@ void Campaign_Trend_Panel::readSeries() {
     const auto trends = reader_(query);
     if (!trends) return;  // the error was shown; the plot stays as it was
     for (const archive::Sensor_Trend& trend : *trends) {
-      Trend_Series series{trend.number, trend.name, trend.unit, {}};
+      std::vector<std::pair<int32_t, double>> points;
       std::vector<int64_t> of_file;
-      series.points.reserve(trend.points.size());
+      points.reserve(trend.points.size());
       of_file.reserve(trend.points.size());
       for (const archive::Trend_Point& point : trend.points) {
-        series.points.emplace_back(point.lander_time, point.value);
+        points.emplace_back(point.lander_time, point.value);
         of_file.push_back(point.file_id);
       }
-      made.push_back(std::move(series));
+      made.emplace_back(trend.number, trend.name, trend.unit, points);
       files.push_back(std::move(of_file));
     }
   }

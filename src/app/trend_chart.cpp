@@ -334,19 +334,24 @@ QString TrendChart::readoutAt(int x) const {
 QString trend_readout(const std::vector<Trend_Series>& series, double time) {
   QStringList lines{QObject::tr("t = %1 s").arg(std::llround(time))};
   for (const Trend_Series& one : series) {
-    if (one.points.empty()) continue;
+    if (one.empty()) continue;
     // Points are in file order, which is time order but for the odd step back: the nearest by
     // time among the neighbours of where the time would stand.
-    const auto after = std::lower_bound(one.points.begin(), one.points.end(), time,
-                                        [](const std::pair<int32_t, double>& p, double t) { return p.first < t; });
-    auto nearest = after == one.points.end() ? std::prev(after) : after;
-    if (after != one.points.begin() && std::abs(std::prev(after)->first - time) <= std::abs(nearest->first - time)) {
-      nearest = std::prev(after);
+    size_t low = 0, high = one.size();
+    while (low < high) {
+      const size_t middle = low + (high - low) / 2;
+      if (one.time(middle) < time) {
+        low = middle + 1;
+      } else {
+        high = middle;
+      }
     }
+    size_t nearest = low == one.size() ? low - 1 : low;
+    if (low > 0 && std::abs(one.time(low - 1) - time) <= std::abs(one.time(nearest) - time)) nearest = low - 1;
     lines.append(QObject::tr("%1: %2 %3 at %4 s")
-                     .arg(QString::fromStdString(one.name).trimmed(), QString::number(nearest->second, 'g', 6),
+                     .arg(QString::fromStdString(one.name).trimmed(), QString::number(one.value(nearest), 'g', 6),
                           QString::fromStdString(one.unit).trimmed())
-                     .arg(nearest->first));
+                     .arg(one.time(nearest)));
   }
   return lines.join(QLatin1Char('\n'));
 }
