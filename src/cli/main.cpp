@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "cli_common.h"
+#include "json_text.h"
 #include "commands.h"
 #include "core/error.h"
 #include "core/system_error.h"

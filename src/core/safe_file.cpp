@@ -165,7 +165,9 @@ Replacement_File::~Replacement_File() {
 void Replacement_File::fail(const char* what, int error) const {
   std::string detail = path_ + ": " + what;
   if (is_disk_full(error)) {
-    detail += " after " + std::to_string(written_) + " bytes, in the folder " + folder_of(target_);
+    std::error_code ignored;
+    const std::filesystem::path folder = std::filesystem::absolute(target_, ignored).lexically_normal().parent_path();
+    detail += " after " + std::to_string(written_) + " bytes, in the folder " + folder.string();
   }
   raise_system_error(error, detail, error == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::DeviceIoError);
 }

@@ -18,6 +18,7 @@
 #include "core/windows_path.h"
 #include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
+#include "folder_names.h"
 #include "test_files.h"
 
 extern char** environ;
@@ -32,12 +33,7 @@ using testing::Packet;
 constexpr const char* kCli = "src/cli/morvane-cli";
 constexpr const char* kOld = "the previous export\r\n";
 
-std::vector<std::string> names_in(const std::string& folder) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
-  std::sort(names.begin(), names.end());
-  return names;
-}
+using testing::names_in;
 
 class WriteDestinations : public ::testing::Test {
  protected:
