@@ -267,6 +267,7 @@ TEST(SafeFile, ASignalRemovesTheTemporaryFilesOfTheWritesUnderWay) {
   testing::write_file(path, "old\n");
   for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
     const testing::ChildEnd end = testing::in_child([&] {
+      ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
       remove_temporary_files_on_signals();
       Replacement_File first(path);
       Replacement_File second(dir.path("other.txt"));

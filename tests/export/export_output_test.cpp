@@ -149,6 +149,7 @@ TEST_P(ExportOutput, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp)
 TEST_P(ExportOutput, ASignalMidWriteRemovesTheTemporaryFiles) {
   for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
     const testing::ChildEnd end = testing::in_child([&] {
+      ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
       remove_temporary_files_on_signals();
       const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
       write_lines(*output, 50000);
