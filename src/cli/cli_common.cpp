@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "cli_common.h"
+#include "json_text.h"
 
 #include <algorithm>
 #include <filesystem>

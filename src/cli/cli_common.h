@@ -54,14 +54,6 @@ void check_frame_number(const Session& session, int32_t frame);
 // The RGB triple of a colour as JSON.
 Json colour_json(int red, int green, int blue);
 
-// The JSON text of a value, indented by indent (-1: one line). Text that is not valid UTF-8 (a
-// sensor or file name in another encoding) shows replacement characters instead of failing.
-std::string json_text(const Json& json, int indent = -1);
-
-// Prints json_text(json, 2) and a line break.
 void print_json(const Json& json);
-
-// The telemetry file the command opened, for naming it in an error that names nothing.
-const std::string& opened_file();
 
 }  // namespace morvane::cli

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "cli_common.h"
+#include "json_text.h"
 #include "commands.h"
 #include "export/export_dialog.h"
 

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "cli_common.h"
+#include "json_text.h"
 #include "commands.h"
 #include "usage_error.h"
 #include "core/error.h"

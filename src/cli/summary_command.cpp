@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "cli_common.h"
+#include "json_text.h"
 #include "commands.h"
 #include "views/summary_lines.h"
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli_common.h"
+#include "json_text.h"
 #include "commands.h"
 #include "core/number_text.h"
 #include "views/trend_series.h"

@@ -3,6 +3,7 @@
 #include "core/safe_file.h"
 
 #include <dirent.h>
+#include <pthread.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -138,10 +139,19 @@ void Replacement_File::open_temporary() {
   const std::string pattern = (std::filesystem::path(folder_of(target_)) / name).string();
   std::vector<char> buffer(pattern.begin(), pattern.end());
   buffer.push_back('\0');
+  // A signal between the file's creation and its registration would leave it behind.
+  sigset_t ending, previous;
+  sigemptyset(&ending);
+  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&ending, signal_number);
+  ::pthread_sigmask(SIG_BLOCK, &ending, &previous);
   fd_ = ::mkostemp(buffer.data(), O_CLOEXEC);
-  if (fd_ < 0) fail("cannot create the new file beside it", errno);
-  temporary_ = buffer.data();
-  slot_ = register_temporary(temporary_);
+  const int error = errno;
+  if (fd_ >= 0) {
+    temporary_ = buffer.data();
+    slot_ = register_temporary(temporary_);
+  }
+  ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+  if (fd_ < 0) fail("cannot create the new file beside it", error);
 
   struct stat old {};
   const mode_t mode = ::stat(target_.c_str(), &old) == 0 ? (old.st_mode & 07777) : 0644;
@@ -165,7 +175,9 @@ Replacement_File::~Replacement_File() {
 void Replacement_File::fail(const char* what, int error) const {
   std::string detail = path_ + ": " + what;
   if (is_disk_full(error)) {
-    detail += " after " + std::to_string(written_) + " bytes, in the folder " + folder_of(target_);
+    std::error_code ignored;
+    const std::filesystem::path folder = std::filesystem::absolute(target_, ignored).lexically_normal().parent_path();
+    detail += " after " + std::to_string(written_) + " bytes, in the folder " + folder.string();
   }
   raise_system_error(error, detail, error == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::DeviceIoError);
 }

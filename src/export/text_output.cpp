@@ -41,8 +41,12 @@ void Text_Output::flush() {
 
 void Text_Output::finish() {
   buffer_.resize(line_begin_);
-  flush();
-  file_.commit();
+  try {
+    flush();
+    file_.commit();
+  } catch (...) {
+    abandon();  // the disk refuses the last lines: the old file stays, what was written is kept
+  }
 }
 
 void Text_Output::keep_partial() noexcept {

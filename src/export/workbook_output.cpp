@@ -3,6 +3,7 @@
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -17,11 +18,31 @@ namespace {
 // The library reports its own error numbers; a full disk shows through errno.
 void check(lxw_error error, const std::string& path, const std::string& folder) {
   if (error == LXW_NO_ERROR) return;
-  const int system_error = errno;
-  if (system_error == ENOSPC || system_error == EDQUOT || system_error == EFBIG) {
-    raise_system_error(system_error, path + ": " + lxw_strerror(error) + ", in the folder " + folder);
+  const int error_number = errno;
+  if (error_number == ENOSPC || error_number == EDQUOT || error_number == EFBIG) {
+    raise_system_error(error_number, path + ": " + lxw_strerror(error) + ", in the folder " + folder);
   }
   raise(ErrorNumber::DeviceIoError, path + ": " + lxw_strerror(error));
+}
+
+// The library writes a sheet's rows to a file of its own without checking those writes, so a
+// disk that fills up gives a workbook that closes without error and lacks rows. The sheet's
+// size in the zip's directory tells: every cell takes more than kLeastCellBytes of its XML
+// (<c r="A1"><v>1</v></c>).
+constexpr uint64_t kLeastCellBytes = 16;
+
+uint64_t sheet_size_in_zip(const std::string& zip) {
+  std::ifstream in(zip, std::ios::binary | std::ios::ate);
+  const auto size = static_cast<uint64_t>(std::max<std::streamoff>(in.tellg(), 0));
+  const uint64_t tail = std::min<uint64_t>(size, 1 << 16);  // the directory of a one-sheet workbook
+  std::string bytes(tail, '\0');
+  in.seekg(static_cast<std::streamoff>(size - tail));
+  in.read(bytes.data(), static_cast<std::streamsize>(tail));
+  const std::string name = "xl/worksheets/sheet1.xml";
+  const size_t at = bytes.rfind(name);
+  if (at < 46 || bytes.compare(at - 46, 4, "PK\x01\x02") != 0) return 0;
+  const auto byte = [&](size_t k) { return static_cast<uint64_t>(static_cast<unsigned char>(bytes[at - 46 + k])); };
+  return byte(24) | byte(25) << 8 | byte(26) << 16 | byte(27) << 24;  // its uncompressed size
 }
 
 }  // namespace
@@ -94,6 +115,7 @@ void Workbook_Output::end_line(bool) {
   }
   for (size_t c = 0; c < cell_count_; ++c) {
     const Cell& cell = cells_[c];
+    if (cell.kind != Cell::Empty) ++cells_written_;
     const auto column = static_cast<lxw_col_t>(c);
     if (cell.kind == Cell::Text) {
       check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path(), folder_);
@@ -110,29 +132,39 @@ void Workbook_Output::close() {
   lxw_workbook* workbook = workbook_;
   workbook_ = nullptr;  // workbook_close frees it, whatever it returns
   check(workbook_close(workbook), path(), folder_);
+  const uint64_t sheet = sheet_size_in_zip(scratch_ ? scratch_->temporary_path() : file_.temporary_path());
+  if (sheet != 0xFFFFFFFF && sheet < cells_written_ * kLeastCellBytes) {
+    raise(kDiskFull, path() + ": the sheet's rows did not all reach the disk, in the folder " + folder_ +
+                         " (disk full)");
+  }
+  closed_whole_ = true;
 }
 
 void Workbook_Output::finish() {
   cell_count_ = 0;
-  close();
-  if (scratch_) {
-    std::ifstream made(scratch_->temporary_path(), std::ios::binary);
-    std::vector<char> buffer(1 << 20);
-    while (made.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || made.gcount() > 0) {
-      file_.write(std::string_view(buffer.data(), static_cast<size_t>(made.gcount())));
+  try {
+    close();
+    if (scratch_) {
+      std::ifstream made(scratch_->temporary_path(), std::ios::binary);
+      std::vector<char> buffer(1 << 20);
+      while (made.read(buffer.data(), static_cast<std::streamsize>(buffer.size())) || made.gcount() > 0) {
+        file_.write(std::string_view(buffer.data(), static_cast<size_t>(made.gcount())));
+      }
+      if (made.bad()) raise(ErrorNumber::DeviceIoError, path() + ": cannot read back the workbook made for it");
+      scratch_.reset();
     }
-    if (made.bad()) raise(ErrorNumber::DeviceIoError, path() + ": cannot read back the workbook made for it");
-    scratch_.reset();
+    file_.commit();
+  } catch (...) {
+    abandon();  // the disk refuses the workbook: the old file stays
   }
-  file_.commit();
 }
 
 void Workbook_Output::keep_partial() noexcept {
   cell_count_ = 0;
-  bool closed = workbook_ == nullptr;
+  bool closed = closed_whole_;
   try {
     if (workbook_ != nullptr) close();
-    closed = true;
+    closed = closed_whole_;
   } catch (...) {
     // The disk refuses the workbook: there is nothing whole to keep.
     closed = false;

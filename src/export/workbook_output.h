@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -57,6 +58,8 @@ class Workbook_Output final : public Export_Output {
   std::vector<Cell> cells_;
   size_t cell_count_ = 0;
   unsigned row_ = 0;
+  bool closed_whole_ = false;  // the workbook closed with every row it was given
+  uint64_t cells_written_ = 0;  // cells that are not empty: the sheet's XML holds each
 };
 
 }  // namespace morvane

@@ -137,7 +137,7 @@ TEST_F(CalibrationTest, AFullDiskLeavesTheOldFileIntactAndKeepsTheWholeLinesWrit
     EXPECT_NE(error.detail().find("Pressure Sensors.partial.txt"), std::string::npos) << error.detail();
   }
   EXPECT_EQ(testing::read_file(pressure_file()), saved);
-  EXPECT_EQ(testing::read_file(partial_path(pressure_file())), " 3\r\n");  // the count, the one whole line
+  EXPECT_EQ(testing::read_file(partial_path(pressure_file())), " 5\r\n");  // the count, the one whole line
   EXPECT_FALSE(editor.closed());  // the dialog stays open: Cancel or another Accept
 }
 

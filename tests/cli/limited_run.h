@@ -12,7 +12,7 @@
 
 namespace morvane::testing {
 
-inline std::string quoted(const std::string& text) {
+inline std::string shell_quoted(const std::string& text) {
   std::string out = "'";
   for (const char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
   return out + "'";
@@ -21,9 +21,13 @@ inline std::string quoted(const std::string& text) {
 // morvane-cli with arguments, after the shell commands of setup ("ulimit -f 128", say).
 inline ProgramRun run_cli_limited(const std::string& setup, const std::vector<std::string>& arguments) {
   TempDir scratch;
-  std::string command = setup + "; exec " + quoted(std::string(MORVANE_BINARY_DIR) + "/src/cli/morvane-cli");
-  for (const std::string& argument : arguments) command += " " + quoted(argument);
-  command += " >" + quoted(scratch.path("out")) + " 2>" + quoted(scratch.path("err"));
+  std::string program = MORVANE_BINARY_DIR;
+  program += "/src/cli/morvane-cli";
+  std::string command = setup;
+  command += "; exec ";
+  command += shell_quoted(program);
+  for (const std::string& argument : arguments) command += " " + shell_quoted(argument);
+  command += " >" + shell_quoted(scratch.path("out")) + " 2>" + shell_quoted(scratch.path("err"));
   const int raw = std::system(command.c_str());
   ProgramRun run;
   run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;

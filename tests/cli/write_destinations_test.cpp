@@ -18,6 +18,7 @@
 #include "core/windows_path.h"
 #include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
+#include "folder_names.h"
 #include "test_files.h"
 
 extern char** environ;
@@ -32,12 +33,7 @@ using testing::Packet;
 constexpr const char* kCli = "src/cli/morvane-cli";
 constexpr const char* kOld = "the previous export\r\n";
 
-std::vector<std::string> names_in(const std::string& folder) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
-  std::sort(names.begin(), names.end());
-  return names;
-}
+using testing::names_in;
 
 class WriteDestinations : public ::testing::Test {
  protected:
@@ -130,13 +126,24 @@ TEST_F(WriteDestinations, ASignalEndsTheToolWithoutATemporaryFile) {
     std::vector<char*> argv;
     for (std::string& argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
+    // The tool starts with the signals' default actions, as from a terminal (a test run in the
+    // background would otherwise hand down an ignored SIGINT).
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t defaults;
+    sigemptyset(&defaults);
+    sigaddset(&defaults, signal_number);
+    posix_spawnattr_setsigdefault(&attributes, &defaults);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     pid_t pid = 0;
-    ASSERT_EQ(::posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
+    ASSERT_EQ(::posix_spawn(&pid, argv[0], nullptr, &attributes, argv.data(), environ), 0);
+    posix_spawnattr_destroy(&attributes);
     // Waits for its temporary file, then interrupts it.
     const auto give_up = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (names_in(dir.path("out")).size() < 2 && std::chrono::steady_clock::now() < give_up) {
       std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));  // well into its rows
     ::kill(pid, signal_number);
     int status = 0;
     ::waitpid(pid, &status, 0);

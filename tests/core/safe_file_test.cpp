@@ -17,6 +17,7 @@
 
 #include "child_process.h"
 #include "core/error.h"
+#include "folder_names.h"
 #include "test_files.h"
 #include "thrown.h"
 
@@ -109,12 +110,7 @@ TEST(SafeFile, AReadOnlyFolderIsAClearError) {
   EXPECT_EQ(testing::read_file(dir.path("locked/cal.txt")), "old\n");
 }
 
-std::vector<std::string> names_in(const std::string& folder) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename().string());
-  std::sort(names.begin(), names.end());
-  return names;
-}
+using testing::names_in;
 
 // A disk that takes `room` bytes, then reports itself full.
 Write_Function disk_with_room(size_t room) {
@@ -271,6 +267,7 @@ TEST(SafeFile, ASignalRemovesTheTemporaryFilesOfTheWritesUnderWay) {
   testing::write_file(path, "old\n");
   for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
     const testing::ChildEnd end = testing::in_child([&] {
+      ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
       remove_temporary_files_on_signals();
       Replacement_File first(path);
       Replacement_File second(dir.path("other.txt"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "export/auxiliary_export.h"
 
+#include <filesystem>
+
 #include "core/error.h"
 #include "core/number_text.h"
 #include "export_fixture.h"

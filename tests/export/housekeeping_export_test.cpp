@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "export/housekeeping_export.h"
 
+#include <filesystem>
+
 #include "core/conversion.h"
 #include "core/number_text.h"
 #include "export_fixture.h"
