@@ -3,6 +3,7 @@
 // `item-history` print what the archive answers across every file in it.
 #include <unistd.h>
 
+#include <bit>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
@@ -89,8 +90,6 @@ std::atomic<bool> interrupted{false};
 void on_interrupt(int) { interrupted = true; }
 
 void run_add(const ArchiveOptions& options) {
-  FileOptions file_options;
-  file_options.base = options.base;
   const Configuration config = load_cli_configuration(options.base, true);
   const std::unique_ptr<Archive> archive = archive::open_archive(options.archive);
   archive::Ingest_Options ingest;
@@ -181,20 +180,37 @@ void run_trend(const ArchiveOptions& options) {
   query.cold_junction = options.cold_junction == "on";
   const auto trends = archive->trend(query);
   if (options.json) {
-    // Streamed: a campaign holds millions of points a sensor.
-    std::cout << "{\n  \"sensors\": [";
+    // Streamed: a campaign holds millions of points a sensor. Telemetry repeats its values, so
+    // the text of the previous value is reused when the next one is the same.
+    std::string out = "{\n  \"sensors\": [";
+    double previous = 0;
+    std::string previous_text = Json(previous).dump();
     for (size_t s = 0; s < trends.size(); ++s) {
       const auto& one = trends[s];
-      std::cout << (s ? "," : "") << "\n    {\"number\": " << one.number << ", \"name\": " << Json(one.name).dump()
-                << ", \"unit\": " << Json(one.unit).dump() << ", \"points\": [";
+      out += std::string(s ? "," : "") + "\n    {\"number\": " + std::to_string(one.number) +
+             ", \"name\": " + Json(one.name).dump() + ", \"unit\": " + Json(one.unit).dump() + ", \"points\": [";
       for (size_t p = 0; p < one.points.size(); ++p) {
         const auto& point = one.points[p];
-        std::cout << (p ? ", " : "") << '[' << point.lander_time << ", " << Json(point.value).dump() << ", "
-                  << point.file_id << ']';
+        if (std::bit_cast<uint64_t>(point.value) != std::bit_cast<uint64_t>(previous)) {
+          previous = point.value;
+          previous_text = Json(previous).dump();
+        }
+        out += p ? ", [" : "[";
+        out += std::to_string(point.lander_time);
+        out += ", ";
+        out += previous_text;
+        out += ", ";
+        out += std::to_string(point.file_id);
+        out += ']';
+        if (out.size() > (1 << 20)) {
+          std::cout << out;
+          out.clear();
+        }
       }
-      std::cout << "]}";
+      out += "]}";
     }
-    std::cout << (trends.empty() ? "]\n}\n" : "\n  ]\n}\n");
+    out += trends.empty() ? "]\n}\n" : "\n  ]\n}\n";
+    std::cout << out;
     return;
   }
   std::cout << "Sensor\tName\tUnit\tFile\tLander time\tValue\n";
@@ -212,8 +228,10 @@ void run_tests(const ArchiveOptions& options) {
   query.failed_only = options.failed;
   const auto tests = archive::open_archive(options.archive)->tests(query);
   if (options.json) {
-    Json list = Json::array();
-    for (const auto& t : tests) {
+    // One test at a time: a campaign's tests hold hundreds of thousands of items.
+    std::cout << "{\n  \"tests\": [";
+    for (size_t n = 0; n < tests.size(); ++n) {
+      const auto& t = tests[n];
       Json items = Json::array();
       for (const auto& i : t.items) {
         items.push_back(Json{{"table", i.table}, {"name", i.name}, {"value", i.value}, {"result", i.result}});
@@ -226,11 +244,11 @@ void run_tests(const ArchiveOptions& options) {
                 {"overall", optional_json(t.overall)},
                 {"packet_message", t.packet_message},
                 {"rf_frequency_text", t.rf_frequency_text},
-                {"items", items}};
+                {"items", std::move(items)}};
       if (!t.overall) test["error"] = t.error;
-      list.push_back(std::move(test));
+      std::cout << (n ? ",\n    " : "\n    ") << test.dump();
     }
-    print_json(Json{{"tests", list}});
+    std::cout << (tests.empty() ? "]\n}\n" : "\n  ]\n}\n");
     return;
   }
   std::cout << "File\tMode\tTest\tSeq. Count\tLander time\tResult\tFailed items\n";
