@@ -5,6 +5,7 @@
 #include <chrono>
 #include <ctime>
 #include <filesystem>
+#include <functional>
 #include <limits>
 
 #include "archive/archive.h"
@@ -124,9 +125,9 @@ class Information_By_Time {
   std::vector<std::pair<int32_t, int32_t>> by_time_;
 };
 
-// Every short form test of both modes, each evaluated as functest --test evaluates it.
-std::vector<Test_Result> evaluate_tests(Session& session, const Cancel_Check& cancel) {
-  std::vector<Test_Result> results;
+// Every short form test of both modes, each evaluated as functest --test evaluates it and
+// handed to take one at a time (an evaluation is tens of kilobytes; a long file has thousands).
+void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::function<void(const Test_Result&)>& take) {
   // The evaluation looks for its RF frequency event among the information entries of the test's
   // window, walking the whole list for each test: over a long file that is quadratic. It is
   // given the list narrowed to the entries of that window (in list order, so it finds the same
@@ -174,10 +175,9 @@ std::vector<Test_Result> evaluate_tests(Session& session, const Cancel_Check& ca
           result.error = error.message();
         }
       }
-      results.push_back(std::move(result));
+      take(result);
     }
   }
-  return results;
 }
 
 // Writes one loaded file's rows under file_id; the caller holds the write transaction.
@@ -325,15 +325,19 @@ class File_Writer {
   }
 
   int64_t tests() {
-    const std::vector<Test_Result> results = evaluate_tests(session_, cancel_);
     const Dialect& dialect = db_.dialect();
     const std::string insert_test =
         insert_sql(dialect, "tests",
                    {"file_id", "mode", "number", "science_index", "sequence_count", "lander_time", "overall",
                     "packet_message", "rf_frequency_text", "limit_file", "error"},
                    "test_id");
+    const std::vector<std::string> item_columns = {"test_id",  "position", "item_table",    "name",
+                                                   "value",    "result",   "failed",        "rise_28v",
+                                                   "rise_5v",  "initial_value", "final_value", "increase"};
     std::vector<Row> item_rows;
-    for (const Test_Result& result : results) {
+    int64_t count = 0;
+    evaluate_tests(session_, cancel_, [&](const Test_Result& result) {
+      ++count;
       const Short_Test_Evaluation* test = result.evaluation ? &*result.evaluation : nullptr;
       const auto ids = db_.query(
           insert_test,
@@ -341,7 +345,7 @@ class File_Writer {
            int64_t{result.entry->Sequence_Count}, int64_t{result.entry->Lander_Time},
            test ? Value(test->overall.text) : Value(), test ? test->packet_message.text : std::string(),
            test ? test->rf_frequency_text() : std::string(), result.limit_file, result.error});
-      if (!test) continue;
+      if (!test) return;
       const int64_t test_id = integer_of(ids.at(0).at(0));
       const auto items = evaluation_items(*test);
       for (size_t i = 0; i < items.size(); ++i) {
@@ -351,12 +355,13 @@ class File_Writer {
                              int64_t{item.failed}, optional(item.rise_28v), optional(item.rise_5v),
                              optional(item.initial), optional(item.final), optional(item.increase)});
       }
-    }
-    db_.append("test_items",
-               {"test_id", "position", "item_table", "name", "value", "result", "failed", "rise_28v", "rise_5v",
-                "initial_value", "final_value", "increase"},
-               item_rows);
-    return static_cast<int64_t>(results.size());
+      if (item_rows.size() >= static_cast<size_t>(kChunkEntries)) {
+        db_.append("test_items", item_columns, item_rows);
+        item_rows.clear();
+      }
+    });
+    db_.append("test_items", item_columns, item_rows);
+    return count;
   }
 
   // The five translation lines of every information entry, as morvane-cli info gives them: the

@@ -101,8 +101,9 @@ int run(const std::vector<std::string>& command, const std::string& folder, cons
 
 // A fresh folder the server user owns, short enough for a Unix socket path inside it.
 std::string make_cluster_folder() {
+  // The server user must reach it (TMPDIR may be below root's home), and a socket path is short.
   std::string base = fs::temp_directory_path().string();
-  if (base.size() > 60) base = "/tmp";
+  if (running_as_root() || base.size() > 60) base = "/tmp";
   std::string pattern = base + "/morvane-pg-XXXXXX";
   if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot create a folder for the PostgreSQL cluster");
   if (running_as_root()) {
