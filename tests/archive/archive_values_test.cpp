@@ -59,7 +59,7 @@ TEST_P(ArchiveValues, TrendOfEveryFileEqualsTheSingleFileTrendWithAndWithoutCold
         for (const auto& point : trends[s].points) {
           if (point.file_id == static_cast<int64_t>(i + 1)) points.emplace_back(point.lander_time, point.value);
         }
-        ASSERT_EQ(points, expected[s].points) << format_tag(kAllFormats[i]) << " sensor " << s + 1;
+        ASSERT_EQ(points, expected[s].points()) << format_tag(kAllFormats[i]) << " sensor " << s + 1;
         EXPECT_EQ(trends[s].name, expected[s].name);
         EXPECT_EQ(trends[s].unit, expected[s].unit);
       }
@@ -80,7 +80,7 @@ TEST_P(ArchiveValues, TrendKeepsOnlyThePointsBetweenFromAndTo) {
     EXPECT_LE(point.lander_time, *query.to);
   }
   const Session session = campaign().session(FileFormat::CSS);
-  const auto all = trend_series(session, {1}, true).at(0).points;
+  const auto all = trend_series(session, {1}, true).at(0).points();
   const auto inside = std::count_if(all.begin(), all.end(),
                                     [&](const auto& p) { return p.first >= *query.from && p.first <= *query.to; });
   EXPECT_EQ(static_cast<long>(points.size()), inside);
