@@ -35,6 +35,9 @@ class Memory_Output final : public Export_Output {
   void finish() override { check(!line_started_); }
   void keep_partial() noexcept override { check(true); }
 
+ protected:
+  RuntimeError completed(const RuntimeError& error) const override { return error; }
+
  private:
   void cell(std::string_view shown) {
     if (line_started_) content_ += delimiter_;

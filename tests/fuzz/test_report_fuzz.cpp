@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const int32_t line = 1 + (pick & 0x7F) / 2 % list.Test_Count();
     session.Current_Science_Index = science_index_of_line(list, line);
     const Test_Report_Source source{session.File_Name, std::string(format_tag(session.File_Type)), line,
-                                    list.Test_Count(), session.Current_Science_Index};
+                                    list.Test_Count(), session.Current_Science_Index, "", "", ""};
     const Test_Report report = make_test_report(fuzz::evaluate_current_test(session), source);
     if (pick & 0x80) {
       test_report_html(report);
