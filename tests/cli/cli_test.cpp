@@ -94,7 +94,7 @@ TEST_F(BatchTool, UsageErrorsNameTheOptionItsValuesAndTheCommandsHelp) {
       {{"raw", file, "-t", "XYZ"}, {"--type", "CSS,QM,GRM,FM,ZEB", "See: morvane-cli raw --help"}},
       {{"summary", file}, {"--type is required", "CSS, QM, GRM, FM or ZEB", "See: morvane-cli summary --help"}},
       {{"nonsense"},
-       {"error: unknown command \"nonsense\" for morvane-cli\n", "summary, convert, functest", "or export\n",
+       {"error: unknown command \"nonsense\" for morvane-cli\n", "summary, convert, functest", "export or archive\n",
         "See: morvane-cli --help\n"}},
       {{}, {"error: morvane-cli needs a command\n", "See: morvane-cli --help"}},
       {{"export"}, {"morvane-cli export needs a command", "hk, aux, dscal or spectra", "See: morvane-cli export --help"}},
