@@ -105,11 +105,21 @@ static std::string shell_quote(const std::string& text) {
   return quoted + "'";
 }
 
+// Declared where tests run programs under limits (tests/cli/limited_run.h).
+ProgramRun run_program_after(const std::string& setup, const std::string& program,
+                             const std::vector<std::string>& arguments, const std::string& working_folder);
+
 ProgramRun run_program(const std::string& program, const std::vector<std::string>& arguments,
                        const std::string& working_folder) {
+  return run_program_after("", program, arguments, working_folder);
+}
+
+ProgramRun run_program_after(const std::string& setup, const std::string& program,
+                             const std::vector<std::string>& arguments, const std::string& working_folder) {
   TempDir scratch;
   std::string command;
   if (!working_folder.empty()) command += "cd " + shell_quote(working_folder) + " && ";
+  if (!setup.empty()) command += setup + "; exec ";
   std::string path = MORVANE_BINARY_DIR;
   path.append("/").append(program);
   command += shell_quote(path);
