@@ -63,8 +63,9 @@ set(CPACK_INSTALL_CMAKE_PROJECTS "${PROJECT_BINARY_DIR};${PROJECT_NAME};ALL;/")
 include(CPack)
 
 # The package test builds the .deb from this build tree (nothing is compiled again), unpacks
-# it into a temporary root and runs the unpacked batch tool.
-if(MORVANE_TESTS)
+# it into a temporary root and runs the unpacked batch tool. Only a build of the whole product
+# makes the package: not one without the workstation, nor a sanitizer build.
+if(MORVANE_TESTS AND MORVANE_GUI AND NOT MORVANE_SANITIZE)
   add_test(NAME Package.UnpackedBatchToolPrintsItsVersion
            COMMAND ${PROJECT_SOURCE_DIR}/tests/package/deb_package_test.sh ${PROJECT_BINARY_DIR} ${PROJECT_VERSION})
   set_tests_properties(Package.UnpackedBatchToolPrintsItsVersion PROPERTIES RUN_SERIAL TRUE TIMEOUT 600)
