@@ -5,13 +5,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 
-#include "auxiliary_form.h"
 #include "calibration/pressure_calibration.h"
 #include "core/session.h"
-#include "main_window.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -23,8 +21,8 @@ constexpr int kDialogTop = 1200;
 
 }  // namespace
 
-AD590_Dialog::AD590_Dialog(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::AD590),
+AD590_Dialog::AD590_Dialog(Workstation& workstation)
+    : ChildView(workstation, ViewKind::AD590),
       setting_(session().config),
       text1_(new QLineEdit(QString::fromStdString(setting_.text()), this)),
       command1_(new QPushButton(QString::fromUtf8(kAcceptButton), this)),
@@ -59,29 +57,18 @@ void AD590_Dialog::showEvent(QShowEvent* event) {
   ChildView::showEvent(event);
   if (placed_) return;
   placed_ = true;
-  mdi().placeView(this, kDialogLeft, kDialogTop);
+  place_at(kDialogLeft, kDialogTop);
 }
 
 void AD590_Dialog::Command1_Click() {
   guarded([&] {
     if (!setting_.Command1_Click(session().config, text1_->text().toStdString())) return;
     // The auxiliary view shows the new correction at once rather than at its next scroll.
-    if (auto* auxiliary = qobject_cast<Auxiliary_form*>(mdi().view(ViewKind::Auxiliary))) {
-      auxiliary->calibrationChanged();
-    }
+    workstation().announce_calibration_change(CalibrationTable::AD590);
   });
-  closeDialog();
+  close_frame();
 }
 
-void AD590_Dialog::Command2_Click() { closeDialog(); }
-
-void AD590_Dialog::closeDialog() {
-  // The frame is deleted once control is back in the event loop, not under the button's click.
-  if (QMdiSubWindow* frame = mdi().frameOf(this)) {
-    frame->close();
-  } else {
-    close();
-  }
-}
+void AD590_Dialog::Command2_Click() { close_frame(); }
 
 }  // namespace morvane

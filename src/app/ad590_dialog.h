@@ -17,7 +17,7 @@ class AD590_Dialog : public ChildView {
   Q_OBJECT
 
  public:
-  explicit AD590_Dialog(EGSE_MDI& mdi);
+  explicit AD590_Dialog(Workstation& workstation);
 
   // Accept: a numeric entry becomes the setting, anything else is ignored; the dialog closes.
   void Command1_Click();
@@ -32,7 +32,6 @@ class AD590_Dialog : public ChildView {
   void showEvent(QShowEvent* event) override;
 
  private:
-  void closeDialog();
 
   AD590_Cal setting_;
   QLineEdit* text1_;

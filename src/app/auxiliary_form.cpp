@@ -12,8 +12,8 @@
 #include "drawing_view.h"
 #include "error_trap.h"
 #include "form_widgets.h"
-#include "main_window.h"
 #include "raw_link.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -28,8 +28,8 @@ QLabel* caption(QWidget* parent, const char* text) { return new QLabel(QString::
 
 }  // namespace
 
-Auxiliary_form::Auxiliary_form(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Auxiliary),
+Auxiliary_form::Auxiliary_form(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Auxiliary),
       notice_(new QLabel(this)),
       aux_number_(value_label(this, "Label_Aux_Number")),
       sequence_(value_label(this, "Label_Sequence")),
@@ -128,7 +128,7 @@ void Auxiliary_form::showPacket() {
     lander_time_->setText(QString::fromStdString(page.lander_time));
     channel_count_->setText(QString::fromStdString(page.channel_count));
     // A reading of no sensor ends the table: the rows before it are shown, the error told.
-    if (page.table.error) mdi().dialogs().message(this, error_text(*page.table.error));
+    if (page.table.error) workstation().dialogs().message(this, error_text(*page.table.error));
   });
   if (!shown) {
     // The packet could not be read: nothing of it is shown but its number.
@@ -162,7 +162,7 @@ bool Auxiliary_form::shows(int32_t science_index) const {
   return number >= 1 && number <= state_.Aux_Index.size() && state_.Aux_Index[number - 1] == science_index;
 }
 
-void Auxiliary_form::calibrationChanged() {
+void Auxiliary_form::calibrationChanged(CalibrationTable /*table*/) {
   if (fileReplaced() || state_.Aux_Index.empty()) return showCurrentEntry();
   ad590_->setText(QString::fromStdString(ad590_temperature_text(session().config)));
   showPacket();

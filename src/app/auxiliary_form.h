@@ -27,13 +27,13 @@ class Auxiliary_form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Auxiliary_form(EGSE_MDI& mdi);
+  explicit Auxiliary_form(Workstation& workstation);
 
   // The summary chose an auxiliary entry: the view opens again on it.
   void showCurrentEntry() override;
   // The AD590 temperature or the pressure calibration changed: the AD590 label and the packet
   // shown follow at once.
-  void calibrationChanged();
+  void calibrationChanged(CalibrationTable table) override;
 
   // VScroll1_Change: auxiliary packet `value` (1-based).
   void VScroll1_Change(int value);

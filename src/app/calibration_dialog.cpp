@@ -9,16 +9,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "auxiliary_form.h"
 #include "core/session.h"
 #include "dialogs.h"
-#include "housekeeping_form.h"
-#include "main_window.h"
 #include "twips.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -43,8 +40,8 @@ void place(QWidget* widget, int x, int y, int width, int height) {
 
 }  // namespace
 
-Calibration_Dialog::Calibration_Dialog(EGSE_MDI& mdi, Write_Function write)
-    : ChildView(mdi, ViewKind::PressureCalibration),
+Calibration_Dialog::Calibration_Dialog(Workstation& workstation, Write_Function write)
+    : ChildView(workstation, ViewKind::PressureCalibration),
       editor_(std::make_unique<Calibration>(session().config, std::move(write))) {
   setWindowTitle(QString::fromUtf8(kCalibrationCaption));
 
@@ -139,7 +136,7 @@ void Calibration_Dialog::run(const std::function<void()>& click) {
       editor_->set_vacuum_text(i, vacuum_[i]->text().toStdString());
     }
     click();
-    Dialogs& dialogs = mdi().dialogs();
+    Dialogs& dialogs = workstation().dialogs();
     while (editor_->question() != Calibration::Question::None) {
       const QString question = QString::fromUtf8(editor_->question_text());
       const bool yes =
@@ -148,7 +145,7 @@ void Calibration_Dialog::run(const std::function<void()>& click) {
     }
   });
   showRows();
-  if (editor_->closed()) closeDialog();
+  if (editor_->closed()) close_frame();
 }
 
 void Calibration_Dialog::Command1_Click() {
@@ -167,25 +164,11 @@ void Calibration_Dialog::Command4_Click() {
   run([&] { editor_->Command4_Click(); });
 }
 
-void Calibration_Dialog::closeDialog() {
-  // The frame is deleted once control is back in the event loop, not under the button's click.
-  if (QMdiSubWindow* frame = mdi().frameOf(this)) {
-    frame->close();
-  } else {
-    close();
-  }
-}
-
 void Calibration_Dialog::closeEvent(QCloseEvent* event) {
   // The window's close button cancels: the saved calibration comes back into memory.
   if (!editor_->closed()) guarded([&] { editor_->Command2_Click(); });
   // The conversions read the table: open views show what it now holds.
-  if (auto* housekeeping = qobject_cast<Housekeeping_form*>(mdi().view(ViewKind::Housekeeping))) {
-    housekeeping->calibrationChanged();
-  }
-  if (auto* auxiliary = qobject_cast<Auxiliary_form*>(mdi().view(ViewKind::Auxiliary))) {
-    auxiliary->calibrationChanged();
-  }
+  workstation().announce_calibration_change(CalibrationTable::PressureSensors);
   ChildView::closeEvent(event);
 }
 

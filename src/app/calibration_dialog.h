@@ -25,7 +25,7 @@ class Calibration_Dialog : public ChildView {
 
  public:
   // write replaces the disk write of the rewritten file (tests make it fail).
-  explicit Calibration_Dialog(EGSE_MDI& mdi, Write_Function write = {});
+  explicit Calibration_Dialog(Workstation& workstation, Write_Function write = {});
 
   void Command1_Click();  // Accept
   void Command2_Click();  // Cancel
@@ -46,7 +46,6 @@ class Calibration_Dialog : public ChildView {
   // put to the user, and the rows show the outcome. The dialog closes when the editor is done.
   void run(const std::function<void()>& click);
   void showRows();
-  void closeDialog();
 
   std::unique_ptr<Calibration> editor_;
   std::vector<QLabel*> names_;

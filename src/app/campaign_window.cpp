@@ -26,9 +26,9 @@
 #include "core/session.h"
 #include "dialogs.h"
 #include "functest/short_message_load.h"
-#include "main_window.h"
 #include "settings.h"
 #include "short_test_view.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -63,8 +63,8 @@ std::vector<std::string> std_strings(const QStringList& texts) {
 
 }  // namespace
 
-Campaign_Window::Campaign_Window(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Campaign),
+Campaign_Window::Campaign_Window(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Campaign),
       file_model_(new Campaign_File_Model(this)),
       test_model_(new Campaign_Test_Model(this)),
       event_model_(new Campaign_Event_Model(this)),
@@ -274,7 +274,7 @@ QString Campaign_Window::shownLocation() const {
 
 void Campaign_Window::addFiles() {
   if (!archive_) return;
-  Dialogs& dialogs = mdi().dialogs();
+  Dialogs& dialogs = workstation().dialogs();
   QStringList captions;
   for (const char* caption : kTypeCaptions) captions << QString::fromUtf8(caption);
   int preselected = -1;
@@ -365,9 +365,9 @@ bool Campaign_Window::loadInWorkstation(int64_t file_id) {
   }
   // The file is read the way it was archived; a load that does not happen keeps the order too.
   const bool byte_reverse = s.Byte_Reverse;
-  mdi().setByteReverse(found->byte_reverse);
-  if (mdi().loadFile(*type, text_of(found->path))) return true;
-  mdi().setByteReverse(byte_reverse);
+  workstation().setByteReverse(found->byte_reverse);
+  if (workstation().loadFile(*type, text_of(found->path))) return true;
+  workstation().setByteReverse(byte_reverse);
   return false;
 }
 
@@ -385,8 +385,8 @@ void Campaign_Window::openTestRow(int row) {
   session().Test_Mode = test_mode_caption(test.mode).toStdString();
   const Short_Test_List list = find_short_tests(session());
   session().Current_Science_Index = science_index_of_line(list, test.number);
-  mdi().closeView(ViewKind::ShortTest);
-  if (auto* evaluation = qobject_cast<ShortTest*>(mdi().showView(ViewKind::ShortTest))) {
+  workstation().closeView(ViewKind::ShortTest);
+  if (auto* evaluation = qobject_cast<ShortTest*>(workstation().showView(ViewKind::ShortTest))) {
     evaluation->setListPosition(test.number, list.Test_Count());
   }
 }
@@ -397,7 +397,7 @@ void Campaign_Window::openEventRow(int row) {
   const archive::Event_Record event = event_model_->event(source.row());
   if (!loadInWorkstation(event.file_id)) return;
   session().Current_Information_Index = event.index;
-  mdi().showInformationEntry();
+  workstation().show_entry(ViewKind::Information);
 }
 
 // --- The File menu's items ---------------------------------------------------------------------
@@ -430,18 +430,20 @@ QString ask_archive_location(QWidget* parent, Dialogs& dialogs) {
   }
 }
 
-void open_campaign_archive(EGSE_MDI& mdi) {
-  const QString location = ask_archive_location(&mdi, mdi.dialogs());
+void open_campaign_archive(Workstation& workstation, QWidget* parent) {
+  const QString location = ask_archive_location(parent, workstation.dialogs());
   if (location.isEmpty()) return;
-  if (auto* window = qobject_cast<Campaign_Window*>(mdi.showView(ViewKind::Campaign))) window->openArchive(location);
+  if (auto* window = qobject_cast<Campaign_Window*>(workstation.showView(ViewKind::Campaign))) {
+    window->openArchive(location);
+  }
 }
 
-void add_files_to_campaign_archive(EGSE_MDI& mdi) {
-  auto* window = qobject_cast<Campaign_Window*>(mdi.showView(ViewKind::Campaign));
+void add_files_to_campaign_archive(Workstation& workstation, QWidget* parent) {
+  auto* window = qobject_cast<Campaign_Window*>(workstation.showView(ViewKind::Campaign));
   if (!window) return;
   if (!window->isOpen()) {
     QString location = archive_setting();
-    if (location.isEmpty()) location = ask_archive_location(&mdi, mdi.dialogs());
+    if (location.isEmpty()) location = ask_archive_location(parent, workstation.dialogs());
     if (location.isEmpty() || !window->openArchive(location)) return;
   }
   window->addFiles();

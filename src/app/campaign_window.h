@@ -37,7 +37,7 @@ class Campaign_Window : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Campaign_Window(EGSE_MDI& mdi);
+  explicit Campaign_Window(Workstation& workstation);
   ~Campaign_Window() override;
 
   // Opens the archive (a SQLite file, created when missing, or a postgresql:// URL), shows its
@@ -119,9 +119,9 @@ class Campaign_Window : public ChildView {
 QString ask_archive_location(QWidget* parent, Dialogs& dialogs);
 
 // File > "Open Archive...": asks for the archive and shows it in the Campaign window.
-void open_campaign_archive(EGSE_MDI& mdi);
+void open_campaign_archive(Workstation& workstation, QWidget* parent);
 // File > "Add Files to Archive...": adds files to the archive the Campaign window shows (the one
 // remembered, or one asked for, when it shows none).
-void add_files_to_campaign_archive(EGSE_MDI& mdi);
+void add_files_to_campaign_archive(Workstation& workstation, QWidget* parent);
 
 }  // namespace morvane

@@ -8,16 +8,15 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTimer>
 
 #include "core/session.h"
 #include "fixed_font.h"
-#include "main_window.h"
+#include "workstation.h"
 
 namespace morvane {
 
-Concise_Form::Concise_Form(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Concise),
+Concise_Form::Concise_Form(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Concise),
       frame_label_(new QLabel(this)),
       scroll_(new QScrollBar(Qt::Vertical, this)),
       command1_(new QPushButton("Pause", this)) {
@@ -81,14 +80,10 @@ void Concise_Form::updateRealtime() {
 }
 
 void Concise_Form::Command1_Click() {
-  QTimer* timer = mdi().collectionTimer();
-  if (timer->isActive()) {
-    timer->stop();
-    command1_->setText("Continue");
-  } else {
-    timer->start();
-    command1_->setText("Pause");
-  }
+  // The button pauses and resumes the passes even when collection is off, as it always did.
+  const bool pause = workstation().collection_ticking();
+  workstation().set_collection_ticking(!pause);
+  command1_->setText(pause ? "Continue" : "Pause");
 }
 
 QString Concise_Form::slotText(int k) const { return slots_[static_cast<size_t>(k)]->text(); }

@@ -19,7 +19,7 @@ class Concise_Form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Concise_Form(EGSE_MDI& mdi);
+  explicit Concise_Form(Workstation& workstation);
 
   // Update_Concise_Form: the newest frame.
   void updateRealtime() override;

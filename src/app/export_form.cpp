@@ -12,20 +12,17 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiSubWindow>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopeGuard>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include "core/session.h"
 #include "dialogs.h"
 #include "export/auxiliary_export.h"
 #include "export/export_output.h"
-#include "main_window.h"
 #include "settings.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -60,8 +57,8 @@ ViewKind view_kind_of(Export_Kind kind) {
   return ViewKind::ExportHousekeeping;
 }
 
-Export_Form::Export_Form(EGSE_MDI& mdi, ViewKind kind)
-    : ChildView(mdi, kind),
+Export_Form::Export_Form(Workstation& workstation, ViewKind kind)
+    : ChildView(workstation, kind),
       export_kind_(export_kind_of(kind)),
       dialog_(std::make_unique<Export_Dialog>(export_kind_, session())) {
   setWindowTitle(text_of(dialog_->texts().caption));
@@ -235,7 +232,7 @@ void Export_Form::Command1_Click() {
 }
 
 void Export_Form::exportToFile() {
-  Dialogs& dialogs = mdi().dialogs();
+  Dialogs& dialogs = workstation().dialogs();
   if (const auto refused = export_guard(session(), export_kind_)) {
     dialogs.message(this, QString::fromStdString(*refused));
     return;
@@ -273,12 +270,7 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
   // The export runs on this thread, serving the windows at each progress report: the views read
   // the session as they paint and the housekeeping export writes its sensor records, so no other
   // thread may touch it. Collection, which extends the catalogue the export reads, waits.
-  QTimer* collection = mdi().collectionTimer();
-  const bool collecting = collection->isActive();
-  collection->stop();
-  const auto resume = qScopeGuard([&] {
-    if (collecting) collection->start();
-  });
+  const PausedCollection paused(workstation());
 
   const QString shown_path = QDir::toNativeSeparators(QFile::decodeName(output.path().c_str()));
   QProgressDialog progress(tr("Exporting to %1").arg(shown_path), tr("Cancel"), 0, kProgressSteps, this);
@@ -298,19 +290,14 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
   };
   const Export_Result result = dialog_->write(session(), request, output, report);
   if (result.cancelled && !output.partial_path().empty()) {
-    mdi().dialogs().message(this, tr("Export cancelled: %1 is left as it was; the lines written so far are in %2")
+    workstation().dialogs().message(this, tr("Export cancelled: %1 is left as it was; the lines written so far are in %2")
                                       .arg(shown_path, QDir::toNativeSeparators(QFile::decodeName(
                                                            output.partial_path().c_str()))));
   }
 }
 
 void Export_Form::Command2_Click() {
-  // The frame goes once control is back in the event loop, not under the button's click.
-  if (QMdiSubWindow* frame = mdi().frameOf(this)) {
-    frame->close();
-  } else {
-    close();
-  }
+  close_frame();
 }
 
 }  // namespace morvane

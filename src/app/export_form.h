@@ -27,7 +27,7 @@ class Export_Form : public ChildView {
   Q_OBJECT
 
  public:
-  Export_Form(EGSE_MDI& mdi, ViewKind kind);
+  Export_Form(Workstation& workstation, ViewKind kind);
 
   // All: the range boxes show "1" and the limit and are disabled; cleared, they are enabled.
   void Check2_Click();

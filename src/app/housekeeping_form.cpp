@@ -17,9 +17,9 @@
 #include "drawing_view.h"
 #include "error_trap.h"
 #include "form_widgets.h"
-#include "main_window.h"
 #include "raw_link.h"
 #include "sensor_picker.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -33,14 +33,14 @@ constexpr int kPageEntries = 10;
 
 }  // namespace
 
-Housekeeping_form::Housekeeping_form(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Housekeeping),
+Housekeeping_form::Housekeeping_form(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Housekeeping),
       packet_type_(new QLabel(this)),
       scroll_(new QScrollBar(Qt::Vertical, this)),
       picture_(new DrawingView(this)),
       command1_(new QPushButton(QString::fromUtf8(kMoreButton), this)),
       picker_(new Sensor_Picker(*picture_, [this](int) {
-        if (const std::optional<Raw_Mark> mark = shownMark()) mark_in_open_raw_view(this->mdi(), *mark);
+        if (const std::optional<Raw_Mark> mark = shownMark()) mark_in_open_raw_view(this->workstation(), *mark);
       })) {
   setWindowTitle(QString::fromUtf8(kHousekeepingCaption));
   packet_type_->setObjectName("Label_Packet_Type");
@@ -118,8 +118,8 @@ void Housekeeping_form::showCurrentEntry() {
   moveScroll(HousekeepingState::Update(session()), state_.Showing_Registers || !page_shown_);
 }
 
-void Housekeeping_form::calibrationChanged() {
-  if (!page_shown_) return;
+void Housekeeping_form::calibrationChanged(CalibrationTable table) {
+  if (table != CalibrationTable::PressureSensors || !page_shown_) return;
   if (state_.Showing_Registers) return;  // the register page reads no table
   guarded([&] { showSensorPage(state_.Update_Sensor_readings(session())); });
 }
@@ -161,7 +161,7 @@ void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
   command1_->setVisible(page.more_visible);
   page_shown_ = true;
   // The mode could not be read (a line high byte of 128): the page is there, the error is told.
-  if (page.mode_error) mdi().dialogs().message(this, error_text(*page.mode_error));
+  if (page.mode_error) workstation().dialogs().message(this, error_text(*page.mode_error));
 }
 
 QString Housekeeping_form::headerText(const std::string& caption) const {

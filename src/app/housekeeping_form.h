@@ -26,14 +26,15 @@ class Housekeeping_form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Housekeeping_form(EGSE_MDI& mdi);
+  explicit Housekeeping_form(Workstation& workstation);
 
   // UpdateRealtime: the bar follows the newest housekeeping packet.
   void updateRealtime() override;
   // Update: the summary chose Current_HK_Index; its sensor page is shown.
   void showCurrentEntry() override;
-  // A calibration changed the tables the conversions read: the sensor page is drawn again.
-  void calibrationChanged();
+  // The pressure calibration changed: the sensor page is drawn again. (The AD590 setting
+  // corrects only auxiliary readings.)
+  void calibrationChanged(CalibrationTable table) override;
 
   // VScroll1_Change: entry `value` on the sensor page.
   void VScroll1_Change(int value);

@@ -44,8 +44,8 @@ QLabel* named_label(const char* name, const QString& text, QWidget* parent) {
 
 }  // namespace
 
-Information_Form::Information_Form(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Information),
+Information_Form::Information_Form(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Information),
       label2_(named_label("Label2", {}, this)),
       label3_(named_label("Label3", {}, this)),
       label5_(named_label("Label5", {}, this)),

@@ -22,7 +22,7 @@ class Information_Form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Information_Form(EGSE_MDI& mdi);
+  explicit Information_Form(Workstation& workstation);
 
   // Update: the summary made an entry current; the scroll bar moves there and it is shown,
   // also when it is the entry on display.

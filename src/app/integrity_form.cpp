@@ -15,8 +15,8 @@
 
 #include "core/session.h"
 #include "integrity_model.h"
-#include "main_window.h"
 #include "view_pass.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -38,7 +38,7 @@ bool same_entry(const Finding& a, const Finding& b) {
 
 }  // namespace
 
-Integrity_Form::Integrity_Form(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Integrity) {
+Integrity_Form::Integrity_Form(Workstation& workstation) : ChildView(workstation, ViewKind::Integrity) {
   model_ = new IntegrityModel(this);
   table_ = new QTableView(this);
   table_->setObjectName("FindingList");
@@ -186,18 +186,18 @@ void Integrity_Form::openFinding(int row) {
       case Catalogue_List::HK:
         if (finding.index < 1 || finding.index > c.HK_Count()) return;
         s.Current_HK_Index = finding.index;
-        mdi().showHousekeepingEntry();
+        workstation().show_entry(ViewKind::Housekeeping);
         break;
       case Catalogue_List::Science:
         if (finding.index < 1 || finding.index > c.Science_Count()) return;
         s.Current_Science_Index = finding.index;
         switch (c.Science_List[finding.index].Label) {
           case LabelCode::AuxiliaryData:
-            mdi().showAuxiliaryEntry();
+            workstation().show_entry(ViewKind::Auxiliary);
             break;
           case LabelCode::GcSpectrum:
           case LabelCode::IsotopeSpectrum:
-            mdi().showSpectraEntry();
+            workstation().show_entry(ViewKind::Spectra);
             break;
           default:
             break;  // other science packets have no window
@@ -206,7 +206,7 @@ void Integrity_Form::openFinding(int row) {
       case Catalogue_List::Information:
         if (finding.index < 1 || finding.index > c.Information_Count()) return;
         s.Current_Information_Index = finding.index;
-        mdi().showInformationEntry();
+        workstation().show_entry(ViewKind::Information);
         break;
     }
   });

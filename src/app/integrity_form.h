@@ -22,7 +22,7 @@ class Integrity_Form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Integrity_Form(EGSE_MDI& mdi);
+  explicit Integrity_Form(Workstation& workstation);
 
   void updateRealtime() override;
   void sessionReloaded() override;

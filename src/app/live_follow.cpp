@@ -2,42 +2,108 @@
 #include "live_follow.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QTimer>
+#include <QWidget>
 
+#include "core/session.h"
+#include "core/windows_path.h"
 #include "dialogs.h"
-#include "main_window.h"
+#include "error_trap.h"
+#include "settings.h"
 
 namespace morvane {
 
-Live_Follow::Live_Follow(EGSE_MDI& window) : QObject(&window), window_(window) {
+namespace {
+constexpr int kCollectionIntervalMilliseconds = 500;
+}  // namespace
+
+Live_Follow::Live_Follow(Session& session, Dialogs& dialogs, QWidget& window, Hooks hooks)
+    : QObject(&window),
+      session_(session),
+      dialogs_(dialogs),
+      window_(window),
+      hooks_(std::move(hooks)),
+      timer_(new QTimer(this)) {
   setObjectName("LiveFollow");
+  timer_->setObjectName("Timer1");
+  timer_->setInterval(kCollectionIntervalMilliseconds);
+  connect(timer_, &QTimer::timeout, this, &Live_Follow::Timer1_Timer);
 }
 
-void Live_Follow::follow() {
-  identity_ = file_identity(window_.session().File_Name);
-  waiting_ = false;
+void Live_Follow::toggle() {
+  if (collecting_) {
+    stop();
+  } else {
+    start();
+  }
 }
 
-bool Live_Follow::logChanged() {
-  const Session& session = window_.session();
-  if (!session.file || !window_.isCollecting()) return false;
-  const FileIdentity named = file_identity(session.File_Name);
+void Live_Follow::start() {
+  const QString path = QString::fromStdString(resolve_windows_path(log_file().toStdString()));
+  const bool started = hooks_.load_log(path);
+  collecting_ = started || collecting_;
+  if (started) {
+    identity_ = file_identity(session_.File_Name);
+    waiting_ = false;
+    timer_->start();
+  }
+  emit collectingChanged(collecting_);
+}
+
+void Live_Follow::stop() {
+  timer_->stop();
+  collecting_ = false;
+  emit collectingChanged(false);
+}
+
+void Live_Follow::Timer1_Timer() {
+  if (in_tick_ || (hooks_.busy && hooks_.busy())) return;
+  in_tick_ = true;
+  try {
+    if (!log_changed() && extend_catalogue(session_)) {
+      hooks_.update_views();
+      Save_Catalogue_Counts(session_);
+    }
+  } catch (const std::exception& error) {
+    // A failing pass would fail again on every tick: collection stops before the message.
+    stop();
+    dialogs_.message(&window_, error_text(error));
+  }
+  in_tick_ = false;
+}
+
+bool Live_Follow::log_changed() {
+  if (!session_.file || !collecting_) return false;
+  const FileIdentity named = file_identity(session_.File_Name);
   if (named == identity_) {
     waiting_ = false;
     return false;
   }
-  const QString path = QDir::toNativeSeparators(QString::fromStdString(session.File_Name));
+  const QString path = QDir::toNativeSeparators(QString::fromStdString(session_.File_Name));
   if (!named.exists()) {
     if (!waiting_) {
       waiting_ = true;
-      window_.dialogs().message(&window_, tr("The log file %1 was deleted: collection waits for it to return.").arg(path));
+      dialogs_.message(&window_, tr("The log file %1 was deleted: collection waits for it to return.").arg(path));
     }
     return true;
   }
   const QString what = waiting_ ? tr("The log file %1 is back") : tr("The log file %1 was replaced by a new file");
   waiting_ = false;
-  window_.dialogs().message(&window_, what.arg(path) + tr(": collection starts again from its first frame."));
-  window_.startCollection();
+  dialogs_.message(&window_, what.arg(path) + tr(": collection starts again from its first frame."));
+  start();
   return true;
+}
+
+QString Live_Follow::log_file() const { return log_file_setting(); }
+
+void Live_Follow::set_log_file(const QString& path) { set_log_file_setting(path); }
+
+void Live_Follow::choose_log_file() {
+  const QString current = QString::fromStdString(resolve_windows_path(log_file().toStdString()));
+  const QString path = dialogs_.openFileName(&window_, tr("Log file to follow"), QFileInfo(current).absolutePath(),
+                                             tr("All files (*)"));
+  if (!path.isEmpty()) set_log_file(path);
 }
 
 }  // namespace morvane

@@ -3,14 +3,16 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include <QMainWindow>
-#include <QPointer>
 
 #include "child_view.h"
 #include "core/session.h"
+#include "live_follow.h"
 #include "view_kind.h"
+#include "view_manager.h"
 
 class QAction;
 class QMdiArea;
@@ -20,21 +22,19 @@ class QTimer;
 namespace morvane {
 
 class Dialogs;
+class Workstation;
 enum class Export_Kind;
 
-// The main window: it owns the session, the menus, the child windows and the collection timer.
+// The main window: it owns the session, the menus and the file loads, and wires the rest: the
+// child windows live in its ViewManager, real-time collection in its Live_Follow, and the windows
+// reach all of it through a Workstation (main_workstation.h), never through this class.
 //
 // Plugging a window in: give it a ViewKind, derive it from ChildView, and register its factory
-// in register_standard_views() (view_registry.cpp). The main window then enables its menu
-// items, opens it from the menus and from summary double clicks, recreates it after a load or a
-// byte-order switch (raw, summary, concise and housekeeping views), and calls its
-// updateRealtime() on every collection pass that found new frames.
+// in register_standard_views() (view_registry.cpp). Its menu items then become enabled.
 class EGSE_MDI : public QMainWindow {
   Q_OBJECT
 
  public:
-  using ViewFactory = std::function<ChildView*(EGSE_MDI&)>;
-
   EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* parent = nullptr);
   ~EGSE_MDI() override;
 
@@ -42,31 +42,22 @@ class EGSE_MDI : public QMainWindow {
   const Session& session() const { return session_; }
   Dialogs& dialogs() const { return dialogs_; }
   QMdiArea* mdiArea() const { return mdi_; }
+  // What the child windows are given.
+  Workstation& workstation() const { return *workstation_; }
+  ViewManager& views() const { return *views_; }
+  Live_Follow& live_follow() const { return *follow_; }
   // A menu item by its name ("mnuLoadFile_QM", "mnuDisplayByteReverse", ...).
   QAction* menuItem(const QString& name) const;
 
-  // --- Child windows ---------------------------------------------------------------------
-  // Makes a kind of window available; its menu items become enabled.
-  void registerView(ViewKind kind, ViewFactory factory);
-  bool isRegistered(ViewKind kind) const { return factories_.count(kind) > 0; }
-  // The open window of a kind, or nullptr: the window's open flag.
-  ChildView* view(ViewKind kind) const;
-  // Shows the window of a kind, creating it if it is not open, and brings it to the front.
-  // Returns it, or nullptr when the kind is not available.
-  ChildView* showView(ViewKind kind);
-  // Closes the window of a kind if it is open.
-  void closeView(ViewKind kind);
-  // The child frame around a window (its position in the main window).
-  QMdiSubWindow* frameOf(const QWidget* view) const;
-  // Puts an open window at a position in twips from the top left of the window area.
-  void placeView(ChildView* view, int left_twips, int top_twips);
-
-  // What a double click on a summary line opens once it has set the current entry: the window
-  // is shown or brought to the front, then asked to show the current entry.
-  void showHousekeepingEntry() { showEntryView(ViewKind::Housekeeping); }
-  void showAuxiliaryEntry() { showEntryView(ViewKind::Auxiliary); }
-  void showSpectraEntry() { showEntryView(ViewKind::Spectra); }
-  void showInformationEntry() { showEntryView(ViewKind::Information); }
+  // --- Child windows (the view manager's) ------------------------------------------------
+  void registerView(ViewKind kind, ViewManager::ViewFactory factory) { views_->registerView(kind, std::move(factory)); }
+  bool isRegistered(ViewKind kind) const { return views_->isRegistered(kind); }
+  ChildView* view(ViewKind kind) const { return views_->view(kind); }
+  ChildView* showView(ViewKind kind) { return views_->showView(kind); }
+  void closeView(ViewKind kind) { views_->closeView(kind); }
+  QMdiSubWindow* frameOf(const QWidget* view) const { return ViewManager::frame_of(view); }
+  void showInformationEntry() { views_->show_entry(ViewKind::Information); }
+  void Reload_Open_Views() { views_->Reload_Open_Views(); }
 
   // --- Files -----------------------------------------------------------------------------
   // Asks for a file of the given format and loads it. A cancelled dialog changes nothing.
@@ -77,12 +68,6 @@ class EGSE_MDI : public QMainWindow {
   // that cannot be opened, or a load the user cancels, changes nothing. Returns whether the
   // file was loaded (also when an error cut its catalogue short; the error was shown).
   bool loadFile(FileFormat type, const QString& path);
-  // Rebuilds the raw, summary, concise and housekeeping views, in that order, each at its place;
-  // then tells the open trend and integrity windows (sessionReloaded).
-  void Reload_Open_Views();
-  // Asks the open raw, summary, concise and housekeeping views, in that order, then the trend
-  // and integrity windows, to show what the last collection pass added.
-  void Update_Open_Views();
 
   // --- Byte order ------------------------------------------------------------------------
   // Sets Byte_Reverse and its check mark (start-up); the views are not rebuilt.
@@ -90,22 +75,13 @@ class EGSE_MDI : public QMainWindow {
   // The menu item: switches the byte order and rebuilds the open views.
   void mnuDisplayByteReverse_Click();
 
-  // --- Real-time collection --------------------------------------------------------------
-  // Starts following the log file (from its first frame) or stops; the menu item's check mark
-  // tells which.
-  void mnuDisplayRealTimeDataCollection_Click();
-  bool isCollecting() const;
-  void startCollection();
-  void stopCollection();
-  // One polling pass: catalogues the frames that arrived and updates the open views.
-  void Timer1_Timer();
-  // The collection timer (500 ms); the concise view's Pause/Continue switches it.
-  QTimer* collectionTimer() const { return timer_; }
-  // The log file followed, as the user gave it; it is resolved like a configuration path.
-  QString logFile() const;
-  void setLogFile(const QString& path);
-  // Asks the user for the log file to follow.
-  void chooseLogFile();
+  // --- Real-time collection (Live_Follow's) ----------------------------------------------
+  bool isCollecting() const { return follow_->collecting(); }
+  void startCollection() { follow_->start(); }
+  void stopCollection() { follow_->stop(); }
+  void Timer1_Timer() { follow_->Timer1_Timer(); }
+  QTimer* collectionTimer() const { return follow_->timer(); }
+  void setLogFile(const QString& path) { follow_->set_log_file(path); }
 
   // --- Menu handlers with guards ---------------------------------------------------------
   void mnuExportHousekeeping_Click();
@@ -130,10 +106,6 @@ class EGSE_MDI : public QMainWindow {
   QAction* addItem(QMenu* menu, const char* name, const char* caption, const std::function<void()>& handler,
                    std::optional<ViewKind> needs = std::nullopt);
   void updateMenuAvailability();
-  ViewFactory factoryFor(ViewKind kind) const;
-  ChildView* createView(ViewKind kind);
-  void destroyView(ViewKind kind);
-  void showEntryView(ViewKind kind);
   // The export menu items: the guard's message, or the dialog at its place.
   void showExport(ViewKind kind, Export_Kind export_kind);
   // Sets Test_Mode and shows the short form test list made in it.
@@ -145,13 +117,11 @@ class EGSE_MDI : public QMainWindow {
   Session session_;
   Dialogs& dialogs_;
   QMdiArea* mdi_;
-  QTimer* timer_;
-  std::map<ViewKind, ViewFactory> factories_;
-  std::map<ViewKind, QPointer<ChildView>> open_;
+  std::unique_ptr<Workstation> workstation_;
+  ViewManager* views_;
+  Live_Follow* follow_ = nullptr;
   std::map<QAction*, ViewKind> action_views_;
-  bool collecting_ = false;  // the check mark of "Real &Time Data Collection"
   bool loading_ = false;
-  bool in_tick_ = false;
 };
 
 // The main caption after a load and while collecting.

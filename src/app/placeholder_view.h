@@ -13,7 +13,7 @@ class PlaceholderView : public ChildView {
   Q_OBJECT
 
  public:
-  PlaceholderView(EGSE_MDI& mdi, ViewKind kind);
+  PlaceholderView(Workstation& workstation, ViewKind kind);
   void showCurrentEntry() override;
   QString text() const { return label_->text(); }
 

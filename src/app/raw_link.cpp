@@ -4,19 +4,20 @@
 #include <QAction>
 
 #include "child_view.h"
-#include "main_window.h"
+#include "error_trap.h"
 #include "raw_view.h"
+#include "workstation.h"
 
 namespace morvane {
 
-RawData* show_in_raw_frame(EGSE_MDI& mdi, const Raw_Mark& mark) {
-  auto* raw = qobject_cast<RawData*>(mdi.showView(ViewKind::RawData));
+RawData* show_in_raw_frame(Workstation& workstation, const Raw_Mark& mark) {
+  auto* raw = qobject_cast<RawData*>(workstation.showView(ViewKind::RawData));
   if (raw) raw->showMark(mark);
   return raw;
 }
 
-void mark_in_open_raw_view(EGSE_MDI& mdi, const Raw_Mark& mark) {
-  if (auto* raw = qobject_cast<RawData*>(mdi.view(ViewKind::RawData))) raw->showMark(mark);
+void mark_in_open_raw_view(Workstation& workstation, const Raw_Mark& mark) {
+  if (auto* raw = qobject_cast<RawData*>(workstation.view(ViewKind::RawData))) raw->showMark(mark);
 }
 
 QAction* add_show_in_raw_frame(ChildView& view, std::function<std::optional<Raw_Mark>()> shown) {
@@ -24,10 +25,10 @@ QAction* add_show_in_raw_frame(ChildView& view, std::function<std::optional<Raw_
   action->setObjectName("actShowInRawFrame");
   action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
   action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-  EGSE_MDI& mdi = view.mdi();
-  QObject::connect(action, &QAction::triggered, &view, [&mdi, shown = std::move(shown)] {
-    mdi.guarded([&] {
-      if (const std::optional<Raw_Mark> mark = shown()) show_in_raw_frame(mdi, *mark);
+  QObject::connect(action, &QAction::triggered, &view, [&view, shown = std::move(shown)] {
+    Workstation& workstation = view.workstation();
+    run_trapped(workstation.dialogs(), &view, [&] {
+      if (const std::optional<Raw_Mark> mark = shown()) show_in_raw_frame(workstation, *mark);
     });
   });
   view.addAction(action);

@@ -11,8 +11,8 @@ class QAction;
 namespace morvane {
 
 class ChildView;
-class EGSE_MDI;
 class RawData;
+class Workstation;
 
 // "Show in raw frame": a decoded window sends the packet it shows to the raw view, which opens on
 // the packet's frame with the packet's words marked.
@@ -20,9 +20,9 @@ inline constexpr const char* kShowInRawFrame = "Show in raw frame";
 
 // Opens the raw view (or brings it to the front) on the mark's frame with the mark painted.
 // Returns the raw view, or nullptr when there is none to show.
-RawData* show_in_raw_frame(EGSE_MDI& mdi, const Raw_Mark& mark);
+RawData* show_in_raw_frame(Workstation& workstation, const Raw_Mark& mark);
 // Marks in the raw view only when it is open (a sensor line chosen in the housekeeping view).
-void mark_in_open_raw_view(EGSE_MDI& mdi, const Raw_Mark& mark);
+void mark_in_open_raw_view(Workstation& workstation, const Raw_Mark& mark);
 
 // Gives a window the "Show in raw frame" item in its context menu, also on Ctrl+R while the
 // window has the focus. `shown` gives the mark of the packet the window shows, or nothing (no

@@ -26,8 +26,8 @@ constexpr int kPageFrames = 10;
 
 }  // namespace
 
-RawData::RawData(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::RawData),
+RawData::RawData(Workstation& workstation)
+    : ChildView(workstation, ViewKind::RawData),
       label1_(new QLabel(this)),
       label2_(new QLabel(this)),
       scroll_(new QScrollBar(Qt::Vertical, this)),

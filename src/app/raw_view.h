@@ -21,7 +21,7 @@ class RawData : public ChildView {
   Q_OBJECT
 
  public:
-  explicit RawData(EGSE_MDI& mdi);
+  explicit RawData(Workstation& workstation);
 
   // UpdateRawData: the count again, and the newest frame.
   void updateRealtime() override;

@@ -14,8 +14,8 @@
 
 #include "core/session.h"
 #include "fixed_font.h"
-#include "main_window.h"
 #include "short_test_view.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -57,8 +57,8 @@ QWidget* make_headings(const QListWidget& list, QWidget* parent) {
 
 }  // namespace
 
-ShortMessageLoad::ShortMessageLoad(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::ShortTestList),
+ShortMessageLoad::ShortMessageLoad(Workstation& workstation)
+    : ChildView(workstation, ViewKind::ShortTestList),
       list1_(new QListWidget(this)),
       label1_(new QLabel(this)),
       label2_(new QLabel(this)),
@@ -108,10 +108,10 @@ void ShortMessageLoad::List1_DblClick(int row) {
     return;
   }
   session().Current_Science_Index = science_index_of_line(tests_, row + 1);
-  mdi().closeView(ViewKind::ShortTest);
+  workstation().closeView(ViewKind::ShortTest);
   // An evaluation that cannot be made (no limit file, say) was reported; the list stays for
   // another choice.
-  ChildView* shown = mdi().showView(ViewKind::ShortTest);
+  ChildView* shown = workstation().showView(ViewKind::ShortTest);
   if (!shown) return;
   if (auto* test = qobject_cast<ShortTest*>(shown)) test->setListPosition(row + 1, tests_.Test_Count());
   closeLater();
@@ -123,11 +123,11 @@ void ShortMessageLoad::closeLater() {
   // The list closes once the click that asked for it is over: the widget sending it must
   // outlive its signal.
   QPointer<ShortMessageLoad> self(this);
-  EGSE_MDI* main = &mdi();
-  QTimer::singleShot(0, main, [self, main] {
-    if (self && main->view(ViewKind::ShortTestList) == self) main->closeView(ViewKind::ShortTestList);
+  Workstation* station = &workstation();
+  QTimer::singleShot(0, station, [self, station] {
+    if (self && station->view(ViewKind::ShortTestList) == self) station->closeView(ViewKind::ShortTestList);
   });
-  if (QWidget* frame = mdi().frameOf(this)) frame->hide();
+  if (QWidget* outer = frame()) outer->hide();
 }
 
 QString ShortMessageLoad::label1() const { return label1_->text(); }

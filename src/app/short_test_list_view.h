@@ -23,7 +23,7 @@ class ShortMessageLoad : public ChildView {
 
  public:
   // Scans the file; a Test_Mode other than "Cruise Phase" or "EAFT" fails the opening.
-  explicit ShortMessageLoad(EGSE_MDI& mdi);
+  explicit ShortMessageLoad(Workstation& workstation);
 
   // The double click on a line (0-based row).
   void List1_DblClick(int row);

@@ -18,14 +18,14 @@
 #include <QVBoxLayout>
 
 #include "core/error.h"
+#include "core/program_version.h"
 #include "core/safe_file.h"
 #include "core/session.h"
 #include "dialogs.h"
 #include "functest/report_provenance.h"
 #include "functest/short_message_load.h"
-#include "main_window.h"
-#include "core/program_version.h"
 #include "settings.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -94,7 +94,7 @@ void print_html(const std::string& html, QPagedPaintDevice& device) {
 
 }  // namespace
 
-ShortTest::ShortTest(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::ShortTest), test_(open_short_test(mdi.session())) {
+ShortTest::ShortTest(Workstation& workstation) : ChildView(workstation, ViewKind::ShortTest), test_(open_short_test(workstation.session())) {
   const Session& s = session();
   source_.file_name = s.File_Name;
   source_.file_type = std::string(format_tag(s.File_Type));
@@ -313,7 +313,7 @@ void ShortTest::printReport() {
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(tr("Short form test %1").arg(QFileInfo(text_of(source_.file_name)).fileName()));
   printer.setPageLayout(report_page());  // the user may choose another in the dialog
-  if (!mdi().dialogs().choosePrinter(this, printer)) return;
+  if (!workstation().dialogs().choosePrinter(this, printer)) return;
   print_html(html, printer);
 }
 
@@ -321,7 +321,7 @@ void ShortTest::saveReport() {
   const QFileInfo telemetry(text_of(source_.file_name));
   const QString name = telemetry.completeBaseName() + tr(" short form test %1.pdf").arg(test_.packets.Start_Time);
   const QString suggested = QDir(start_folder("report", telemetry.absolutePath())).filePath(name);
-  const QString path = mdi().dialogs().saveFileName(this, tr("Save the test report"), suggested,
+  const QString path = workstation().dialogs().saveFileName(this, tr("Save the test report"), suggested,
                                                     tr("PDF (*.pdf);;HTML (*.html *.htm);;Text (*.txt)"));
   if (path.isEmpty()) return;  // cancelled
   set_folder_setting("report", QFileInfo(path).absolutePath());

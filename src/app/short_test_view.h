@@ -27,7 +27,7 @@ class ShortTest : public ChildView {
 
  public:
   // Evaluates the test; a missing or short limit file or an unknown mode fails the opening.
-  explicit ShortTest(EGSE_MDI& mdi);
+  explicit ShortTest(Workstation& workstation);
 
   const Short_Test_Evaluation& evaluation() const { return test_; }
   // The test's line in the selection list and the lines of that list, for the report heading.

@@ -62,8 +62,8 @@ void keep_place_when_hidden(QWidget* widget) {
 
 }  // namespace
 
-Spectra_Form::Spectra_Form(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::Spectra),
+Spectra_Form::Spectra_Form(Workstation& workstation)
+    : ChildView(workstation, ViewKind::Spectra),
       title_(named_label("SpectrumTitle", {}, this)),
       label14_(named_label("Label14", {}, this)),
       hscroll1_(new QScrollBar(Qt::Horizontal, this)),

@@ -24,7 +24,7 @@ class Spectra_Form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Spectra_Form(EGSE_MDI& mdi);
+  explicit Spectra_Form(Workstation& workstation);
 
   // A summary double click on a spectrum line: the window comes to the front as it was (on a
   // file loaded since it opened, it starts again on spectrum 1).

@@ -14,12 +14,12 @@
 #include <QVBoxLayout>
 
 #include "fixed_font.h"
-#include "main_window.h"
 #include "raw_link.h"
 #include "spectra_form.h"
 #include "summary_find_bar.h"
 #include "views/format_check.h"
 #include "views/summary_lines.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -73,7 +73,7 @@ bool at_end(const QListView* list) {
 
 }  // namespace
 
-Summary::Summary(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Summary) {
+Summary::Summary(Workstation& workstation) : ChildView(workstation, ViewKind::Summary) {
   const Session& s = session();
   file_label_ = new QLabel(QString::fromStdString(s.File_Name), this);
   file_label_->setObjectName("FileNameLabel");
@@ -131,7 +131,7 @@ void Summary::showThisSpectrum(int32_t science_index) {
     const LabelCode label = session().catalogue.Science_List.at(science_index).Label;
     if (label != LabelCode::GcSpectrum && label != LabelCode::IsotopeSpectrum) return;
     session().Current_Science_Index = science_index;
-    if (auto* spectra = qobject_cast<Spectra_Form*>(mdi().showView(ViewKind::Spectra))) {
+    if (auto* spectra = qobject_cast<Spectra_Form*>(workstation().showView(ViewKind::Spectra))) {
       spectra->showSpectrumOf(science_index);
     }
   });
@@ -228,7 +228,7 @@ void Summary::updateRealtime() {
 void Summary::List1_DblClick(int row) {
   guarded([&] {
     session().Current_HK_Index = row + 1;
-    mdi().showHousekeepingEntry();
+    workstation().show_entry(ViewKind::Housekeeping);
   });
 }
 
@@ -236,9 +236,9 @@ void Summary::List2_DblClick(int row) {
   guarded([&] {
     session().Current_Science_Index = row + 1;
     switch (session().catalogue.Science_List.at(row + 1).Label) {
-      case LabelCode::AuxiliaryData: mdi().showAuxiliaryEntry(); break;
+      case LabelCode::AuxiliaryData: workstation().show_entry(ViewKind::Auxiliary); break;
       case LabelCode::GcSpectrum:
-      case LabelCode::IsotopeSpectrum: mdi().showSpectraEntry(); break;
+      case LabelCode::IsotopeSpectrum: workstation().show_entry(ViewKind::Spectra); break;
       default: break;  // other science packets have no view
     }
   });
@@ -247,7 +247,7 @@ void Summary::List2_DblClick(int row) {
 void Summary::List3_DblClick(int row) {
   guarded([&] {
     session().Current_Information_Index = row + 1;
-    mdi().showInformationEntry();
+    workstation().show_entry(ViewKind::Information);
   });
 }
 

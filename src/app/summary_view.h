@@ -23,7 +23,7 @@ class Summary : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Summary(EGSE_MDI& mdi);
+  explicit Summary(Workstation& workstation);
 
   // UpDateSummaryForm: appends the lines of the entries added since the last pass and
   // refreshes the counts. A list scrolled to its end stays at its end.

@@ -11,8 +11,8 @@
 
 namespace morvane {
 
-TestForm::TestForm(EGSE_MDI& mdi)
-    : ChildView(mdi, ViewKind::GeneralTests),
+TestForm::TestForm(Workstation& workstation)
+    : ChildView(workstation, ViewKind::GeneralTests),
       text1_(new QLineEdit(this)),
       text2_(new QLineEdit(this)),
       text4_(new QLineEdit(this)),

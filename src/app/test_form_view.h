@@ -16,7 +16,7 @@ class TestForm : public ChildView {
   Q_OBJECT
 
  public:
-  explicit TestForm(EGSE_MDI& mdi);
+  explicit TestForm(Workstation& workstation);
 
   // The button: converts Text1 and Text2 into Text4 and Text5. A sensor number that is not a
   // whole 16-bit number, or a voltage that is not a number, is reported and changes nothing.

@@ -26,10 +26,10 @@
 #include "export/export_output.h"
 #include "export/trend_export.h"
 #include "functest/sensor_limits.h"
-#include "main_window.h"
 #include "sensor_checklist.h"
 #include "trend_chart.h"
 #include "view_pass.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -49,7 +49,7 @@ QString seconds_text(double seconds, double span) {
 
 }  // namespace
 
-Trend_Form::Trend_Form(EGSE_MDI& mdi) : ChildView(mdi, ViewKind::Trend) {
+Trend_Form::Trend_Form(Workstation& workstation) : ChildView(workstation, ViewKind::Trend) {
   chart_ = new TrendChart(this);
   status_ = new QLabel(this);
   status_->setObjectName("StatusLabel");
@@ -256,7 +256,7 @@ QString Trend_Form::suggestedFile(const QString& ending) const {
 }
 
 void Trend_Form::savePicture() {
-  const QString path = mdi().dialogs().saveFileName(this, tr("Save the trend plot as a picture"),
+  const QString path = workstation().dialogs().saveFileName(this, tr("Save the trend plot as a picture"),
                                                     suggestedFile(QStringLiteral(".png")), tr("PNG image (*.png)"));
   if (path.isEmpty()) return;  // cancelled
   const QImage picture = chart_->grab().toImage();
@@ -272,7 +272,7 @@ void Trend_Form::savePicture() {
 }
 
 void Trend_Form::saveText() {
-  const QString path = mdi().dialogs().saveFileName(
+  const QString path = workstation().dialogs().saveFileName(
       this, tr("Save the plotted values"), suggestedFile(QStringLiteral(".txt")),
       tr("Text, tab-delimited (*.txt);;Comma-separated values (*.csv);;Excel workbook (*.xlsx)"));
   if (path.isEmpty()) return;  // cancelled

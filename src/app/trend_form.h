@@ -30,7 +30,7 @@ class Trend_Form : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Trend_Form(EGSE_MDI& mdi);
+  explicit Trend_Form(Workstation& workstation);
 
   void updateRealtime() override;
   void sessionReloaded() override;

@@ -2,14 +2,11 @@
 #include "view_pass.h"
 
 #include <QApplication>
-#include <QMdiSubWindow>
-#include <QMenuBar>
 #include <QScopeGuard>
-#include <QTimer>
 
 #include "background_pass.h"
 #include "child_view.h"
-#include "main_window.h"
+#include "workstation.h"
 
 namespace morvane {
 
@@ -21,20 +18,17 @@ void cancel_view_passes_for_testing(bool cancel) { cancel_for_testing = cancel; 
 
 bool run_view_pass(ChildView& view, const QString& label, const std::function<void(const ProgressFunction&)>& pass) {
   if (cancel_for_testing) return false;
-  EGSE_MDI& mdi = view.mdi();
-  QTimer* collection = mdi.collectionTimer();
-  const bool collecting = collection->isActive();
-  collection->stop();
-  mdi.menuBar()->setEnabled(false);
+  Workstation& workstation = view.workstation();
+  const PausedCollection paused(workstation);
+  workstation.set_menus_enabled(false);
   // The frame too, so that the window cannot be closed under its own work.
-  QWidget* window = mdi.frameOf(&view) ? static_cast<QWidget*>(mdi.frameOf(&view)) : &view;
+  QWidget* window = view.frame() ? static_cast<QWidget*>(view.frame()) : &view;
   window->setEnabled(false);
   QApplication::setOverrideCursor(Qt::BusyCursor);
   const auto restore = qScopeGuard([&] {
     QApplication::restoreOverrideCursor();
     window->setEnabled(true);
-    mdi.menuBar()->setEnabled(true);
-    if (collecting) collection->start();
+    workstation.set_menus_enabled(true);
   });
   return run_with_progress(&view, label, pass);
 }

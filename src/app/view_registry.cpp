@@ -10,7 +10,6 @@
 #include "housekeeping_form.h"
 #include "information_form.h"
 #include "integrity_form.h"
-#include "main_window.h"
 #include "raw_view.h"
 #include "spectra_form.h"
 #include "short_test_list_view.h"
@@ -18,29 +17,30 @@
 #include "summary_view.h"
 #include "test_form_view.h"
 #include "trend_form.h"
+#include "view_manager.h"
 
 namespace morvane {
 
-void register_standard_views(EGSE_MDI& mdi) {
-  mdi.registerView(ViewKind::RawData, [](EGSE_MDI& m) { return new RawData(m); });
-  mdi.registerView(ViewKind::Summary, [](EGSE_MDI& m) { return new Summary(m); });
-  mdi.registerView(ViewKind::Concise, [](EGSE_MDI& m) { return new Concise_Form(m); });
-  mdi.registerView(ViewKind::Housekeeping, [](EGSE_MDI& m) { return new Housekeeping_form(m); });
-  mdi.registerView(ViewKind::Auxiliary, [](EGSE_MDI& m) { return new Auxiliary_form(m); });
-  mdi.registerView(ViewKind::AD590, [](EGSE_MDI& m) { return new AD590_Dialog(m); });
-  mdi.registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) { return new Calibration_Dialog(m); });
-  mdi.registerView(ViewKind::Spectra, [](EGSE_MDI& m) { return new Spectra_Form(m); });
-  mdi.registerView(ViewKind::Information, [](EGSE_MDI& m) { return new Information_Form(m); });
-  mdi.registerView(ViewKind::ShortTestList, [](EGSE_MDI& m) { return new ShortMessageLoad(m); });
-  mdi.registerView(ViewKind::ShortTest, [](EGSE_MDI& m) { return new ShortTest(m); });
-  mdi.registerView(ViewKind::GeneralTests, [](EGSE_MDI& m) { return new TestForm(m); });
+void register_standard_views(ViewManager& views) {
+  views.registerView(ViewKind::RawData, [](Workstation& w) { return new RawData(w); });
+  views.registerView(ViewKind::Summary, [](Workstation& w) { return new Summary(w); });
+  views.registerView(ViewKind::Concise, [](Workstation& w) { return new Concise_Form(w); });
+  views.registerView(ViewKind::Housekeeping, [](Workstation& w) { return new Housekeeping_form(w); });
+  views.registerView(ViewKind::Auxiliary, [](Workstation& w) { return new Auxiliary_form(w); });
+  views.registerView(ViewKind::AD590, [](Workstation& w) { return new AD590_Dialog(w); });
+  views.registerView(ViewKind::PressureCalibration, [](Workstation& w) { return new Calibration_Dialog(w); });
+  views.registerView(ViewKind::Spectra, [](Workstation& w) { return new Spectra_Form(w); });
+  views.registerView(ViewKind::Information, [](Workstation& w) { return new Information_Form(w); });
+  views.registerView(ViewKind::ShortTestList, [](Workstation& w) { return new ShortMessageLoad(w); });
+  views.registerView(ViewKind::ShortTest, [](Workstation& w) { return new ShortTest(w); });
+  views.registerView(ViewKind::GeneralTests, [](Workstation& w) { return new TestForm(w); });
   for (const ViewKind kind : {ViewKind::ExportHousekeeping, ViewKind::ExportAuxiliary, ViewKind::ExportSpectra,
                               ViewKind::ExportDockingStationCalibration}) {
-    mdi.registerView(kind, [kind](EGSE_MDI& m) { return new Export_Form(m, kind); });
+    views.registerView(kind, [kind](Workstation& w) { return new Export_Form(w, kind); });
   }
-  mdi.registerView(ViewKind::Trend, [](EGSE_MDI& m) { return new Trend_Form(m); });
-  mdi.registerView(ViewKind::Integrity, [](EGSE_MDI& m) { return new Integrity_Form(m); });
-  mdi.registerView(ViewKind::Campaign, [](EGSE_MDI& m) { return new Campaign_Window(m); });
+  views.registerView(ViewKind::Trend, [](Workstation& w) { return new Trend_Form(w); });
+  views.registerView(ViewKind::Integrity, [](Workstation& w) { return new Integrity_Form(w); });
+  views.registerView(ViewKind::Campaign, [](Workstation& w) { return new Campaign_Window(w); });
 }
 
 }  // namespace morvane

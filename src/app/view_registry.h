@@ -3,10 +3,10 @@
 
 namespace morvane {
 
-class EGSE_MDI;
+class ViewManager;
 
-// Registers every window of the program with the main window. A new window is one more line
+// Registers every window of the program with the view manager. A new window is one more line
 // in view_registry.cpp: its kind and a factory that creates it.
-void register_standard_views(EGSE_MDI& mdi);
+void register_standard_views(ViewManager& views);
 
 }  // namespace morvane

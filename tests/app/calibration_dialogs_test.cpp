@@ -103,7 +103,7 @@ TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreBothAnswer
 }
 
 TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDialogOpen) {
-  window->registerView(ViewKind::PressureCalibration, [](EGSE_MDI& m) {
+  window->registerView(ViewKind::PressureCalibration, [](Workstation& m) {
     return new Calibration_Dialog(m, [](int fd, const void* data, size_t size) -> ssize_t {
       // The disk fails before the last bytes of the new file are written.
       if (size > 8) return ::write(fd, data, 8);
