@@ -15,6 +15,7 @@
 #include "calibration_dialog.h"
 #include "core/windows_path.h"
 #include "drawing_view.h"
+#include "housekeeping_form.h"
 
 namespace morvane {
 namespace {
@@ -126,6 +127,21 @@ TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDia
   editor->button("Cancel")->click();  // the saved values come back
   EXPECT_EQ(table(), kSavedTable);
   EXPECT_TRUE(closed(ViewKind::PressureCalibration));
+}
+
+TEST_F(CalibrationDialogTest, AnOpenHousekeepingViewRedrawsWithTheTableTheEditorLeaves) {
+  ASSERT_TRUE(load_packets({testing::hk_packet(2, {{18, 11}, {21, 7}}, {}, 41, 5000)}));
+  window->session().Current_HK_Index = 1;
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
+  const Drawing before = housekeeping->picture()->drawing();
+  Calibration_Dialog* editor = open_editor();
+  editor->button("Modify")->click();
+  for (int row = 0; row < 5; ++row) editor->atmosphereEntry(row)->setText("4500");
+  editor->button("Accept")->click();
+  ASSERT_TRUE(closed(ViewKind::PressureCalibration));
+  EXPECT_NE(housekeeping->picture()->drawing(), before);
+  EXPECT_EQ(housekeeping->picture()->drawing(), draw_sensor_page(window->session().config).drawing);
+  EXPECT_TRUE(no_message());
 }
 
 using AD590DialogTest = testing::AppTest;

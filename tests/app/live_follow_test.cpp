@@ -6,8 +6,10 @@
 #include <QSignalSpy>
 #include <QTimer>
 
-#include "app_fixture.h"
 #include <filesystem>
+
+#include "app_fixture.h"
+#include "core/error.h"
 
 #include "housekeeping_form.h"
 #include "live_follow.h"
@@ -149,6 +151,137 @@ TEST_F(LiveFollow, AMissingLogIsReportedAndCollectionDoesNotStart) {
   EXPECT_FALSE(window->isCollecting());
   EXPECT_FALSE(window->collectionTimer()->isActive());
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE");
+}
+
+// Live_Follow on its own: a session, dialogs and the two hooks a main window gives it.
+class LiveFollowAlone : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    QSettings().clear();
+    session.config = load_configuration(sim::write_configuration(dir.path("base")));
+    Live_Follow::Hooks hooks;
+    hooks.load_log = [this](const QString& path) {
+      ++loads;
+      if (!std::filesystem::exists(path.toStdString())) return false;  // as a failed load: nothing changes
+      Session fresh;
+      fresh.config = session.config;
+      fresh.Byte_Reverse = true;
+      load_telemetry(fresh, path.toStdString(), FileFormat::CSS);
+      session = std::move(fresh);
+      return true;
+    };
+    hooks.update_views = [this] {
+      updates.push_back(session.Packet_Count);
+      if (fail_update) morvane::raise(ErrorNumber::DeviceIoError, "view");
+    };
+    hooks.busy = [this] { return busy; };
+    follow = new Live_Follow(session, dialogs, window, std::move(hooks));
+    follow->set_log_file(QString::fromStdString(log()));
+  }
+  void TearDown() override { QSettings().clear(); }
+
+  std::string log() const { return dir.path("tmlog.dat"); }
+  // The ground station writes the log anew in place (the same file).
+  void write_log(int frames) { testing::write_bytes(log(), hk_frames(frames).bytes()); }
+  static FrameWriter hk_frames(int count) {
+    FrameWriter writer(282);
+    for (int f = 1; f <= count; ++f) writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 2}}, {}}});
+    return writer;
+  }
+
+  testing::TempDir dir;
+  testing::FakeDialogs dialogs;
+  QWidget window;
+  Session session;
+  Live_Follow* follow = nullptr;
+  int loads = 0;
+  std::vector<int32_t> updates;  // the frame count each update of the views saw
+  bool busy = false;
+  bool fail_update = false;
+};
+
+TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeen) {
+  write_log(4);
+  follow->start();
+  ASSERT_TRUE(follow->collecting());
+  EXPECT_TRUE(follow->timer()->isActive());
+  EXPECT_EQ(session.Packet_Count, 4);
+
+  write_log(2);  // rewritten shorter in place
+  follow->Timer1_Timer();
+  write_log(4);
+  follow->Timer1_Timer();
+  EXPECT_TRUE(updates.empty());
+  EXPECT_EQ(session.Packet_Count, 4);
+  EXPECT_EQ(session.catalogue.HK_Count(), 4);
+
+  write_log(6);
+  follow->Timer1_Timer();
+  EXPECT_EQ(updates, std::vector<int32_t>{6});
+  EXPECT_EQ(session.catalogue.HK_Count(), 6);
+  EXPECT_EQ(session.catalogue.Previous_Packet_Count, 6);
+  EXPECT_EQ(loads, 1);
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(LiveFollowAlone, ALogReplacedByANewFileIsLoadedAgainFromItsFirstFrame) {
+  write_log(4);
+  follow->start();
+  testing::write_bytes(dir.path("new.dat"), hk_frames(2).bytes());
+  std::filesystem::rename(dir.path("new.dat"), log());
+  follow->Timer1_Timer();
+  EXPECT_EQ(loads, 2);
+  EXPECT_TRUE(updates.empty());  // the load rebuilt the views: this pass adds nothing
+  EXPECT_EQ(session.Packet_Count, 2);
+  EXPECT_TRUE(follow->collecting());
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].contains("was replaced by a new file: collection starts again from its first frame"));
+
+  write_log(3);  // the new file is the one followed now: it grows as any other
+  follow->Timer1_Timer();
+  EXPECT_EQ(updates, std::vector<int32_t>{3});
+  EXPECT_EQ(loads, 2);
+  EXPECT_EQ(dialogs.messages.size(), 1u);
+}
+
+TEST_F(LiveFollowAlone, APassWaitsForALoadAndAFailingPassStopsCollectionBeforeItsMessage) {
+  write_log(1);
+  follow->start();
+  write_log(2);
+  busy = true;
+  follow->Timer1_Timer();
+  EXPECT_EQ(session.Packet_Count, 1);
+  busy = false;
+
+  std::vector<bool> on;
+  QObject::connect(follow, &Live_Follow::collectingChanged, [&](bool collecting) { on.push_back(collecting); });
+  dialogs.on_message = [&] { EXPECT_FALSE(follow->timer()->isActive()); };
+  fail_update = true;
+  follow->Timer1_Timer();
+  EXPECT_FALSE(follow->collecting());
+  EXPECT_EQ(on, std::vector<bool>{false});
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].endsWith("Error number 57"));
+}
+
+TEST_F(LiveFollowAlone, AStartThatCannotLoadTheLogKeepsTheStateCollectionWasIn) {
+  std::vector<bool> on;
+  QObject::connect(follow, &Live_Follow::collectingChanged, [&](bool collecting) { on.push_back(collecting); });
+  follow->toggle();  // no log yet
+  EXPECT_FALSE(follow->collecting());
+  EXPECT_FALSE(follow->timer()->isActive());
+
+  write_log(3);
+  follow->toggle();
+  std::filesystem::remove(log());
+  follow->start();  // as a replaced log starts collection again
+  EXPECT_TRUE(follow->collecting());
+  EXPECT_TRUE(follow->timer()->isActive());
+  EXPECT_EQ(session.Packet_Count, 3);
+  follow->toggle();
+  EXPECT_FALSE(follow->timer()->isActive());
+  EXPECT_EQ(on, (std::vector<bool>{false, true, true, false}));
+  EXPECT_EQ(loads, 3);
 }
 
 }  // namespace

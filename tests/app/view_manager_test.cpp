@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+// The view manager: windows made once a kind, rebuilt after a load and updated after a collection
+// pass in the legacy order (raw, summary, concise, housekeeping), the trend and integrity windows
+// told after them, and calibration changes passed on in the order of the kinds.
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include "app_fixture.h"
+#include "child_view.h"
+#include "core/error.h"
+#include "view_manager.h"
+#include "workstation.h"
+
+namespace morvane {
+namespace {
+
+// The smallest program a window can live in: a session, dialogs that answer nothing, and the
+// windows of one view manager.
+class FakeWorkstation : public Workstation {
+ public:
+  Session session_;
+  testing::FakeDialogs dialogs_;
+  ViewManager* views = nullptr;
+  bool ticking = false;
+
+  Session& session() override { return session_; }
+  Dialogs& dialogs() override { return dialogs_; }
+  ChildView* view(ViewKind kind) override { return views->view(kind); }
+  ChildView* showView(ViewKind kind) override { return views->showView(kind); }
+  void closeView(ViewKind kind) override { views->closeView(kind); }
+  void show_entry(ViewKind kind) override { views->show_entry(kind); }
+  bool loadFile(FileFormat, const QString&) override { return false; }
+  void setByteReverse(bool on) override { session_.Byte_Reverse = on; }
+  bool collection_ticking() const override { return ticking; }
+  void set_collection_ticking(bool on) override { ticking = on; }
+  void set_menus_enabled(bool) override {}
+};
+
+// A window that writes each hook it receives into a shared journal: "Summary made",
+// "RawData update", "Trend reloaded", "Auxiliary calibration", ...
+class JournalView : public ChildView {
+ public:
+  JournalView(Workstation& workstation, ViewKind kind, std::vector<std::string>& journal)
+      : ChildView(workstation, kind), journal_(journal) {
+    note("made");
+  }
+  void updateRealtime() override { note("update"); }
+  void showCurrentEntry() override { note("entry"); }
+  void sessionReloaded() override { note("reloaded"); }
+  void calibrationChanged(CalibrationTable table) override {
+    note(table == CalibrationTable::AD590 ? "AD590" : "pressure");
+  }
+
+ private:
+  void note(const char* what) { journal_.push_back(std::string(view_name(kind())) + ' ' + what); }
+  std::vector<std::string>& journal_;
+};
+
+class ViewManagerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    area.resize(900, 700);
+    workstation.views = &views;
+    for (const ViewKind kind : kAllViewKinds) {
+      if (kind == ViewKind::Campaign) continue;  // left unregistered
+      views.registerView(kind, [this, kind](Workstation& w) { return new JournalView(w, kind, journal); });
+    }
+  }
+  // Opens the windows in this order, then forgets what their making wrote.
+  void open(std::initializer_list<ViewKind> kinds) {
+    for (const ViewKind kind : kinds) ASSERT_NE(views.showView(kind), nullptr);
+    journal.clear();
+  }
+
+  std::vector<std::string> journal;
+  FakeWorkstation workstation;
+  QMdiArea area;
+  ViewManager views{workstation, area};
+};
+
+TEST_F(ViewManagerTest, AReloadRebuildsTheOpenViewsInTheLegacyOrderThenTellsTheWindowsItKeeps) {
+  open({ViewKind::Integrity, ViewKind::Housekeeping, ViewKind::Auxiliary, ViewKind::Trend, ViewKind::Summary,
+        ViewKind::RawData});
+  ChildView* auxiliary = views.view(ViewKind::Auxiliary);
+  ChildView* trend = views.view(ViewKind::Trend);
+  QMdiSubWindow* summary_frame = ViewManager::frame_of(views.view(ViewKind::Summary));
+  summary_frame->setGeometry(40, 50, 300, 200);
+  const QRect summary_place = summary_frame->geometry();
+
+  views.Reload_Open_Views();
+  // The concise view is not open: it is not made. The auxiliary view is neither rebuilt nor told.
+  EXPECT_EQ(journal, (std::vector<std::string>{"RawData made", "Summary made", "Housekeeping_form made",
+                                               "Trend_Plot reloaded", "Data_Integrity reloaded"}));
+  EXPECT_EQ(views.view(ViewKind::Auxiliary), auxiliary);
+  EXPECT_EQ(views.view(ViewKind::Trend), trend);
+  EXPECT_EQ(ViewManager::frame_of(views.view(ViewKind::Summary))->geometry(), summary_place);
+  EXPECT_EQ(area.subWindowList().size(), 6);
+}
+
+TEST_F(ViewManagerTest, ACollectionPassUpdatesTheOpenViewsInTheLegacyOrderThenTheFollowingWindows) {
+  open({ViewKind::Trend, ViewKind::Housekeeping, ViewKind::Concise, ViewKind::Information, ViewKind::Summary,
+        ViewKind::RawData, ViewKind::Integrity});
+  views.Update_Open_Views();
+  EXPECT_EQ(journal, (std::vector<std::string>{"RawData update", "Summary update", "Concise_Form update",
+                                               "Housekeeping_form update", "Trend_Plot update", "Data_Integrity update"}));
+}
+
+TEST_F(ViewManagerTest, ACalibrationChangeReachesTheOpenWindowsHousekeepingFirst) {
+  open({ViewKind::Auxiliary, ViewKind::PressureCalibration, ViewKind::Housekeeping});
+  workstation.announce_calibration_change(CalibrationTable::PressureSensors);
+  workstation.announce_calibration_change(CalibrationTable::AD590);
+  EXPECT_EQ(journal, (std::vector<std::string>{"Housekeeping_form pressure", "Auxiliary_form pressure",
+                                               "Calibration pressure", "Housekeeping_form AD590",
+                                               "Auxiliary_form AD590", "Calibration AD590"}));
+}
+
+TEST_F(ViewManagerTest, AWindowIsMadeOnceAKindAndAClosedOneIsMadeAnew) {
+  ChildView* summary = views.showView(ViewKind::Summary);
+  EXPECT_EQ(views.showView(ViewKind::Summary), summary);
+  views.show_entry(ViewKind::Housekeeping);
+  views.show_entry(ViewKind::Housekeeping);
+  EXPECT_EQ(journal, (std::vector<std::string>{"Summary made", "Housekeeping_form made", "Housekeeping_form entry",
+                                               "Housekeeping_form entry"}));
+  views.closeView(ViewKind::Summary);
+  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
+  EXPECT_EQ(area.subWindowList().size(), 1);
+  EXPECT_NE(views.showView(ViewKind::Summary), nullptr);
+  EXPECT_EQ(journal.back(), "Summary made");
+  // A frame the user closes takes the window's open flag with it.
+  ViewManager::frame_of(views.view(ViewKind::Summary))->close();
+  testing::delete_closed_windows();
+  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
+}
+
+TEST_F(ViewManagerTest, AKindWithoutAWindowIsAPlaceholderForEntriesAndNothingOtherwise) {
+  ViewManager bare(workstation, area);
+  ChildView* placeholder = bare.showView(ViewKind::Spectra);
+  ASSERT_NE(placeholder, nullptr);
+  EXPECT_EQ(placeholder->kind(), ViewKind::Spectra);
+  EXPECT_EQ(views.showView(ViewKind::Campaign), nullptr);
+  EXPECT_FALSE(views.isRegistered(ViewKind::Campaign));
+  EXPECT_TRUE(workstation.dialogs_.messages.empty());
+}
+
+TEST_F(ViewManagerTest, AWindowThatFailsToOpenIsReportedAndLeavesNothingOpen) {
+  views.registerView(ViewKind::Summary, [](Workstation&) -> ChildView* {
+    morvane::raise(ErrorNumber::FileNotFound, "summary.dat");
+  });
+  EXPECT_EQ(views.showView(ViewKind::Summary), nullptr);
+  ASSERT_EQ(workstation.dialogs_.messages.size(), 1u);
+  EXPECT_TRUE(workstation.dialogs_.messages[0].startsWith("File not found"));
+  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
+  EXPECT_TRUE(area.subWindowList().isEmpty());
+}
+
+}  // namespace
+}  // namespace morvane
