@@ -25,7 +25,7 @@ class Concise_Form : public ChildView {
   void updateRealtime() override;
   // Fills the eight slots for a frame.
   void Show_Lander_Packet(int32_t frame);
-  // Command1: switches the main window's collection timer off ("Continue") or on ("Pause").
+  // Command1: pauses collection's passes ("Continue") or lets them run again ("Pause").
   void Command1_Click();
 
   QString slotText(int k) const;
