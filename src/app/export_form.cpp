@@ -290,9 +290,9 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
   };
   const Export_Result result = dialog_->write(session(), request, output, report);
   if (result.cancelled && !output.partial_path().empty()) {
-    workstation().dialogs().message(this, tr("Export cancelled: %1 is left as it was; the lines written so far are in %2")
-                                      .arg(shown_path, QDir::toNativeSeparators(QFile::decodeName(
-                                                           output.partial_path().c_str()))));
+    const QString partial = QDir::toNativeSeparators(QFile::decodeName(output.partial_path().c_str()));
+    const QString text = tr("Export cancelled: %1 is left as it was; the lines written so far are in %2");
+    workstation().dialogs().message(this, text.arg(shown_path, partial));
   }
 }
 

@@ -126,7 +126,8 @@ void EGSE_MDI::createMenus() {
           ViewKind::RawData);
   addItem(display, "mnuDisplaySUmmary", "&Summary", [this] { views_->showView(ViewKind::Summary); },
           ViewKind::Summary);
-  addItem(display, "mnuDisplayTrendPlot", "Trend &Plot...", [this] { views_->showView(ViewKind::Trend); }, ViewKind::Trend);
+  addItem(display, "mnuDisplayTrendPlot", "Trend &Plot...", [this] { views_->showView(ViewKind::Trend); },
+          ViewKind::Trend);
   addItem(display, "mnuDisplayDataIntegrity", "Data &Integrity", [this] { views_->showView(ViewKind::Integrity); },
           ViewKind::Integrity);
   separator(display, "mnuSeparator2");

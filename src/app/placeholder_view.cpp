@@ -7,7 +7,8 @@
 
 namespace morvane {
 
-PlaceholderView::PlaceholderView(Workstation& workstation, ViewKind kind) : ChildView(workstation, kind), label_(new QLabel(this)) {
+PlaceholderView::PlaceholderView(Workstation& workstation, ViewKind kind)
+    : ChildView(workstation, kind), label_(new QLabel(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label_);
   label_->setMargin(12);

@@ -94,7 +94,8 @@ void print_html(const std::string& html, QPagedPaintDevice& device) {
 
 }  // namespace
 
-ShortTest::ShortTest(Workstation& workstation) : ChildView(workstation, ViewKind::ShortTest), test_(open_short_test(workstation.session())) {
+ShortTest::ShortTest(Workstation& workstation)
+    : ChildView(workstation, ViewKind::ShortTest), test_(open_short_test(workstation.session())) {
   const Session& s = session();
   source_.file_name = s.File_Name;
   source_.file_type = std::string(format_tag(s.File_Type));

@@ -101,8 +101,9 @@ TEST_F(ViewManagerTest, ACollectionPassUpdatesTheOpenViewsInTheLegacyOrderThenTh
   open({ViewKind::Trend, ViewKind::Housekeeping, ViewKind::Concise, ViewKind::Information, ViewKind::Summary,
         ViewKind::RawData, ViewKind::Integrity});
   views.Update_Open_Views();
-  EXPECT_EQ(journal, (std::vector<std::string>{"RawData update", "Summary update", "Concise_Form update",
-                                               "Housekeeping_form update", "Trend_Plot update", "Data_Integrity update"}));
+  EXPECT_EQ(journal,
+            (std::vector<std::string>{"RawData update", "Summary update", "Concise_Form update",
+                                      "Housekeeping_form update", "Trend_Plot update", "Data_Integrity update"}));
 }
 
 TEST_F(ViewManagerTest, ACalibrationChangeReachesTheOpenWindowsHousekeepingFirst) {
