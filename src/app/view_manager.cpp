@@ -27,8 +27,9 @@ ViewManager::ViewManager(Workstation& workstation, QMdiArea& area, QObject* pare
   setObjectName("ViewManager");
   connect(&workstation, &Workstation::calibrationChanged, this, [this](CalibrationTable table) {
     // A window may report an error as it draws: the housekeeping view's comes first, as ever.
-    for (const auto& [kind, open] : open_) {
-      if (open) open->calibrationChanged(table);
+    // Each window is looked up when its turn comes, since one may close while another draws.
+    for (const ViewKind kind : kAllViewKinds) {
+      if (ChildView* open = view(kind)) open->calibrationChanged(table);
     }
   });
 }
