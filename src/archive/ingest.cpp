@@ -19,7 +19,7 @@
 #include "archive/series_blob.h"
 #include "sql_text.h"
 #include "test_items.h"
-#include "views/hk_sensors.h"
+#include "views/hk_decode.h"
 #include "views/information_translation.h"
 #include "views/information_words.h"
 #include "views/integrity.h"
@@ -316,8 +316,9 @@ class File_Writer {
                  rows);
     }
     // The unit a sensor's conversion gives (the trend shows the last packet's).
+    const DecodedHousekeeping last = decode_housekeeping(config, bytes, list.size());
     for (int s = 1; s <= sensors; ++s) {
-      const std::string unit = hk_sensor_value(config, bytes, list.size(), s, 0).unit;
+      const std::string& unit = last.sensor(s).unit;
       db_.query("UPDATE sensors SET unit = " + db_.dialect().placeholder(1) + " WHERE file_id = " +
                     db_.dialect().placeholder(2) + " AND number = " + db_.dialect().placeholder(3),
                 {unit, file_id_, int64_t{s}});

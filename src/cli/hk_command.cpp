@@ -18,18 +18,18 @@ struct HkOptions {
   bool registers = false;
 };
 
-Json sensors_json(const Configuration& config) {
+Json sensors_json(const Configuration& config, const DecodedHousekeeping& decoded) {
   Json sensors = Json::array();
   for (int s = 1; s <= config.Sensor_Count(); ++s) {
-    const Sensor_Record& r = config.sensor(s);
+    const DecodedSensor& r = decoded.sensor(s);
     sensors.push_back(Json{{"number", s},
-                           {"name", r.Sensor_Name},
-                           {"raw", r.Raw_Reading},
-                           {"voltage", r.Voltage},
-                           {"voltage_upper", r.Voltage_Upper},
-                           {"value", r.Value},
-                           {"value_upper", r.Value_Upper},
-                           {"unit", r.Sensor_Unit}});
+                           {"name", config.sensor(s).Sensor_Name},
+                           {"raw", r.raw},
+                           {"voltage", r.voltage},
+                           {"voltage_upper", r.voltage_upper},
+                           {"value", r.value},
+                           {"value_upper", r.value_upper},
+                           {"unit", r.unit}});
   }
   return sensors;
 }
@@ -67,7 +67,7 @@ void print_hk_json(const Session& session, const HousekeepingState& state, const
             {"mode_number", state.Mode_Number},
             {"mode_name", state.Mode_Name},
             {"line_number", state.Line_Number},
-            {"cold_junction_term", page.Cold_Junction_Term},
+            {"cold_junction_term", page.decoded.cold_junction_term},
             {"more_visible", page.more_visible},
             {"header",
              {{"packet_type", h.packet_type},
@@ -77,7 +77,7 @@ void print_hk_json(const Session& session, const HousekeepingState& state, const
               {"packet_count", h.packet_count},
               {"mode", h.mode},
               {"line", h.line}}},
-            {"sensors", sensors_json(session.config)},
+            {"sensors", sensors_json(session.config, page.decoded)},
             {"lines", lines_json(page.lines)}};
   if (registers) json["registers"] = registers_json(*registers);
   if (page.mode_error) json["mode_error"] = page.mode_error->message();

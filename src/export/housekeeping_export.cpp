@@ -9,7 +9,7 @@
 #include "core/conversion.h"
 #include "core/error.h"
 #include "core/number_text.h"
-#include "views/hk_sensors.h"
+#include "views/hk_decode.h"
 
 namespace morvane {
 
@@ -20,10 +20,7 @@ constexpr int kBoardSensor = 28;  // the cold junction's temperature
 // A sensor byte as the calibrated formats write it.
 struct Calibrated {
   bool ready = false;
-  int32_t raw = 0;
-  double voltage = 0;  // after the conversion, which overwrites a pressure channel's voltage
-  double value = 0;
-  std::string unit;
+  Sensor_Value value;  // its voltage as the conversion left it (a pressure channel's overwritten)
   std::string text;
 };
 
@@ -35,11 +32,14 @@ struct Column {
   int sensor = 0;
   bool corrected = false;  // a thermocouple channel of the AD590 format
   std::array<Calibrated, 256> by_byte;
+  // The cell this column wrote last. Its slot is converted again only just before it is
+  // written again, so it holds what was written.
+  const Calibrated* last = nullptr;
 };
 
 class Housekeeping_Writer {
  public:
-  Housekeeping_Writer(Session& session, const HK_Export& options) : session_(session), options_(options) {
+  Housekeeping_Writer(const Session& session, const HK_Export& options) : session_(session), options_(options) {
     const int count = session.config.Sensor_Count();
     for (int s = 1; s <= count && s <= static_cast<int>(options.sensors.size()); ++s) {
       if (!options.sensors[static_cast<size_t>(s - 1)]) continue;
@@ -78,15 +78,17 @@ class Housekeeping_Writer {
         continue;
       }
       const Calibrated& c = calibrated(*column, byte);
-      // The view's records follow the export, packet by packet.
-      Sensor_Record& record = session_.config.sensor(column->sensor);
-      record.Raw_Reading = c.raw;
-      record.Voltage = c.voltage;
-      record.Value = c.value;
-      record.Sensor_Unit = c.unit;
-      out.number(c.value, c.text);
+      column->last = &c;
+      out.number(c.value.value, c.text);
     }
     out.end_line(true);
+  }
+
+  // Each calibrated column's last written value, into its sensor's record.
+  void keep_last_written(Configuration& config) const {
+    for (const auto& column : columns_) {
+      if (column->last) keep_in_sensor_records(config, column->sensor, column->last->value);
+    }
   }
 
  private:
@@ -105,20 +107,15 @@ class Housekeeping_Writer {
   const Calibrated& calibrated(Column& column, uint8_t byte) {
     Calibrated& c = column.by_byte[byte];
     if (c.ready) return c;
-    const Sensor_Value value =
-        hk_byte_value(session_.config, column.sensor, byte, column.corrected ? cold_junction_term_ : 0);
-    c.raw = value.raw;
-    c.voltage = value.voltage;
-    c.value = value.value;
-    c.unit = value.unit;
-    c.text = general_text(c.value);
+    c.value = hk_byte_value(session_.config, column.sensor, byte, column.corrected ? cold_junction_term_ : 0);
+    c.text = general_text(c.value.value);
     c.ready = true;
     return c;
   }
 
   static const std::array<std::string, 256> kByteTexts;
 
-  Session& session_;
+  const Session& session_;
   const HK_Export& options_;
   std::vector<std::unique_ptr<Column>> columns_;
   int board_byte_ = -1;
@@ -148,15 +145,23 @@ Export_Result write_housekeeping(Session& session, const HK_Export& options, Lin
   writer.headings(out);
   Export_Result result;
   Progress_Ticker ticker(progress, options.range.size());
-  for (int32_t k = options.range.from; k <= options.range.to; ++k) {
-    if (!ticker.at(result.rows)) {
-      result.cancelled = true;
-      return result;
+  try {
+    for (int32_t k = options.range.from; k <= options.range.to; ++k) {
+      if (!ticker.at(result.rows)) {
+        result.cancelled = true;
+        break;
+      }
+      writer.row(out, k);
+      ++result.rows;
     }
-    writer.row(out, k);
-    ++result.rows;
+  } catch (...) {
+    writer.keep_last_written(session.config);
+    throw;
   }
-  ticker.finished();
+  // However the export ends, the records hold what it wrote last, as they did when it wrote
+  // into them cell by cell.
+  writer.keep_last_written(session.config);
+  if (!result.cancelled) ticker.finished();
   return result;
 }
 

@@ -3,78 +3,9 @@
 
 #include <cmath>
 
-#include "core/conversion.h"
-#include "core/error.h"
 #include "core/number_text.h"
 
 namespace morvane {
-
-int32_t hk_signed_reading(int sensor, uint8_t byte) {
-  const int32_t raw = byte;
-  if (sensor == 28 || sensor == 29) return raw;
-  if (sensor >= 32 && sensor <= 36) return raw > 210 ? raw - 256 : raw;
-  return raw > 127 ? raw - 256 : raw;
-}
-
-double hk_voltage(int32_t raw, int32_t scale_exponent) {
-  return std::ldexp(static_cast<double>(raw), scale_exponent) * 10 / 32768;
-}
-
-double cold_junction_term(const Configuration& config, double celsius) {
-  return config.NType.NType_Reverse_Lookup(celsius) / 1000000;
-}
-
-double board_cold_junction_term(const Configuration& config, uint8_t board_byte) {
-  return cold_junction_term(config, hk_byte_value(config, 28, board_byte, 0).value);
-}
-
-double hk_entry_cold_junction_term(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index) {
-  return board_cold_junction_term(config, bytes.at(28, index));
-}
-
-Sensor_Value hk_byte_value(const Configuration& config, int sensor, uint8_t byte, double cold_junction) {
-  const Sensor_Record& record = config.sensor(sensor);
-  Sensor_Value result;
-  result.raw = hk_signed_reading(sensor, byte);
-  result.voltage = hk_voltage(result.raw, record.Scale_Exponent);
-  if (is_thermocouple(sensor)) result.voltage += cold_junction * 100;
-  result.unit = record.Sensor_Unit;
-  Convert_Sensor(config, sensor, result.voltage, result.value, result.unit);
-  return result;
-}
-
-Sensor_Value hk_sensor_value(const Configuration& config, const HK_Sensor_Table& bytes, int32_t index, int sensor,
-                             double cold_junction) {
-  return hk_byte_value(config, sensor, bytes.at(sensor, index), cold_junction);
-}
-
-double decode_hk_sensors(Session& session, int32_t index) {
-  Configuration& config = session.config;
-  session.catalogue.HK_List.at(index);  // an entry outside the list is out of range
-  const int count = config.Sensor_Count();
-  for (int s = 1; s <= count; ++s) {
-    Sensor_Record& record = config.sensor(s);
-    record.Raw_Reading = hk_signed_reading(s, session.HK_Sensor_Data.at(s, index));
-    record.Voltage = hk_voltage(record.Raw_Reading, record.Scale_Exponent);
-    record.Voltage_Upper = hk_voltage(record.Raw_Reading + 1, record.Scale_Exponent);
-  }
-
-  Sensor_Record& board = config.sensor(28);
-  Convert_Sensor(config, 28, board.Voltage, board.Value, board.Sensor_Unit);
-  const double term = cold_junction_term(config, board.Value);
-
-  for (int s = 1; s <= count; ++s) {
-    Sensor_Record& record = config.sensor(s);
-    if (is_thermocouple(s)) {
-      record.Voltage += term * 100;
-      record.Voltage_Upper += term * 100;
-    }
-    // The record's own fields go in: a pressure channel leaves its overwritten voltages there.
-    Convert_Sensor(config, s, record.Voltage, record.Value, record.Sensor_Unit);
-    Convert_Sensor(config, s, record.Voltage_Upper, record.Value_Upper, record.Sensor_Unit);
-  }
-  return term;
-}
 
 std::string sensor_line_pattern(int decimals) {
   switch (decimals) {
@@ -104,10 +35,12 @@ int sensor_line_at(const std::vector<Sensor_Line>& lines, int x, int y) {
   return -1;
 }
 
-Sensor_Line xPrint_Line(const Configuration& config, int row, int column, int sensor, int decimals, Drawing& drawing) {
+Sensor_Line xPrint_Line(const Configuration& config, const DecodedHousekeeping& decoded, int row, int column,
+                        int sensor, int decimals, Drawing& drawing) {
   const Sensor_Record& record = config.sensor(sensor);
-  const double value = record.Value;
-  const double step = std::fabs(value - record.Value_Upper);
+  const DecodedSensor& reading = decoded.sensor(sensor);
+  const double value = reading.value;
+  const double step = std::fabs(value - reading.value_upper);
   const std::string pattern = sensor_line_pattern(decimals);
   Sensor_Line line{"",
                    row,
@@ -116,7 +49,7 @@ Sensor_Line xPrint_Line(const Configuration& config, int row, int column, int se
                    record.Sensor_Name,
                    pattern.empty() ? general_text(value) : format_pattern(value, pattern),
                    pattern.empty() ? general_text(step) : format_pattern(step, pattern),
-                   record.Sensor_Unit};
+                   reading.unit};
 
   const int y = kLineHeight * row;
   auto put = [&](std::string text, int x, int at_y, Anchor anchor) {
@@ -136,7 +69,7 @@ Sensor_Line xPrint_Line(const Configuration& config, int row, int column, int se
   return line;
 }
 
-Sensor_Layout draw_sensor_page(const Configuration& config) {
+Sensor_Layout draw_sensor_page(const Configuration& config, const DecodedHousekeeping& decoded) {
   Sensor_Layout page;
   std::string group;
   auto heading = [&](const char* text, int x, int y) {
@@ -144,7 +77,7 @@ Sensor_Layout draw_sensor_page(const Configuration& config) {
     page.drawing.push_back(Placed_Text{text, x, y, kBlue});
   };
   auto line = [&](int row, int column, int sensor, int decimals) {
-    page.lines.push_back(xPrint_Line(config, row, column, sensor, decimals, page.drawing));
+    page.lines.push_back(xPrint_Line(config, decoded, row, column, sensor, decimals, page.drawing));
     page.lines.back().group = group;
   };
 

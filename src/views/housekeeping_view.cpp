@@ -47,8 +47,11 @@ Sensor_Page HousekeepingState::Update_Sensor_readings(Session& session) {
   const int32_t index = session.Current_HK_Index;
   const Packet_Entry& entry = session.catalogue.HK_List.at(index);
   Sensor_Page page;
-  page.Cold_Junction_Term = Cold_Junction_Term = decode_hk_sensors(session, index);
-  Sensor_Layout layout = draw_sensor_page(session.config);
+  page.decoded = decode_housekeeping(session.config, session.HK_Sensor_Data, index);
+  // The records hold the packet the view decoded last, as they always have (see the step).
+  keep_in_sensor_records(session.config, page.decoded);
+  Cold_Junction_Term = page.decoded.cold_junction_term;
+  Sensor_Layout layout = draw_sensor_page(session.config, page.decoded);
   page.drawing = std::move(layout.drawing);
   page.lines = std::move(layout.lines);
 

@@ -17,8 +17,13 @@ using testing::hk_packet;
 class HousekeepingFormTest : public testing::AppTest {
  protected:
   Housekeeping_form* open_view() { return show<Housekeeping_form>(ViewKind::Housekeeping); }
-  // The sensor page the records of the shown packet make.
-  Drawing sensor_page() { return draw_sensor_page(window->session().config).drawing; }
+  // The sensor page of the current entry.
+  Drawing sensor_page() {
+    const Session& session = window->session();
+    return draw_sensor_page(session.config,
+                            decode_housekeeping(session.config, session.HK_Sensor_Data, session.Current_HK_Index))
+        .drawing;
+  }
   static bool more_visible(Housekeeping_form* view) { return view->moreButton()->isVisibleTo(view); }
 };
 

@@ -99,6 +99,50 @@ TEST_F(HousekeepingExport, AFailingConversionEndsTheExportAfterTheHeadings) {
             "\r\n");
 }
 
+// The records keep, per calibrated column, what it wrote last, and the next export's unit heading
+// reads them: the table's own unit before, the conversion's after.
+TEST_F(HousekeepingExport, TheCalibratedFormatsLeaveWhatTheyWroteLastInTheRecords) {
+  session.config.sensor(29).Sensor_Unit = "millimetres";
+  const Configuration before = session.config;
+  const std::string raw = exported(HK_Format::Raw, {1, 2}, ticked({29}));
+  EXPECT_TRUE(testing::contains(raw, "\tmillimetres\t")) << raw;
+  EXPECT_EQ(session.config.sensor(29).Sensor_Unit, "millimetres") << "the raw format keeps nothing";
+
+  const std::string first = exported(HK_Format::Calibrated_AD590, {1, 2}, ticked({1, 29}));
+  EXPECT_TRUE(testing::contains(first, "\tmillimetres\t")) << first;
+  const Sensor_Value last_1 = hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0));
+  const Sensor_Value last_29 = hk_byte_value(before, 29, 0, 0);
+  const std::pair<int, const Sensor_Value*> kept[] = {{1, &last_1}, {29, &last_29}};
+  for (const auto& [sensor, value] : kept) {
+    const Sensor_Record& record = session.config.sensor(sensor);
+    EXPECT_EQ(record.Raw_Reading, value->raw) << sensor;
+    EXPECT_EQ(record.Voltage, value->voltage) << sensor;
+    EXPECT_EQ(record.Value, value->value) << sensor;
+    EXPECT_EQ(record.Sensor_Unit, value->unit) << sensor;
+  }
+  EXPECT_EQ(session.config.sensor(22).Sensor_Unit, before.sensor(22).Sensor_Unit) << "not exported";
+  EXPECT_TRUE(testing::contains(exported(HK_Format::Calibrated, {1, 1}, ticked({29})), "\tmm\t"));
+}
+
+TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheCellsItWrote) {
+  // Reactor 1 is written, then Pressure 1 fails in the first row.
+  session.config.Pressure_Table[0].C2 = session.config.Pressure_Table[0].C1;
+  session.config.sensor(1).Raw_Reading = 5;
+  session.config.sensor(22).Raw_Reading = 5;
+  const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, '\t', "Sheet");
+  testing::thrown([&] { write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({1, 22})}, *output); });
+  EXPECT_EQ(session.config.sensor(1).Raw_Reading, -128);
+  EXPECT_EQ(session.config.sensor(22).Raw_Reading, 5);
+
+  // Cancelled after the first row: that row's values stay.
+  const Export_Progress cancel_after_one = [](int64_t done, int64_t) { return done < 1; };
+  written([&](Line_Sink& out) {
+    EXPECT_TRUE(write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({29})}, out, cancel_after_one)
+                    .cancelled);
+  });
+  EXPECT_EQ(session.config.sensor(29).Raw_Reading, 70);
+}
+
 // A workbook holds texts as texts (blanks kept), numbers as numbers and empty cells as none.
 TEST_F(HousekeepingExport, AWorkbookHoldsTheCellsOfTheText) {
   written([&](Line_Sink& out) { write_housekeeping(session, {{1, 3}, HK_Format::Calibrated, ticked(kColumns)}, out); },

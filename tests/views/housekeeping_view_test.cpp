@@ -9,6 +9,7 @@ namespace morvane {
 namespace {
 
 using testing::hk_packet;
+using testing::sensor_bytes;
 
 class HousekeepingViewTest : public testing::DecoderTest {};
 
@@ -33,6 +34,28 @@ TEST_F(HousekeepingViewTest, HeaderLabelsDescribeTheShownPacket) {
   EXPECT_EQ(concise.header.line, "7");
   EXPECT_FALSE(concise.more_visible);
   EXPECT_EQ(session.Current_HK_Index, 1);
+}
+
+// The records hold the packet the page shows last, the conversion's units in place of the
+// table's: the export's unit heading and the trend read them.
+TEST_F(HousekeepingViewTest, TheShownPacketStaysInTheSensorRecords) {
+  load({hk_packet(2, sensor_bytes({{29, 70}, {22, 0x20}})), hk_packet(1, sensor_bytes({{29, 10}, {22, 0x10}}))});
+  session.config.sensor(29).Sensor_Unit = "millimetres";
+  HousekeepingState state;
+  for (const int32_t index : {1, 2}) {
+    const Sensor_Page page = state.VScroll1_Change(session, index);
+    EXPECT_EQ(page.decoded.index, index);
+    EXPECT_DOUBLE_EQ(state.Cold_Junction_Term, page.decoded.cold_junction_term);
+    for (const int s : {22, 29}) {
+      const Sensor_Record& record = session.config.sensor(s);
+      EXPECT_EQ(record.Raw_Reading, page.decoded.sensor(s).raw) << s << " " << index;
+      EXPECT_EQ(record.Voltage, page.decoded.sensor(s).voltage) << s << " " << index;
+      EXPECT_EQ(record.Value_Upper, page.decoded.sensor(s).value_upper) << s << " " << index;
+    }
+    EXPECT_EQ(session.config.sensor(29).Sensor_Unit, "mm");
+  }
+  EXPECT_EQ(session.config.sensor(29).Raw_Reading, 10);
+  EXPECT_EQ(session.config.sensor(22).Raw_Reading, 16);
 }
 
 }  // namespace

@@ -21,17 +21,18 @@ TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
     const auto series = trend_series(session, {1, 22, 28, 33}, cold_junction);
     ASSERT_EQ(series.size(), 4u);
     for (int32_t k = 1; k <= 3; ++k) {
-      const double term = decode_hk_sensors(session, k);  // the page, writing the shared records
+      const DecodedHousekeeping page = decode_housekeeping(session.config, session.HK_Sensor_Data, k);
+      const double term = page.cold_junction_term;
       for (const auto& one : series) {
-        const Sensor_Record& record = session.config.sensor(one.number);
+        const DecodedSensor& decoded = page.sensor(one.number);
         const auto [time, value] = one.points()[static_cast<size_t>(k - 1)];
         EXPECT_EQ(time, session.catalogue.HK_List[k].Lander_Time);
         if (cold_junction || !is_thermocouple(one.number)) {
-          EXPECT_DOUBLE_EQ(value, record.Value) << "sensor " << one.number << " entry " << k;
+          EXPECT_DOUBLE_EQ(value, decoded.value) << "sensor " << one.number << " entry " << k;
         } else {
-          EXPECT_NE(value, record.Value) << "the page adds " << term * 100 << " V to a thermocouple";
+          EXPECT_NE(value, decoded.value) << "the page adds " << term * 100 << " V to a thermocouple";
         }
-        EXPECT_EQ(one.unit, record.Sensor_Unit);
+        EXPECT_EQ(one.unit, decoded.unit);
       }
     }
     // Decimated together, each series gives the columns it gives alone.

@@ -9,8 +9,9 @@
 
 namespace morvane {
 
-// One row of the sensor table, in file order, plus the working fields that a decoder fills
-// when it decodes a housekeeping packet (the last decoded packet's values stay in the record).
+// One row of the sensor table, in file order, plus the working fields that hold the last
+// housekeeping packet the view showed or the export wrote: decoding only reads the table, and
+// one named step (keep_in_sensor_records) leaves the values here, as they have always been left.
 struct Sensor_Record {
   std::string Sensor_Name;
   int32_t Byte_Offset = 0;     // offset of the sensor's byte in a housekeeping packet

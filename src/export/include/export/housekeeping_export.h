@@ -30,8 +30,8 @@ struct HK_Export {
 // the sensor byte (0..255); the calibrated formats the value the housekeeping view computes,
 // in its shortest general text, the thermocouple channels (1-21, 27) of the AD590 format
 // corrected by 100 x the packet's cold-junction term. As the view does, the calibrated formats
-// leave the last exported packet's raw reading, voltage, value and unit in the sensor records
-// of the ticked sensors. A conversion that fails, or a sensor the table lacks, ends the export
+// leave in each ticked sensor's record the raw reading, voltage, value and unit it wrote last
+// (the last exported packet's), however the export ends. A conversion that fails, or a sensor the table lacks, ends the export
 // with its RuntimeError after the rows before it.
 Export_Result write_housekeeping(Session& session, const HK_Export& options, Line_Sink& out,
                                  const Export_Progress& progress = {});

@@ -33,12 +33,12 @@ struct HK_Header {
 inline constexpr const char* kHKHeaderCaptions[] = {"HK Packet number", "Sequence Control", "Lander Time",
                                                     "Number of Housekeeping Packets", "Mode", "Line"};
 
-// Everything the sensor page shows for one packet.
+// Everything the sensor page shows for one packet, and the packet as decoded.
 struct Sensor_Page {
+  DecodedHousekeeping decoded;
   Drawing drawing;
   std::vector<Sensor_Line> lines;  // page order
   HK_Header header;
-  double Cold_Junction_Term = 0;
   bool more_visible = false;  // the register page exists for " Complete " packets only
   // Reading the mode failed (a line high byte of 128 overflows): the page and the other labels
   // are complete, the mode and line labels keep the previous packet's texts, and the view shows
@@ -79,8 +79,8 @@ class HousekeepingState {
   // The button's caption for the page now shown.
   const char* button_caption() const { return Showing_Registers ? kSensorsButton : kMoreButton; }
 
-  // Decodes Current_HK_Index into the shared sensor records and lays out the sensor page; binary
-  // files also refresh the mode and line. Errors other than the mode's end the operation.
+  // Decodes Current_HK_Index, keeps it in the shared sensor records and lays out the sensor page;
+  // binary files also refresh the mode and line. Errors other than the mode's end the operation.
   Sensor_Page Update_Sensor_readings(Session& session);
 
   std::string mode_text() const;  // Mode_Number & "  -  " & Mode_Name
