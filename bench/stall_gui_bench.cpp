@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 // What a user does after loading a big file (1 GiB, 8.6 million housekeeping packets), measured
 // as the longest time the window's event loop went without turning: ticking every sensor of the
-// trend window at once, opening the integrity window and changing its threshold. Long work runs
-// on a worker thread, so no stall should pass 100 ms. Runs offscreen.
+// trend window at once and zooming its plot, opening the integrity window and changing its
+// threshold, filtering the summary's housekeeping list and scrolling it. Long work runs on a
+// worker thread, so no stall should pass 100 ms. Runs offscreen.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <algorithm>
 #include <functional>
 #include <QElapsedTimer>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
 #include <QListWidget>
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTimer>
@@ -19,6 +24,8 @@
 #include "dialogs.h"
 #include "integrity_form.h"
 #include "main_window.h"
+#include "summary_find_bar.h"
+#include "summary_view.h"
 #include "trend_chart.h"
 #include "trend_form.h"
 
@@ -102,6 +109,67 @@ void BM_StallTickingEverySensor(benchmark::State& state) {
   report(state, stalls);
 }
 BENCHMARK(BM_StallTickingEverySensor)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+// With every sensor plotted, the plot zoomed in about its middle, then the whole file again.
+void BM_StallZoomingEverySensor(benchmark::State& state) {
+  EGSE_MDI& window = loaded_window();
+  auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
+  window.frameOf(form)->resize(1300, 800);
+  {
+    const QSignalBlocker quiet(form->sensorList());
+    for (int s = 1; s < form->sensorList()->count(); ++s) form->setSensorChosen(s, true);
+  }
+  form->setSensorChosen(form->sensorList()->count(), true);
+  StallMeter meter;
+  meter.longest_ms([] {});  // the first plot drawn
+  std::vector<double> zoom, whole;
+  for (auto _ : state) {
+    TrendChart* chart = form->chart();
+    const Time_Window shown = chart->window();
+    zoom.push_back(meter.longest_ms([&] { chart->zoomAbout((shown.from + shown.to) / 2, 0.5); }));
+    whole.push_back(meter.longest_ms([&] { chart->showWholeFile(); }));
+  }
+  state.counters["zoom_stall_ms"] = *std::max_element(zoom.begin(), zoom.end());
+  state.counters["whole_stall_ms"] = *std::max_element(whole.begin(), whole.end());
+  window.closeView(ViewKind::Trend);
+  QApplication::processEvents();
+}
+BENCHMARK(BM_StallZoomingEverySensor)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+// The summary of the whole file: its housekeeping list filtered to the complete packets of the
+// middle half of the file's time (the last field typed, then the search run), cleared, and
+// scrolled to its middle and its end.
+void BM_StallSummary(benchmark::State& state) {
+  EGSE_MDI& window = loaded_window();
+  auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
+  Summary_Find_Bar* bar = summary->findBar(0);
+  QApplication::processEvents();
+  const EntryList& hk = window.session().catalogue.HK_List;
+  const int32_t first = hk[1].Lander_Time;
+  const int32_t last = hk[hk.size()].Lander_Time;
+  StallMeter meter;
+  std::vector<double> filter, clear, scroll;
+  for (auto _ : state) {
+    bar->refreshLabels();
+    bar->labelChoice()->setCurrentIndex(bar->labelChoice()->findText("Complete"));
+    bar->field(Summary_Find_Bar::Field::TimeFrom)->setText(QString::number(first + (last - first) / 4));
+    filter.push_back(meter.longest_ms([&] {
+      bar->field(Summary_Find_Bar::Field::TimeTo)->setText(QString::number(last - (last - first) / 4));
+    }));
+    while (bar->searching()) QApplication::processEvents();
+    clear.push_back(meter.longest_ms([&] { bar->clear(); }));
+    QScrollBar* bar_of_list = summary->list(0)->verticalScrollBar();
+    scroll.push_back(meter.longest_ms([&] { bar_of_list->setValue(bar_of_list->maximum() / 2); }));
+    scroll.push_back(meter.longest_ms([&] { bar_of_list->setValue(bar_of_list->maximum()); }));
+    bar_of_list->setValue(0);
+  }
+  state.counters["filter_stall_ms"] = *std::max_element(filter.begin(), filter.end());
+  state.counters["clear_stall_ms"] = *std::max_element(clear.begin(), clear.end());
+  state.counters["scroll_stall_ms"] = *std::max_element(scroll.begin(), scroll.end());
+  window.closeView(ViewKind::Summary);
+  QApplication::processEvents();
+}
+BENCHMARK(BM_StallSummary)->Unit(benchmark::kMillisecond)->Iterations(2);
 
 // Opening the integrity window (the file checked), then a new time-jump threshold.
 void BM_StallIntegrity(benchmark::State& state) {
