@@ -203,11 +203,11 @@ void TrendChart::startPlot() {
 }
 
 void TrendChart::takePlot(uint64_t number) {
-  if (job_.future.isValid() && job_.number == number) {
-    plot();
-    update();
-  }
-  if (!job_.future.isValid()) setCursor(drag_ == Drag::Pan ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+  if (job_.future.isValid() && job_.number == number) plot();
+  if (job_.future.isValid()) return;  // a newer plot is in the making
+  // Drawn now: plot() may also have taken it already, in a paint that could not wait to show it.
+  setCursor(drag_ == Drag::Pan ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+  update();
 }
 
 void TrendChart::stopPlotting() {
