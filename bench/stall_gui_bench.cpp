@@ -1,34 +1,58 @@
 // SPDX-License-Identifier: MIT
 // What a user does after loading a big file (1 GiB, 8.6 million housekeeping packets), measured
 // as the longest time the window's event loop went without turning: ticking every sensor of the
-// trend window at once, opening the integrity window and changing its threshold. Long work runs
-// on a worker thread, so no stall should pass 100 ms. Runs offscreen.
+// trend window at once and zooming its plot, opening the integrity window and changing its
+// threshold, filtering the summary's housekeeping list and scrolling it, starting an export of
+// every housekeeping packet. Long work runs on a worker thread or serves the window as it goes,
+// so no stall should pass 100 ms. Runs offscreen.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <QElapsedTimer>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QCheckBox>
 #include <QListWidget>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTimer>
 
 #include "bench_files.h"
 #include "dialogs.h"
+#include "export_form.h"
 #include "integrity_form.h"
 #include "main_window.h"
+#include "summary_find_bar.h"
+#include "summary_view.h"
 #include "trend_chart.h"
 #include "trend_form.h"
 
 namespace morvane {
 namespace {
 
+// The dialogs of a user who answers every file dialog with the same file.
+class SavingDialogs : public ConsoleDialogs {
+ public:
+  QString path;
+  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return path; }
+};
+
+SavingDialogs& bench_dialogs() {
+  static SavingDialogs dialogs;
+  return dialogs;
+}
+
 EGSE_MDI& loaded_window() {
-  static ConsoleDialogs dialogs;
   static EGSE_MDI* window = [] {
-    auto* made = new EGSE_MDI(bench::demo_configuration(), dialogs);
+    auto* made = new EGSE_MDI(bench::demo_configuration(), bench_dialogs());
     made->resize(1400, 900);
     made->show();
     made->loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
@@ -75,8 +99,15 @@ class StallMeter {
   qint64 longest_ = 0;
 };
 
+double longest(const std::vector<double>& stalls) { return *std::max_element(stalls.begin(), stalls.end()); }
+
+void close_view(EGSE_MDI& window, ViewKind kind) {
+  window.closeView(kind);
+  QApplication::processEvents();
+}
+
 void report(benchmark::State& state, const std::vector<double>& stalls) {
-  state.counters["longest_stall_ms"] = *std::max_element(stalls.begin(), stalls.end());
+  state.counters["longest_stall_ms"] = longest(stalls);
 }
 
 // Every sensor ticked at once (the last tick starts the work for all of them), then the plot
@@ -95,13 +126,109 @@ void BM_StallTickingEverySensor(benchmark::State& state) {
     }
     stalls.push_back(meter.longest_ms([&] { form->setSensorChosen(form->sensorList()->count(), true); }));
     state.PauseTiming();
-    window.closeView(ViewKind::Trend);
-    QApplication::processEvents();
+    close_view(window, ViewKind::Trend);
     state.ResumeTiming();
   }
   report(state, stalls);
 }
 BENCHMARK(BM_StallTickingEverySensor)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+// With every sensor plotted, the plot zoomed in about its middle, then the whole file again.
+void BM_StallZoomingEverySensor(benchmark::State& state) {
+  EGSE_MDI& window = loaded_window();
+  auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
+  window.frameOf(form)->resize(1300, 800);
+  {
+    const QSignalBlocker quiet(form->sensorList());
+    for (int s = 1; s < form->sensorList()->count(); ++s) form->setSensorChosen(s, true);
+  }
+  form->setSensorChosen(form->sensorList()->count(), true);
+  StallMeter meter;
+  meter.longest_ms([] {});  // the first plot drawn
+  std::vector<double> zoom, whole;
+  for (auto _ : state) {
+    TrendChart* chart = form->chart();
+    const Time_Window shown = chart->window();
+    zoom.push_back(meter.longest_ms([&] { chart->zoomAbout((shown.from + shown.to) / 2, 0.5); }));
+    whole.push_back(meter.longest_ms([&] { chart->showWholeFile(); }));
+  }
+  state.counters["zoom_stall_ms"] = longest(zoom);
+  state.counters["whole_stall_ms"] = longest(whole);
+  close_view(window, ViewKind::Trend);
+}
+BENCHMARK(BM_StallZoomingEverySensor)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+// The summary of the whole file: its housekeeping list filtered to the complete packets of the
+// middle half of the file's time (the last field typed, then the search run), cleared, and
+// scrolled to its middle and its end.
+void BM_StallSummary(benchmark::State& state) {
+  EGSE_MDI& window = loaded_window();
+  auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
+  Summary_Find_Bar* bar = summary->findBar(0);
+  QApplication::processEvents();
+  const EntryList& hk = window.session().catalogue.HK_List;
+  const int32_t first = hk[1].Lander_Time;
+  const int32_t last = hk[hk.size()].Lander_Time;
+  StallMeter meter;
+  std::vector<double> filter, clear, scroll;
+  for (auto _ : state) {
+    bar->refreshLabels();
+    bar->labelChoice()->setCurrentIndex(bar->labelChoice()->findText("Complete"));
+    bar->field(Summary_Find_Bar::Field::TimeFrom)->setText(QString::number(first + (last - first) / 4));
+    filter.push_back(meter.longest_ms([&] {
+      bar->field(Summary_Find_Bar::Field::TimeTo)->setText(QString::number(last - (last - first) / 4));
+    }));
+    while (bar->searching()) QApplication::processEvents();
+    clear.push_back(meter.longest_ms([&] { bar->clear(); }));
+    QScrollBar* bar_of_list = summary->list(0)->verticalScrollBar();
+    scroll.push_back(meter.longest_ms([&] { bar_of_list->setValue(bar_of_list->maximum() / 2); }));
+    scroll.push_back(meter.longest_ms([&] { bar_of_list->setValue(bar_of_list->maximum()); }));
+    bar_of_list->setValue(0);
+  }
+  state.counters["filter_stall_ms"] = longest(filter);
+  state.counters["clear_stall_ms"] = longest(clear);
+  state.counters["scroll_stall_ms"] = longest(scroll);
+  close_view(window, ViewKind::Summary);
+}
+BENCHMARK(BM_StallSummary)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+// The housekeeping export of every packet started with its button (and cancelled after 1.5 s):
+// the longest stall, and how long its progress dialog took to show.
+void BM_StallStartingExport(benchmark::State& state) {
+  EGSE_MDI& window = loaded_window();
+  auto* form = static_cast<Export_Form*>(window.showView(ViewKind::ExportHousekeeping));
+  QApplication::processEvents();
+  const std::string path = bench::bench_dir() + "/stall-export.txt";
+  bench_dialogs().path = QString::fromStdString(path);
+  StallMeter meter;
+  std::vector<double> stalls, shown;
+  for (auto _ : state) {
+    form->allBox()->setChecked(true);
+    QElapsedTimer clock;
+    double shown_ms = -1;
+    QTimer watch;
+    watch.setInterval(5);
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      auto* progress = form->findChild<QProgressDialog*>("ExportProgress");
+      if (!progress || !progress->isVisible()) return;
+      if (shown_ms < 0) shown_ms = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+      if (clock.elapsed() > 1500) progress->cancel();
+    });
+    stalls.push_back(meter.longest_ms([&] {
+      clock.start();
+      watch.start();
+      form->exportButton()->click();
+    }));
+    watch.stop();
+    shown.push_back(shown_ms);
+  }
+  bench_dialogs().path.clear();
+  std::remove(path.c_str());
+  state.counters["longest_stall_ms"] = longest(stalls);
+  state.counters["progress_shown_ms"] = longest(shown);
+  close_view(window, ViewKind::ExportHousekeeping);
+}
+BENCHMARK(BM_StallStartingExport)->Unit(benchmark::kMillisecond)->Iterations(2);
 
 // Opening the integrity window (the file checked), then a new time-jump threshold.
 void BM_StallIntegrity(benchmark::State& state) {
@@ -114,12 +241,11 @@ void BM_StallIntegrity(benchmark::State& state) {
         meter.longest_ms([&] { form = static_cast<Integrity_Form*>(window.showView(ViewKind::Integrity)); }));
     threshold.push_back(meter.longest_ms([&] { form->timeJumpField()->setValue(form->timeJumpField()->value() + 1); }));
     state.PauseTiming();
-    window.closeView(ViewKind::Integrity);
-    QApplication::processEvents();
+    close_view(window, ViewKind::Integrity);
     state.ResumeTiming();
   }
-  state.counters["open_stall_ms"] = *std::max_element(opening.begin(), opening.end());
-  state.counters["threshold_stall_ms"] = *std::max_element(threshold.begin(), threshold.end());
+  state.counters["open_stall_ms"] = longest(opening);
+  state.counters["threshold_stall_ms"] = longest(threshold);
 }
 BENCHMARK(BM_StallIntegrity)->Unit(benchmark::kMillisecond)->Iterations(2);
 

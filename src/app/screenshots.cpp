@@ -14,6 +14,7 @@
 #include "main_window.h"
 #include "short_test_view.h"
 #include "test_form_view.h"
+#include "trend_chart.h"
 #include "trend_form.h"
 
 namespace morvane {
@@ -80,6 +81,8 @@ QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
   QStringList written;
   auto save = [&](QWidget* widget, const QString& name) {
     settle();
+    // A big file's trend plot is made on a worker thread: the picture waits for it.
+    for (TrendChart* chart : widget->findChildren<TrendChart*>()) chart->plot();
     const QString path = QDir(folder).filePath(name + QStringLiteral(".png"));
     if (widget->grab().save(path)) written << path;
   };

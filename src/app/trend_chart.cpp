@@ -2,12 +2,14 @@
 #include "trend_chart.h"
 
 #include <QFontMetrics>
+#include <QFutureWatcher>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
 #include <QPainterPath>
 #include <QRubberBand>
 #include <QWheelEvent>
+#include <QtConcurrent/QtConcurrentRun>
 #include <algorithm>
 #include <cmath>
 
@@ -36,6 +38,8 @@ QColor series_colour(size_t s) { return kSeriesColours[s % std::size(kSeriesColo
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
+const std::vector<Trend_Series> kNoSeries;
+
 }  // namespace
 
 TrendChart::TrendChart(QWidget* parent) : QWidget(parent) {
@@ -51,6 +55,8 @@ TrendChart::TrendChart(QWidget* parent) : QWidget(parent) {
   band_ = new QRubberBand(QRubberBand::Rectangle, this);
   band_->hide();
 }
+
+TrendChart::~TrendChart() { stopPlotting(); }
 
 QSize TrendChart::sizeHint() const { return {760, 440}; }
 
@@ -114,6 +120,7 @@ void TrendChart::zoomAbout(double time, double factor) { changeWindow(zoom_time_
 void TrendChart::panBy(double seconds) { changeWindow({window_.from + seconds, window_.to + seconds}, false); }
 
 void TrendChart::invalidate() {
+  stopPlotting();
   plot_valid_ = false;
   update();
 }
@@ -142,23 +149,83 @@ double TrendChart::timeAt(int x) const {
   return window_.from + (x - area.left()) * window_.span() / std::max(1, area.width());
 }
 
+Trend_Plot_Options TrendChart::plotOptions() const {
+  const QFontMetrics metrics(font());
+  Trend_Plot_Options options;
+  options.separate_axes = separate_;
+  options.columns = std::max(1, plotArea().width());
+  options.most_time_ticks =
+      std::max(2, options.columns / (metrics.horizontalAdvance(QString::fromUtf8(kWidestTimeLabel)) + 3 * kGap));
+  options.most_value_ticks = std::max(2, laneArea(0).height() / (2 * metrics.height()));
+  return options;
+}
+
 const Trend_Plot& TrendChart::plot() const {
   if (!plot_valid_) {
-    const QFontMetrics metrics(font());
-    Trend_Plot_Options options;
-    options.separate_axes = separate_;
-    options.columns = std::max(1, plotArea().width());
-    options.most_time_ticks =
-        std::max(2, options.columns / (metrics.horizontalAdvance(QString::fromUtf8(kWidestTimeLabel)) + 3 * kGap));
-    options.most_value_ticks = std::max(2, laneArea(0).height() / (2 * metrics.height()));
-    static const std::vector<Trend_Series> kNone;
-    plot_ = make_trend_plot(series_ ? *series_ : kNone, limits_, window_, options);
+    if (job_.future.isValid()) {
+      // Being made of what is shown now: the worker's plot, once it is there.
+      plot_ = job_.future.result();
+      job_ = {};
+    } else {
+      plot_ = make_trend_plot(series_ ? *series_ : kNoSeries, limits_, window_, plotOptions());
+    }
     plot_valid_ = true;
   }
   return plot_;
 }
 
-void TrendChart::resizeEvent(QResizeEvent*) { plot_valid_ = false; }
+void TrendChart::startPlot() {
+  const std::vector<Trend_Series>& series = series_ ? *series_ : kNoSeries;
+  size_t points = 0;
+  for (const Trend_Series& one : series) points += one.size();
+  if (points < inline_below_) {
+    plot();
+    return;
+  }
+  // Decimating tens of millions of points takes a good part of a second: the window goes on
+  // turning meanwhile. The series stay as they are until stopPlotting().
+  Trend_Plot_Options options = plotOptions();
+  auto stop = std::make_shared<std::atomic<bool>>(false);
+  options.stop = stop.get();
+  const std::vector<std::optional<Trend_Limits>> limits = limits_;
+  const Time_Window window = window_;
+  job_ = {++jobs_started_, stop, QtConcurrent::run([&series, limits, window, options, stop] {
+            return make_trend_plot(series, limits, window, options);
+          })};
+  auto* watcher = new QFutureWatcher<Trend_Plot>(this);
+  const uint64_t number = job_.number;
+  connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, number] {
+    watcher->deleteLater();
+    takePlot(number);
+  });
+  watcher->setFuture(job_.future);
+  setCursor(Qt::BusyCursor);
+}
+
+void TrendChart::takePlot(uint64_t number) {
+  if (job_.future.isValid() && job_.number == number) plot();
+  if (job_.future.isValid()) return;  // a newer plot is in the making
+  // Drawn now: plot() may also have taken it already, in a paint that could not wait to show it.
+  setCursor(drag_ == Drag::Pan ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+  update();
+}
+
+void TrendChart::stopPlotting() {
+  if (!job_.future.isValid()) return;
+  job_.stop->store(true);
+  try {
+    job_.future.waitForFinished();
+  } catch (...) {
+    // An incomplete plot that failed is dropped like any other.
+  }
+  job_ = {};
+  setCursor(drag_ == Drag::Pan ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+}
+
+void TrendChart::resizeEvent(QResizeEvent*) {
+  stopPlotting();
+  plot_valid_ = false;
+}
 
 void TrendChart::paintEvent(QPaintEvent*) {
   QPainter painter(this);
@@ -171,7 +238,12 @@ void TrendChart::paintEvent(QPaintEvent*) {
   }
   const QRect area = plotArea();
   if (area.width() < 2 || area.height() < 2) return;
-  const Trend_Plot& drawn = plot();
+  if (!plot_valid_ && !job_.future.isValid()) startPlot();
+  // While the plot is being made the one before stays, when it is of the same series.
+  const bool stale_fits = plot_.traces.size() == series_->size() && plot_.lanes.size() == laneCount() &&
+                          plot_.window.span() > 0;
+  if (!plot_valid_ && !stale_fits) return;
+  const Trend_Plot& drawn = plot_;
 
   // The time grid across every lane, its ticks and labels under the last one.
   const double span = drawn.window.span();
@@ -193,11 +265,10 @@ void TrendChart::paintEvent(QPaintEvent*) {
   painter.drawText(area.left() + (area.width() - metrics.horizontalAdvance(title)) / 2,
                    label_top + metrics.height() + kGap + metrics.ascent(), title);
 
-  for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) drawLane(painter, lane);
+  for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) drawLane(painter, drawn, lane);
 }
 
-void TrendChart::drawLane(QPainter& painter, size_t index) const {
-  const Trend_Plot& drawn = plot();
+void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t index) const {
   const Trend_Lane& lane = drawn.lanes[index];
   const QRect band = laneArea(index);
   const QFontMetrics metrics(font());

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFuture>
 #include <QPoint>
 #include <QRect>
 #include <QString>
 #include <QWidget>
+#include <atomic>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -47,8 +50,18 @@ class TrendChart : public QWidget {
   void zoomAbout(double time, double factor);
   void panBy(double seconds);
 
-  // The plot as last drawn (made again when anything it depends on changed).
+  // The plot of what is shown now: made here, or taken from the worker thread making it.
   const Trend_Plot& plot() const;
+  // A plot of many points is made on a worker thread (the chart shows a busy cursor and keeps
+  // what it drew until the plot is ready); one of fewer than this many points in all, here.
+  static constexpr size_t kPlotInlineBelow = 4'000'000;
+  void setPlotInlineBelow(size_t points) { inline_below_ = points; }
+  // Whether a plot is being made on the worker thread.
+  bool plotting() const { return job_.future.isValid() && !job_.future.isFinished(); }
+  // Stops the plot being made on the worker thread and waits for it: the series may then change
+  // or go. The owner of the series calls it before it changes them (and before they go).
+  void stopPlotting();
+  ~TrendChart() override;
   const std::vector<std::optional<Trend_Limits>>& limits() const { return limits_; }
   // The area inside the axes, in pixels of this widget; and the area of each lane in it.
   QRect plotArea() const;
@@ -79,7 +92,11 @@ class TrendChart : public QWidget {
   void changeWindow(const Time_Window& window, bool whole);
   void invalidate();
   size_t laneCount() const;
-  void drawLane(QPainter& painter, size_t lane) const;
+  void drawLane(QPainter& painter, const Trend_Plot& drawn, size_t lane) const;
+  Trend_Plot_Options plotOptions() const;
+  // Starts making the plot of what is shown on the worker thread (or makes it here when small).
+  void startPlot();
+  void takePlot(uint64_t job);
 
   const std::vector<Trend_Series>* series_ = nullptr;
   std::vector<std::optional<Trend_Limits>> limits_;
@@ -91,6 +108,16 @@ class TrendChart : public QWidget {
 
   mutable Trend_Plot plot_;
   mutable bool plot_valid_ = false;
+  size_t inline_below_ = kPlotInlineBelow;
+  // The plot being made on the worker thread: its number (a later one replaces it) and the flag
+  // that stops it.
+  struct PlotJob {
+    uint64_t number = 0;
+    std::shared_ptr<std::atomic<bool>> stop;
+    QFuture<Trend_Plot> future;
+  };
+  mutable PlotJob job_;
+  uint64_t jobs_started_ = 0;
 
   enum class Drag { None, Pan, Band };
   Drag drag_ = Drag::None;

@@ -70,6 +70,9 @@ Trend_Form::Trend_Form(Workstation& workstation) : ChildView(workstation, ViewKi
   showStatus();
 }
 
+// The chart may be plotting the series on a worker thread: it stops before they go.
+Trend_Form::~Trend_Form() { chart_->stopPlotting(); }
+
 QWidget* Trend_Form::makeControls() {
   auto* panel = new QWidget(this);
   auto* column = new QVBoxLayout(panel);
@@ -168,6 +171,7 @@ void Trend_Form::remakeSeries(bool anew) {
       return;
     }
   }
+  chart_->stopPlotting();
   std::vector<Trend_Series> kept;
   if (!anew) {
     for (Trend_Series& one : series_) {
@@ -237,12 +241,14 @@ void Trend_Form::showStatus() {
 
 void Trend_Form::updateRealtime() {
   guarded([&] {
+    chart_->stopPlotting();
     extend_trend_series(session(), series_, coldJunction());
     plotSeries();
   });
 }
 
 void Trend_Form::sessionReloaded() {
+  chart_->stopPlotting();
   series_.clear();  // of the old file
   guarded([&] { readLimitFile(); });
   guarded([&] { remakeSeries(true); });
@@ -259,6 +265,7 @@ void Trend_Form::savePicture() {
   const QString path = workstation().dialogs().saveFileName(this, tr("Save the trend plot as a picture"),
                                                     suggestedFile(QStringLiteral(".png")), tr("PNG image (*.png)"));
   if (path.isEmpty()) return;  // cancelled
+  chart_->plot();  // the whole plot, should it still be in the making
   const QImage picture = chart_->grab().toImage();
   QByteArray content;
   QBuffer buffer(&content);

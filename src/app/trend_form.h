@@ -31,6 +31,7 @@ class Trend_Form : public ChildView {
 
  public:
   explicit Trend_Form(Workstation& workstation);
+  ~Trend_Form() override;
 
   void updateRealtime() override;
   void sessionReloaded() override;

@@ -33,6 +33,20 @@ uint8_t HK_Sensor_Table::at(int sensor, int32_t entry) const {
   return row(entry)[sensor - 1];
 }
 
+HK_Sensor_Column HK_Sensor_Table::column(int sensor, int32_t entries) const {
+  if (entries < 0 || entries > entries_ || (entries > 0 && (sensor < 1 || sensor > sensors_))) {
+    raise(ErrorNumber::SubscriptOutOfRange, "housekeeping bytes of sensor " + std::to_string(sensor) + " in entries 1 to " +
+                                                std::to_string(entries));
+  }
+  HK_Sensor_Column column;
+  column.stride_ = static_cast<size_t>(sensors_);
+  column.column_ = static_cast<size_t>(sensor - 1);
+  column.size_ = static_cast<size_t>(entries);
+  const size_t chunks = (static_cast<size_t>(entries) + HK_Sensor_Column::kChunkRows - 1) >> kShift;
+  column.chunks_.assign(chunks_.begin(), chunks_.begin() + static_cast<std::ptrdiff_t>(chunks));
+  return column;
+}
+
 void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
   const size_t width = static_cast<size_t>(sensors_);
   if (width == 0) {
@@ -43,7 +57,7 @@ void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
     // Whole chunks from the start: only the pages written become resident, so a small table
     // stays small, and a big one is never copied to grow.
     if (static_cast<size_t>(entries_ >> kShift) == chunks_.size()) {
-      chunks_.push_back(allocate_huge(width * (size_t{1} << kShift)));
+      chunks_.emplace_back(allocate_huge(width * (size_t{1} << kShift)));
     }
     const int32_t room = (1 << kShift) - (entries_ & kMask);
     const int32_t n = count < room ? count : room;

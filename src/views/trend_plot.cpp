@@ -127,7 +127,7 @@ Trend_Plot make_trend_plot(const std::vector<Trend_Series>& series,
   plot.window = window;
   plot.columns = std::max(1, options.columns);
   plot.time_ticks = axis_ticks(window.from, window.to, options.most_time_ticks);
-  plot.traces = decimate_min_max(series, window.from, window.to, plot.columns);
+  plot.traces = decimate_min_max(series, window.from, window.to, plot.columns, options.stop);
   if (options.separate_axes && !series.empty()) {
     for (size_t s = 0; s < series.size(); ++s) {
       plot.lanes.push_back(make_lane({s}, series, limits, plot.traces, options.most_value_ticks));

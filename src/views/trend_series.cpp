@@ -119,7 +119,7 @@ class Trend_Series_Builder {
         for (size_t p = 0; p < held; ++p) known_value(one, one.code(p));
       }
     } catch (...) {
-      for (auto& one : series) one.bytes_.resize(held);
+      for (auto& one : series) one.bytes_.truncate(held);
       for (Kept& k : kept) {
         Trend_Series& one = series[k.index];
         one.by_board_ = k.by_board;
@@ -142,21 +142,25 @@ class Trend_Series_Builder {
     // The first new entry goes through in the order the housekeeping page would meet it, so a
     // conversion that fails (a pressure record missing, C1 = C2) fails as it always did. No
     // conversion depends on the byte for whether it fails.
-    for (auto& one : series) one.bytes_.resize(static_cast<size_t>(last));
     const int32_t entry = static_cast<int32_t>(held) + 1;
     if (cold_junction_) board_term(table_.at(kBoardSensor, entry));
-    for (auto& one : series) store(one, held, table_.at(one.number, entry));
+    for (auto& one : series) {
+      const uint8_t byte = table_.at(one.number, entry);
+      known_value(one, one.by_board_ ? one.packets_->boards[held] * 256u + byte : byte);
+    }
     if (table_.entries() < last) table_.at(series.front().number, last);  // bytes missing
-    // A block of rows at a time, each series in turn: the table is read from memory once.
+    for (auto& one : series) one.bytes_ = table_.column(one.number, last);
+    // A block of rows at a time, each series in turn: the table is read from memory once. Blocks
+    // start at multiples of their size, so none crosses a chunk of the table.
     constexpr size_t kBlockRows = 4096;
-    std::vector<const uint8_t*> rows(kBlockRows);
-    for (size_t from = held + 2; from <= static_cast<size_t>(last); from += kBlockRows) {
-      const size_t to = std::min(from + kBlockRows - 1, static_cast<size_t>(last));
-      if (progress_ && (from - held - 2) % (kBlockRows * 64) == 0) {
-        progress_(static_cast<int64_t>(from - held - 2), static_cast<int64_t>(last) - static_cast<int64_t>(held));
+    const size_t end = static_cast<size_t>(last);
+    for (size_t from = held + 1; from < end;) {
+      const size_t to = std::min((from / kBlockRows + 1) * kBlockRows, end);
+      if (progress_ && from / kBlockRows % 64 == 0) {
+        progress_(static_cast<int64_t>(from - held), static_cast<int64_t>(end - held));
       }
-      for (size_t k = from; k <= to; ++k) rows[k - from] = table_.row(static_cast<int32_t>(k));
-      for (auto& one : series) gather(one, from, to, rows.data());
+      for (auto& one : series) convert_inputs(one, from, to);
+      from = to;
     }
   }
 
@@ -200,28 +204,22 @@ class Trend_Series_Builder {
     one.known_[code] = 1;
   }
 
-  void store(Trend_Series& one, size_t p, uint8_t byte) const {
-    one.bytes_[p] = byte;
-    known_value(one, one.code(p));
-  }
-
-  // The points of entries from..to (1-based).
-  // The points of entries from..to (1-based), whose rows are rows[0..].
-  void gather(Trend_Series& one, size_t from, size_t to, const uint8_t* const* rows) const {
-    const size_t column = static_cast<size_t>(one.number - 1);
-    uint8_t* bytes = one.bytes_.data() + (from - 1);
+  // Converts the inputs of points from..to - 1 (0-based, within one chunk of the table) met
+  // for the first time.
+  void convert_inputs(Trend_Series& one, size_t from, size_t to) const {
+    const uint8_t* bytes = one.bytes_.at(from);
+    const size_t stride = one.bytes_.stride();
     const uint8_t* known = one.known_.data();
-    const size_t n = to - from + 1;
-    for (size_t i = 0; i < n; ++i) bytes[i] = rows[i][column];
+    const size_t n = to - from;
     if (one.by_board_) {
-      const uint8_t* boards = one.packets_->boards.data() + (from - 1);
+      const uint8_t* boards = one.packets_->boards.data() + from;
       for (size_t i = 0; i < n; ++i) {
-        const size_t code = boards[i] * 256u + bytes[i];
+        const size_t code = boards[i] * 256u + bytes[i * stride];
         if (!known[code]) known_value(one, code);
       }
     } else {
       for (size_t i = 0; i < n; ++i) {
-        if (!known[bytes[i]]) known_value(one, bytes[i]);
+        if (!known[bytes[i * stride]]) known_value(one, bytes[i * stride]);
       }
     }
   }
@@ -292,8 +290,8 @@ std::vector<Column_Extent> decimate_min_max(const Trend_Series& series, double t
 // Decimates the series that share one set of packets together.
 class Trend_Decimator {
  public:
-  Trend_Decimator(double time_from, double time_to, int columns)
-      : from_(time_from), to_(time_to), columns_(columns), width_((time_to - time_from) / columns) {}
+  Trend_Decimator(double time_from, double time_to, int columns, const std::atomic<bool>* stop)
+      : from_(time_from), to_(time_to), columns_(columns), width_((time_to - time_from) / columns), stop_(stop) {}
 
   void decimate(const std::vector<const Trend_Series*>& group, std::vector<std::vector<Column_Extent>*> out) const {
     const Trend_Packets& packets = *group.front()->packets_;
@@ -318,6 +316,7 @@ class Trend_Decimator {
     };
     std::vector<Run> runs;
     for (size_t first = 0; first < n; first += kBlock) {
+      if (stopped()) return;
       const size_t count = std::min(kBlock, n - first);
       runs.clear();
       for (size_t i = 0; i < count; ++i) {
@@ -332,15 +331,16 @@ class Trend_Decimator {
       }
       for (size_t s = 0; s < group.size(); ++s) {
         const Trend_Series& one = *group[s];
-        const uint8_t* bytes = one.bytes_.data() + first;
+        const uint8_t* bytes = one.bytes_.at(first);  // blocks lie within a chunk of the table
+        const size_t stride = one.bytes_.stride();
         const uint8_t* boards = one.by_board_ ? packets.boards.data() + first : nullptr;
         for (const Run& run : runs) {
           if (run.column < 0) continue;
           const auto [low, high] = boards ? run_extent(lows[s].data(), highs[s].data(), run, [&](size_t i) {
-            return boards[i] * 256u + bytes[i];
+            return boards[i] * 256u + bytes[i * stride];
           })
                                           : run_extent(lows[s].data(), highs[s].data(), run,
-                                                       [&](size_t i) { return static_cast<unsigned>(bytes[i]); });
+                                                       [&](size_t i) { return static_cast<unsigned>(bytes[i * stride]); });
           Column_Extent& extent = by_column[s][static_cast<size_t>(run.column)];
           extent.low = std::min(extent.low, low);
           extent.high = std::max(extent.high, high);
@@ -354,7 +354,7 @@ class Trend_Decimator {
   void decimate_all(const std::vector<Trend_Series>& series, std::vector<std::vector<Column_Extent>>& traces) const {
     std::vector<bool> done(series.size(), false);
     for (size_t s = 0; s < series.size(); ++s) {
-      if (done[s]) continue;
+      if (done[s] || stopped()) continue;
       if (series[s].explicit_ || !series[s].packets_) {
         traces[s] = decimate_min_max(series[s], from_, to_, columns_);
         continue;
@@ -374,6 +374,8 @@ class Trend_Decimator {
   }
 
  private:
+  bool stopped() const { return stop_ && stop_->load(std::memory_order_relaxed); }
+
   // The lowest and highest candidate over packets run.begin..run.end - 1, four at a time so that
   // the comparisons do not wait on one another.
   template <typename Run, typename Code>
@@ -398,13 +400,15 @@ class Trend_Decimator {
   double from_, to_;
   int columns_;
   double width_;
+  const std::atomic<bool>* stop_;
 };
 
 std::vector<std::vector<Column_Extent>> decimate_min_max(const std::vector<Trend_Series>& series, double time_from,
-                                                         double time_to, int columns) {
+                                                         double time_to, int columns,
+                                                         const std::atomic<bool>* stop) {
   std::vector<std::vector<Column_Extent>> traces(series.size());
   if (columns <= 0 || !(time_to > time_from)) return traces;
-  Trend_Decimator(time_from, time_to, columns).decimate_all(series, traces);
+  Trend_Decimator(time_from, time_to, columns, stop).decimate_all(series, traces);
   return traces;
 }
 

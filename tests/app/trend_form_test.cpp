@@ -76,6 +76,46 @@ TEST_F(TrendWindow, TheTickedSensorsPlotTheirValuesOverEveryHousekeepingPacket) 
   EXPECT_TRUE(no_message());
 }
 
+TEST_F(TrendWindow, APlotMadeOnAWorkerThreadEqualsThePlotMadeAtOnce) {
+  Trend_Form* form = open_on_simulated_file();
+  TrendChart* chart = form->chart();
+  chart->setPlotInlineBelow(0);  // every plot on the worker thread
+  form->setSensorChosen(kBoardTemperature, true);
+  form->setSensorChosen(22, true);
+  const Time_Window whole = chart->window();
+  // A plot stopped by a newer window is dropped: what arrives is the newer window's.
+  chart->repaint();
+  chart->setWindow({whole.from, whole.from + whole.span() / 3});
+  chart->repaint();
+  testing::wait_until([&] { return !chart->plotting(); });
+  const Trend_Plot background = chart->plot();
+  EXPECT_EQ(background.window, chart->window());
+
+  chart->setPlotInlineBelow(TrendChart::kPlotInlineBelow);
+  chart->setWindow(chart->window());  // made again, here
+  const Trend_Plot& at_once = chart->plot();
+  EXPECT_EQ(background.time_ticks, at_once.time_ticks);
+  ASSERT_EQ(background.traces.size(), 2u);
+  ASSERT_EQ(background.traces.size(), at_once.traces.size());
+  for (size_t s = 0; s < at_once.traces.size(); ++s) {
+    ASSERT_EQ(background.traces[s].size(), at_once.traces[s].size());
+    for (size_t c = 0; c < at_once.traces[s].size(); ++c) {
+      EXPECT_EQ(background.traces[s][c].column, at_once.traces[s][c].column);
+      EXPECT_EQ(background.traces[s][c].low, at_once.traces[s][c].low);
+      EXPECT_EQ(background.traces[s][c].high, at_once.traces[s][c].high);
+    }
+  }
+  ASSERT_EQ(background.lanes.size(), at_once.lanes.size());
+  EXPECT_EQ(background.lanes[0].ticks, at_once.lanes[0].ticks);
+
+  // Closed while a plot is in the making, the window goes with its series.
+  chart->setPlotInlineBelow(0);
+  chart->showWholeFile();
+  chart->repaint();
+  window->closeView(ViewKind::Trend);
+  EXPECT_TRUE(no_message());
+}
+
 TEST_F(TrendWindow, ACancelledReadingLeavesTheSeriesTheTicksAndTheColdJunctionBox) {
   Trend_Form* form = open_on_simulated_file();
   form->setSensorChosen(kBoardTemperature, true);

@@ -49,6 +49,31 @@ TEST_F(TrendSeries, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
   }
 }
 
+TEST_F(TrendSeries, KeepTheirValuesWhenTheNextFileIsLoaded) {
+  // Series read the loaded bytes in place: a new load must not change what they show.
+  load({hk_packet(2, sensor_bytes({{1, 40}, {28, 160}}), {}, 1, 100),
+        hk_packet(1, sensor_bytes({{1, 90}, {28, 140}}), {}, 2, 108)});
+  const auto series = trend_series(session, {1, 28}, true);
+  const auto before = std::vector{series[0].points(), series[1].points()};
+  load({hk_packet(2, sensor_bytes({{1, 7}, {28, 9}}), {}, 1, 300),
+        hk_packet(1, sensor_bytes({{1, 8}, {28, 10}}), {}, 2, 308)});
+  EXPECT_EQ(series[0].points(), before[0]);
+  EXPECT_EQ(series[1].points(), before[1]);
+  EXPECT_NE(trend_series(session, {1}, true)[0].points(), before[0]);
+}
+
+TEST(TrendDecimation, StopsWhenAskedAndOtherwiseGivesTheSameColumns) {
+  std::vector<std::pair<int32_t, double>> points;
+  for (int32_t t = 0; t < 10000; ++t) points.emplace_back(t, t % 13);
+  const std::vector<Trend_Series> series{Trend_Series{1, "S", "V", points}};
+  const std::atomic<bool> go{false}, stop{true};
+  const auto plain = decimate_min_max(series, 0, 9999, 50);
+  const auto watched = decimate_min_max(series, 0, 9999, 50, &go);
+  ASSERT_EQ(watched[0].size(), plain[0].size());
+  for (size_t c = 0; c < plain[0].size(); ++c) EXPECT_EQ(watched[0][c].high, plain[0][c].high);
+  EXPECT_TRUE(decimate_min_max(series, 0, 9999, 50, &stop)[0].empty());
+}
+
 TEST(TrendDecimation, EachColumnKeepsItsLowestAndHighestValue) {
   std::vector<std::pair<int32_t, double>> points;
   for (int32_t t = 0; t < 1000; ++t) points.emplace_back(t, t % 10 == 0 ? -5.0 : static_cast<double>(t % 7));

@@ -50,6 +50,35 @@ struct Catalogue {
   int32_t Information_Count() const { return Information_List.size(); }
 };
 
+// One sensor's bytes in rows 1..size() of a housekeeping byte table, read where the table keeps
+// them: the table's chunks are shared, so a column stays readable (and unchanged) whatever the
+// table does next, a reset or a new load included. Element p is the byte of entry p + 1.
+class HK_Sensor_Column {
+ public:
+  // Rows a chunk holds; a run of rows that starts at a multiple of a power of two no larger
+  // than this lies within one chunk.
+  static constexpr int kChunkShift = 21;
+  static constexpr size_t kChunkRows = size_t{1} << kChunkShift;
+
+  size_t size() const { return size_; }
+  // The bytes of elements p, p + 1, ... up to the end of p's chunk are at(p)[0], at(p)[stride()], ...
+  const uint8_t* at(size_t p) const {
+    return reinterpret_cast<const uint8_t*>(chunks_[p >> kChunkShift].get()) + (p & (kChunkRows - 1)) * stride_ +
+           column_;
+  }
+  size_t stride() const { return stride_; }
+  uint8_t operator[](size_t p) const { return *at(p); }
+  // Keeps the first n elements (n <= size()).
+  void truncate(size_t n) { size_ = n; }
+
+ private:
+  friend class HK_Sensor_Table;
+  std::vector<std::shared_ptr<const std::byte[]>> chunks_;
+  size_t stride_ = 0;
+  size_t column_ = 0;
+  size_t size_ = 0;
+};
+
 // The raw sensor bytes of every housekeeping packet, copied at load: one row of sensors()
 // bytes per housekeeping entry, rows 1..entries() filled. Kept in large chunks, like the lists.
 class HK_Sensor_Table {
@@ -59,6 +88,9 @@ class HK_Sensor_Table {
   // The byte of sensor s in entry k; out of range is "Subscript out of range".
   uint8_t at(int sensor, int32_t entry) const;
   const uint8_t* row(int32_t entry) const { return chunk(entry - 1) + static_cast<size_t>((entry - 1) & kMask) * static_cast<size_t>(sensors_); }
+  // Sensor s in entries 1..entries, read in place (no copy); out of range is "Subscript out of
+  // range".
+  HK_Sensor_Column column(int sensor, int32_t entries) const;
   // Appends count rows of sensors() bytes each.
   void append_rows(const uint8_t* rows, int32_t count);
   // Empties the table and sets the row width.
@@ -67,14 +99,15 @@ class HK_Sensor_Table {
  private:
   // 2^21 rows make a whole number of huge pages whatever the row width; only the rows
   // written become resident.
-  static constexpr int kShift = 21;
+  static constexpr int kShift = HK_Sensor_Column::kChunkShift;
   static constexpr int32_t kMask = (1 << kShift) - 1;
   uint8_t* chunk(int32_t zero_based) const {
     return reinterpret_cast<uint8_t*>(chunks_[static_cast<size_t>(zero_based >> kShift)].get());
   }
   int sensors_ = 0;
   int32_t entries_ = 0;
-  std::vector<std::unique_ptr<std::byte[], FreeDeleter>> chunks_;
+  // Shared with the columns read from them; rows once written never change.
+  std::vector<std::shared_ptr<std::byte[]>> chunks_;
 };
 
 }  // namespace morvane

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -74,6 +75,8 @@ struct Trend_Plot_Options {
   int columns = 1;             // pixel columns across the window
   int most_time_ticks = 8;
   int most_value_ticks = 6;  // per lane
+  // Set by another thread to stop a plot being made: the plot then returned is incomplete.
+  const std::atomic<bool>* stop = nullptr;
 };
 
 // The plot of the series over the window. limits[i], when there is one, belongs to series i (a

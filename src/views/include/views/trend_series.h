@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -21,8 +23,9 @@ struct Trend_Packets {
 // One sensor over every housekeeping packet of the file: (lander time, value) in catalogue order,
 // each value as the housekeeping page computes it for that packet. A sensor's value depends only
 // on its byte and, for a thermocouple with the cold-junction term, on the board temperature byte,
-// so a series keeps each packet's byte and converts every distinct input once: a million points
-// cost a byte each rather than sixteen.
+// so a series reads each packet's byte where the load keeps it (the session's housekeeping byte
+// table, shared, never copied) and converts every distinct input once: a million points cost
+// nothing beyond their times.
 class Trend_Series {
  public:
   int number = 0;
@@ -53,11 +56,19 @@ class Trend_Series {
     const double* values = values_.data();
     if (explicit_) {
       for (size_t p = 0; p < n; ++p) visit(times[p], values[p]);
-    } else if (by_board_) {
-      const uint8_t* boards = packets_->boards.data();
-      for (size_t p = 0; p < n; ++p) visit(times[p], values[boards[p] * 256 + bytes_[p]]);
-    } else {
-      for (size_t p = 0; p < n; ++p) visit(times[p], values[bytes_[p]]);
+      return;
+    }
+    const uint8_t* boards = by_board_ ? packets_->boards.data() : nullptr;
+    const size_t stride = bytes_.stride();
+    // A chunk of the byte table at a time.
+    for (size_t first = 0; first < n; first += HK_Sensor_Column::kChunkRows) {
+      const size_t end = std::min(n, first + HK_Sensor_Column::kChunkRows);
+      const uint8_t* bytes = bytes_.at(first);
+      if (boards) {
+        for (size_t p = first; p < end; ++p) visit(times[p], values[boards[p] * 256 + bytes[(p - first) * stride]]);
+      } else {
+        for (size_t p = first; p < end; ++p) visit(times[p], values[bytes[(p - first) * stride]]);
+      }
     }
   }
 
@@ -72,7 +83,7 @@ class Trend_Series {
   bool explicit_ = false;     // values_ holds one value a point
   bool by_board_ = false;     // a thermocouple with the cold-junction term: values_ by board byte x 256 + byte
   bool cold_junction_ = false;
-  std::vector<uint8_t> bytes_;   // the sensor's byte of each packet
+  HK_Sensor_Column bytes_;        // the sensor's byte of each packet
   std::vector<double> values_;   // the value of each input (or each point)
   std::vector<uint8_t> known_;   // which inputs were converted
 };
@@ -107,9 +118,11 @@ struct Column_Extent {
 std::vector<Column_Extent> decimate_min_max(const Trend_Series& series, double time_from, double time_to,
                                             int columns);
 // The same for each of several series at once: series that share their packets find each
-// packet's column once, and go through their points a block at a time.
+// packet's column once, and go through their points a block at a time. Once *stop is set (by
+// another thread) it returns soon, with columns that are incomplete and to be dropped.
 std::vector<std::vector<Column_Extent>> decimate_min_max(const std::vector<Trend_Series>& series, double time_from,
-                                                         double time_to, int columns);
+                                                         double time_to, int columns,
+                                                         const std::atomic<bool>* stop = nullptr);
 
 // Parses a sensor list as users type it: "all", or numbers separated by commas ("1,22,28").
 // Anything else is a RuntimeError saying what was wrong.
