@@ -47,7 +47,9 @@ struct Walk {
   int32_t reach = kHeaderBytes;  // bytes after a packet's start that the block buffer holds
 };
 
-// Classifies frames first..last from a buffer that starts at 0-based file offset base.
+// Classifies frames first..last from a buffer that starts at 0-based file offset base. The
+// family is a template argument so that its lookups fold into the loop.
+template <FormatFamily family>
 void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t last, const Walk& walk,
                      BlockResult& out) {
   auto word = [&](int64_t position) -> int32_t {  // position is 1-based in the file
@@ -78,9 +80,10 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
       o += length_field + 7;
 
       auto selector_word = [&](Selector selector) { return word(p + selector_offset(selector)); };
-      const Classification kind = classify_packet(identifier, walk.family, selector_word);
+      const Classification kind = classify_packet(identifier, family, selector_word);
       entry.Label = kind.label;
-      n.count(kind.label, flags, walk.family);
+      const Counter counter = counter_of(kind.label);
+      if (counter != Counter::None) ++n[counter];
       switch (packet_kind_info(kind.kind).list) {
         case Catalogue_List::HK:
           out.hk.push_back(entry);
@@ -96,6 +99,9 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
           break;
         case Catalogue_List::Science:
           entry.Segment_Flags = static_cast<int16_t>(flags);
+          if (kind.label == LabelCode::IsotopeSpectrum && (flags & isotope_spectrum_bit(family))) {
+            ++n[Counter::IsotopeSpectrum];
+          }
           out.science.push_back(entry);
           break;
         case Catalogue_List::Information:
@@ -120,7 +126,11 @@ void classify_block(const TelemetryFile& file, int32_t first, int32_t last, cons
                                               kLastPacketOffset + walk.reach);
     buffer.resize(length);
     file.bytes().read(static_cast<uint64_t>(base), buffer.data(), length);
-    classify_frames(buffer.data(), base, window_first, window_last, walk, out);
+    if (walk.family == FormatFamily::Frames282) {
+      classify_frames<FormatFamily::Frames282>(buffer.data(), base, window_first, window_last, walk, out);
+    } else {
+      classify_frames<FormatFamily::Frames280>(buffer.data(), base, window_first, window_last, walk, out);
+    }
   }
 }
 
