@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bench_files.h"
+#include "core/packet_kinds.h"
 #include "core/session.h"
 #include "views/spectrum_view.h"
 
@@ -34,10 +35,11 @@ std::string spectra_file(int spectra) {
       std::fill(frame.begin(), frame.end(), 0);
       const bool gc = k == kSubPackets;
       const int bins = gc ? 1 : std::min(kBinsPerSubPacket, 1025 - k * kBinsPerSubPacket);
-      put_word(frame, 22, 0x0F3C);
+      put_word(frame, 22, identifier_of(PacketKind::Science, FormatFamily::Frames282));
       put_word(frame, 24, k == 0 ? 0x8000 : 0);
       put_word(frame, 26, 32 + 2 * bins - 7);
-      put_word(frame, 22 + 16, gc ? 2 : 3);
+      put_word(frame, 22 + selector_offset(Selector::SubType),
+               label_rule(gc ? LabelCode::GcSpectrum : LabelCode::IsotopeSpectrum).selector_value);
       put_word(frame, 22 + 28, gc ? 0 : k * kBinsPerSubPacket);
       put_word(frame, 22 + 30, bins);
       for (int j = 0; j < bins; ++j)

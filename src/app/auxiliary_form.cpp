@@ -90,7 +90,7 @@ void Auxiliary_form::open() {
   file_ = session().file;
   // Where the original view failed to open, this one says why.
   if (!session().loaded()) return showNotice(kNoFileNotice);
-  if (session().catalogue.counters.Auxiliary_Count < 1) return showNotice(kNoAuxiliaryNotice);
+  if (session().catalogue.counters.Auxiliary_Count() < 1) return showNotice(kNoAuxiliaryNotice);
   guarded([&] {
     const Aux_Opening opening = state_.Form_Load(session());
     packet_count_->setText(QString::fromStdString(opening.packet_count));

@@ -197,7 +197,7 @@ bool EGSE_MDI::loadSession(FileFormat type, const QString& path, const QString& 
   loaded.config = session_.config;
   loaded.Byte_Reverse = session_.Byte_Reverse;
   loaded.Test_Mode = session_.Test_Mode;
-  loaded.catalogue.counters.Memory_Checksum_Count = session_.catalogue.counters.Memory_Checksum_Count;
+  loaded.catalogue.counters[Counter::MemoryChecksum] = session_.catalogue.counters.Memory_Checksum_Count();
 
   QTimer* timer = follow_->timer();
   const bool timer_was_running = timer->isActive();

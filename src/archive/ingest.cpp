@@ -467,11 +467,11 @@ Row file_row(const Session& session, const std::string& path, const std::string&
   return {path, fs::path(path).filename().string(), std::string(format_tag(session.File_Type)),
           int64_t{session.Byte_Reverse}, sha256, size, int64_t{session.Packet_Count}, first, last,
           int64_t{c.HK_Count()}, int64_t{c.Science_Count()}, int64_t{c.Information_Count()}, int64_t{0}, int64_t{0},
-          int64_t{n.Complete_Count}, int64_t{n.Concise_Count}, int64_t{n.Auxiliary_Count},
-          int64_t{n.GC_Spectrum_Count}, int64_t{n.Isotope_Packet_Count}, int64_t{n.Isotope_Spectrum_Count},
-          int64_t{n.Progress_Event_Count}, int64_t{n.Warning_Event_Count}, int64_t{n.Memory_Checksum_Count},
-          int64_t{n.Memory_Dump_Count}, int64_t{n.Acceptance_Success_Count}, int64_t{n.Acceptance_Failure_Count},
-          int64_t{n.Unknown_Count}, int64_t{n.Empty_Count}, session.config.Egse_Path, session.config.AD590_EMF,
+          int64_t{n.Complete_Count()}, int64_t{n.Concise_Count()}, int64_t{n.Auxiliary_Count()},
+          int64_t{n.GC_Spectrum_Count()}, int64_t{n.Isotope_Packet_Count()}, int64_t{n.Isotope_Spectrum_Count()},
+          int64_t{n.Progress_Event_Count()}, int64_t{n.Warning_Event_Count()}, int64_t{n.Memory_Checksum_Count()},
+          int64_t{n.Memory_Dump_Count()}, int64_t{n.Acceptance_Success_Count()}, int64_t{n.Acceptance_Failure_Count()},
+          int64_t{n.Unknown_Count()}, int64_t{n.Empty_Count()}, session.config.Egse_Path, session.config.AD590_EMF,
           utc_now()};
 }
 

@@ -62,7 +62,7 @@ void run_aux(const AuxOptions& options) {
   const Packet_Entry& entry = session.catalogue.Science_List.at(state.Aux_Index[static_cast<size_t>(options.index - 1)]);
   if (options.file.json) {
     Json json{{"aux_number", state.Current_Aux_Number},
-              {"auxiliary_count", session.catalogue.counters.Auxiliary_Count},
+              {"auxiliary_count", session.catalogue.counters.Auxiliary_Count()},
               {"sequence_count", entry.Sequence_Count},
               {"lander_time", entry.Lander_Time},
               {"channel_count", state.Channel_Count()},

@@ -8,21 +8,8 @@
 
 namespace morvane {
 
-void Catalogue_Counters::add(const Catalogue_Counters& o) {
-  Complete_Count += o.Complete_Count;
-  Concise_Count += o.Concise_Count;
-  Auxiliary_Count += o.Auxiliary_Count;
-  GC_Spectrum_Count += o.GC_Spectrum_Count;
-  Isotope_Packet_Count += o.Isotope_Packet_Count;
-  Isotope_Spectrum_Count += o.Isotope_Spectrum_Count;
-  Progress_Event_Count += o.Progress_Event_Count;
-  Warning_Event_Count += o.Warning_Event_Count;
-  Memory_Checksum_Count += o.Memory_Checksum_Count;
-  Memory_Dump_Count += o.Memory_Dump_Count;
-  Acceptance_Success_Count += o.Acceptance_Success_Count;
-  Acceptance_Failure_Count += o.Acceptance_Failure_Count;
-  Unknown_Count += o.Unknown_Count;
-  Empty_Count += o.Empty_Count;
+void Catalogue_Counters::add(const Catalogue_Counters& other) {
+  for (size_t i = 0; i < by_counter.size(); ++i) by_counter[i] += other.by_counter[i];
 }
 
 uint8_t HK_Sensor_Table::at(int sensor, int32_t entry) const {

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "catalogue_slot.h"
 #include "core/error.h"
 #include "core/session.h"
 #include "core/telemetry_file.h"
@@ -37,7 +38,7 @@ struct BlockResult {
 
 struct Walk {
   int32_t stride = 282;
-  bool family_282 = true;  // CSS/QM: the isotope test reads flag bit 2; GRM/FM reads bit 1
+  FormatFamily family = FormatFamily::Frames282;
   bool byte_reverse = true;
   // The housekeeping sensor bytes are copied from the frames in memory when every sensor's
   // byte lies within reach of the block buffer (offsets as read, swapped when byte_reverse).
@@ -46,7 +47,9 @@ struct Walk {
   int32_t reach = kHeaderBytes;  // bytes after a packet's start that the block buffer holds
 };
 
-// Classifies frames first..last from a buffer that starts at 0-based file offset base.
+// Classifies frames first..last from a buffer that starts at 0-based file offset base. The
+// family is a template argument so that its lookups fold into the loop.
+template <FormatFamily family>
 void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t last, const Walk& walk,
                      BlockResult& out) {
   auto word = [&](int64_t position) -> int32_t {  // position is 1-based in the file
@@ -76,15 +79,13 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
       entry.Lander_Time = time_high * 65536 + time_low;
       o += length_field + 7;
 
-      // The class of an event is the class word / 256 compared exactly: a low byte makes it "other".
-      auto event_class = [&]() { const int32_t w = word(p + 14); return w % 256 == 0 ? w / 256 : -1; };
-      switch (identifier) {
-        case 0x0F34: {
-          const int32_t sub_type = word(p + 16);
-          entry.Label = sub_type == 1 ? LabelCode::Concise : sub_type == 2 ? LabelCode::Complete
-                                                                           : LabelCode::HousekeepingUnknown;
-          if (sub_type == 1) ++n.Concise_Count;
-          if (sub_type == 2) ++n.Complete_Count;
+      auto selector_word = [&](Selector selector) { return word(p + selector_offset(selector)); };
+      const Classification kind = classify_packet(identifier, family, selector_word);
+      entry.Label = kind.label;
+      const Counter counter = counter_of(kind.label);
+      if (counter != Counter::None) ++n[counter];
+      switch (packet_kind_info(kind.kind).list) {
+        case Catalogue_List::HK:
           out.hk.push_back(entry);
           if (walk.copy_sensor_bytes) {
             const uint8_t* packet = buffer + (p - 1 - base);
@@ -96,67 +97,20 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
             for (size_t j = 0; j < width; ++j) row[j] = packet[offsets[j]];
           }
           break;
-        }
-        case 0x0F37: {
-          switch (event_class()) {
-            case 1: entry.Label = LabelCode::NormalProgressEvent; ++n.Progress_Event_Count; break;
-            case 2: entry.Label = LabelCode::WarningAnomalousEvent; ++n.Warning_Event_Count; break;
-            case 10: entry.Label = LabelCode::NpeMemoryChecksum; ++n.Progress_Event_Count; break;
-            default: entry.Label = LabelCode::UnknownProgressEvent; ++n.Unknown_Count; break;
-          }
-          out.information.push_back(entry);
-          break;
-        }
-        case 0x0F31: {
-          switch (event_class()) {
-            case 1: entry.Label = LabelCode::AcceptanceSuccess; ++n.Acceptance_Success_Count; break;
-            case 2: entry.Label = LabelCode::AcceptanceFailure; ++n.Acceptance_Failure_Count; break;
-            case 10: entry.Label = LabelCode::MemoryChecksum; ++n.Memory_Checksum_Count; break;
-            default: entry.Label = LabelCode::UnknownAcceptance; ++n.Unknown_Count; break;
-          }
-          out.information.push_back(entry);
-          break;
-        }
-        case 0x0F39:
-          entry.Label = LabelCode::MemoryDump;
-          ++n.Memory_Dump_Count;
-          out.information.push_back(entry);
-          break;
-        case 0x0F3C: {
-          const int32_t sub_type = word(p + 16);
+        case Catalogue_List::Science:
           entry.Segment_Flags = static_cast<int16_t>(flags);
-          switch (sub_type) {
-            case 1: entry.Label = LabelCode::AuxiliaryData; ++n.Auxiliary_Count; break;
-            case 2: entry.Label = LabelCode::GcSpectrum; ++n.GC_Spectrum_Count; break;
-            case 3: {
-              entry.Label = LabelCode::IsotopeSpectrum;
-              ++n.Isotope_Packet_Count;
-              // The two families test different flag bits on purpose.
-              if (flags & (walk.family_282 ? 2 : 1)) ++n.Isotope_Spectrum_Count;
-              break;
-            }
-            default: entry.Label = LabelCode::ScienceUnknown; break;
+          if (kind.label == LabelCode::IsotopeSpectrum && (flags & isotope_spectrum_bit(family))) {
+            ++n[Counter::IsotopeSpectrum];
           }
           out.science.push_back(entry);
           break;
-        }
-        default: {
-          // An empty or unknown slot ends the frame.
-          entry.Packet_Length = -1;
-          entry.Sequence_Count = -1;
-          entry.Lander_Time = -1;
-          entry.Segment_Flags = 0;
-          if (identifier == 0) {
-            entry.Label = LabelCode::Empty;
-            ++n.Empty_Count;
-          } else {
-            entry.Label = LabelCode::Unknown;
-            ++n.Unknown_Count;
+        case Catalogue_List::Information:
+          if (packet_kind_info(kind.kind).slot) {
+            clear_slot_header(entry);
+            o = 282;  // an empty or unknown slot ends the frame
           }
           out.information.push_back(entry);
-          o = 282;
           break;
-        }
       }
     } while (o <= kLastPacketOffset);
   }
@@ -172,7 +126,11 @@ void classify_block(const TelemetryFile& file, int32_t first, int32_t last, cons
                                               kLastPacketOffset + walk.reach);
     buffer.resize(length);
     file.bytes().read(static_cast<uint64_t>(base), buffer.data(), length);
-    classify_frames(buffer.data(), base, window_first, window_last, walk, out);
+    if (walk.family == FormatFamily::Frames282) {
+      classify_frames<FormatFamily::Frames282>(buffer.data(), base, window_first, window_last, walk, out);
+    } else {
+      classify_frames<FormatFamily::Frames280>(buffer.data(), base, window_first, window_last, walk, out);
+    }
   }
 }
 
@@ -214,7 +172,7 @@ void check_positions_fit(const Session& session, int stride) {
   }
 }
 
-void catalogue_binary(Session& session, int32_t stride, bool family_282, const ProgressFunction& progress) {
+void catalogue_binary(Session& session, int32_t stride, FormatFamily family, const ProgressFunction& progress) {
   const int32_t first = session.catalogue.Previous_Packet_Count + 1;
   const int32_t last = session.Packet_Count;
   if (first > last) return;
@@ -222,7 +180,7 @@ void catalogue_binary(Session& session, int32_t stride, bool family_282, const P
   const TelemetryFile& file = session.telemetry();
   Walk walk;
   walk.stride = stride;
-  walk.family_282 = family_282;
+  walk.family = family;
   walk.byte_reverse = session.Byte_Reverse;
   plan_sensor_bytes(session, walk);
   const int32_t total = last - first + 1;
@@ -277,11 +235,11 @@ void catalogue_binary(Session& session, int32_t stride, bool family_282, const P
 }  // namespace
 
 void Catalogue_282_Byte_File(Session& session, const ProgressFunction& progress) {
-  catalogue_binary(session, 282, true, progress);
+  catalogue_binary(session, 282, FormatFamily::Frames282, progress);
 }
 
 void Catalogue_280_Byte_File(Session& session, const ProgressFunction& progress) {
-  catalogue_binary(session, 280, false, progress);
+  catalogue_binary(session, 280, FormatFamily::Frames280, progress);
 }
 
 }  // namespace morvane

@@ -16,13 +16,13 @@ const TelemetryFile& Session::telemetry() const {
 
 void Reset_Packet_Store(Session& session) {
   Catalogue& catalogue = session.catalogue;
-  const int32_t memory_checksums = catalogue.counters.Memory_Checksum_Count;
+  const int32_t memory_checksums = catalogue.counters.Memory_Checksum_Count();
   session.Packet_Count = 0;
   catalogue.HK_List.clear();
   catalogue.Science_List.clear();
   catalogue.Information_List.clear();
   catalogue.counters = {};
-  catalogue.counters.Memory_Checksum_Count = memory_checksums;  // kept for the whole run
+  catalogue.counters[Counter::MemoryChecksum] = memory_checksums;  // kept for the whole run
   catalogue.previous = {};
   catalogue.Previous_Packet_Count = 0;
   catalogue.Previous_HK_Count = 0;
@@ -116,9 +116,9 @@ void Save_Catalogue_Counts(Session& session) {
   catalogue.Previous_HK_Count = catalogue.HK_Count();
   catalogue.Previous_Science_Count = catalogue.Science_Count();
   catalogue.Previous_Information_Count = catalogue.Information_Count();
-  const int32_t memory_checksums = catalogue.previous.Memory_Checksum_Count;
+  const int32_t memory_checksums = catalogue.previous.Memory_Checksum_Count();
   catalogue.previous = catalogue.counters;
-  catalogue.previous.Memory_Checksum_Count = memory_checksums;  // no previous copy of this one
+  catalogue.previous[Counter::MemoryChecksum] = memory_checksums;  // no previous copy of this one
 }
 
 void load_telemetry(Session& session, const std::string& path, FileFormat format, const ProgressFunction& progress) {

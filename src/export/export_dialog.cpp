@@ -79,7 +79,7 @@ const Export_Dialog_Texts& export_dialog_texts(Export_Kind kind) { return kTexts
 std::optional<std::string> export_guard(const Session& session, Export_Kind kind) {
   if (session.File_Name.empty()) return "Please load an EGSE data file";
   const Catalogue_Counters& counters = session.catalogue.counters;
-  if (kind == Export_Kind::Spectra && counters.GC_Spectrum_Count + counters.Isotope_Spectrum_Count < 1) {
+  if (kind == Export_Kind::Spectra && counters.GC_Spectrum_Count() + counters.Isotope_Spectrum_Count() < 1) {
     return "The EGSE data file contains no spectra";
   }
   return std::nullopt;

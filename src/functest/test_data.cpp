@@ -5,15 +5,16 @@
 
 #include "core/arithmetic.h"
 #include "core/error.h"
+#include "core/packet_kinds.h"
 
 namespace morvane {
 
 namespace {
 
-constexpr int32_t kProgressEventIdentifier = 0x0F37;
+constexpr int32_t kProgressEventIdentifier = identifier_of(PacketKind::ProgressEvent, FormatFamily::Frames282);
 // ZEB records carry the identifier without its top bits (item 5), and their packet words begin
 // with the lander time, so a ZEB progress event is recognised by item 5 instead.
-constexpr int32_t kZebProgressEventIdentifier = kProgressEventIdentifier & 0x07FF;
+constexpr int32_t kZebProgressEventIdentifier = identifier_of(PacketKind::ProgressEvent, FormatFamily::Zeb);
 constexpr int32_t kRfFrequencyEvent = 0xD749;
 
 // The end of a test's time window; past the 32-bit range it is an overflow, as in all time sums.

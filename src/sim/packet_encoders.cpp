@@ -15,7 +15,7 @@ void encode_registers(Sim_Packet& p, const std::array<int, 16>& registers) {
 }
 
 void encode_auxiliary(Sim_Packet& p, const std::vector<Aux_Reading>& readings) {
-  p.put_word(word_at::kSubType, kAuxiliarySubType);
+  p.put_word(word_at::kSubType, selector_value(LabelCode::AuxiliaryData));
   p.put_word(word_at::kAuxCount, static_cast<int>(readings.size()));
   int at = word_at::kAuxReadings;
   for (const Aux_Reading& r : readings) {
@@ -46,13 +46,13 @@ void encode_acceptance(Sim_Packet& p, int event_class, int packet_id, int sequen
 }
 
 void encode_accepted(Sim_Packet& p, int packet_id, int sequence_control, int command) {
-  encode_acceptance(p, 1, packet_id, sequence_control);
+  encode_acceptance(p, selector_value(LabelCode::AcceptanceSuccess), packet_id, sequence_control);
   p.put_word(word_at::kTcCommand, command);
 }
 
 void encode_rejected(Sim_Packet& p, int packet_id, int sequence_control, int failure_code, int command, int detail1,
                      int detail2) {
-  encode_acceptance(p, 2, packet_id, sequence_control);
+  encode_acceptance(p, selector_value(LabelCode::AcceptanceFailure), packet_id, sequence_control);
   p.put_word(word_at::kTcFailure, failure_code);
   p.put_word(word_at::kTcFailure + 2, command);
   p.put_word(word_at::kTcFailure + 4, detail1);
@@ -64,7 +64,7 @@ void encode_rf_calibration(Sim_Packet& p, int drive_word, const std::array<int, 
   std::vector<int> words{drive_word};
   words.insert(words.end(), sweep.begin(), sweep.end());
   words.push_back(0x1000 | (frequency_count & 0x0FFF));
-  encode_event(p, 1, 55113, words);
+  encode_event(p, selector_value(LabelCode::NormalProgressEvent), 55113, words);
 }
 
 void encode_memory_dump(Sim_Packet& p, int memory_type, const std::vector<Memory_Block>& blocks) {
@@ -83,8 +83,8 @@ void encode_memory_dump(Sim_Packet& p, int memory_type, const std::vector<Memory
 }
 
 void encode_checksum_report(Sim_Packet& p, int memory_type, const std::vector<Checksum_Row>& rows) {
-  p.event_class = 10;
-  p.put_word(word_at::kClass, 10 << 8);
+  p.event_class = selector_value(p.label);  // 10, as an event or as an acceptance report
+  p.put_word(word_at::kClass, p.event_class << 8);
   p.put_word(word_at::kMemoryHeader, (memory_type << 8) | static_cast<int>(rows.size()));
   int at = word_at::kDumpBlocks;  // row r at word 4r + 6
   for (const Checksum_Row& row : rows) {
@@ -98,7 +98,7 @@ void encode_checksum_report(Sim_Packet& p, int memory_type, const std::vector<Ch
 
 void encode_gc_spectrum(Sim_Packet& p, const std::vector<uint16_t>& bins) {
   const auto count = static_cast<int>(bins.size());
-  p.put_word(word_at::kSubType, kGcSubType);
+  p.put_word(word_at::kSubType, selector_value(LabelCode::GcSpectrum));
   p.put_word(word_at::kSpectrumFirstUnit, 1);
   p.put_word(word_at::kSpectrumUnits, count);
   p.put_word(word_at::kSpectrumOverflow, 0xFFFF);
@@ -109,7 +109,7 @@ void encode_gc_spectrum(Sim_Packet& p, const std::vector<uint16_t>& bins) {
 void encode_isotope_sub_packet(Sim_Packet& p, int number, int flag_word, int first_bin,
                                const std::vector<uint16_t>& bins) {
   const auto count = static_cast<int>(bins.size());
-  p.put_word(word_at::kSubType, kIsotopeSubType);
+  p.put_word(word_at::kSubType, selector_value(LabelCode::IsotopeSpectrum));
   p.put_word(word_at::kSpectrumFlags, flag_word);
   p.put_word(word_at::kSpectrumFirstUnit, number);
   p.put_word(word_at::kSpectrumUnits, count);

@@ -41,8 +41,8 @@ inline constexpr int kSpectrumBinCount = 30;
 inline constexpr int kSpectrumBins = 32;
 }  // namespace word_at
 
-// The science sub-types.
-inline constexpr int kAuxiliarySubType = 1, kGcSubType = 2, kIsotopeSubType = 3;
+// The selector value (sub-type or class) of a label, from the packet-kind table.
+constexpr int selector_value(LabelCode label) { return label_rule(label).selector_value; }
 
 // One timed reading of an auxiliary packet.
 struct Aux_Reading {

@@ -3,13 +3,12 @@
 
 namespace morvane::sim {
 
-Sim_Packet start_packet(int identifier, int flags, int sequence, int length, int32_t lander_time, int subsecond,
-                        LabelCode label) {
+Sim_Packet start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond) {
   Sim_Packet p;
   p.length = length;
   p.label = label;
   p.lander_time = lander_time;
-  p.put_word(0, identifier);
+  p.put_word(0, identifier_of(kind_of(label), FormatFamily::Frames282));
   p.put_word(2, (flags << 14) | (sequence & 0x3FFF));
   p.put_word(4, length - 7);
   p.put_word(6, (lander_time >> 16) & 0xFFFF);

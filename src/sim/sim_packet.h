@@ -5,15 +5,9 @@
 #include <cstdint>
 
 #include "core/packet_entry.h"
+#include "core/packet_kinds.h"
 
 namespace morvane::sim {
-
-// The packet identifiers (whole words) and what the ZEB format writes of them (11 bits).
-inline constexpr int kHousekeepingId = 0x0F34;
-inline constexpr int kEventId = 0x0F37;
-inline constexpr int kAcceptanceId = 0x0F31;
-inline constexpr int kDumpId = 0x0F39;
-inline constexpr int kScienceId = 0x0F3C;
 
 // One source packet as the instrument sends it: its bytes in transmission order (each word
 // high byte first; a byte-reversed file swaps them when it is written), with what the
@@ -39,14 +33,15 @@ struct Sim_Packet {
     return bytes[static_cast<size_t>(offset)] * 256 + bytes[static_cast<size_t>(offset) + 1];
   }
   int identifier() const { return word(0); }
+  PacketKind kind() const { return kind_of(label); }
   int segment_flags() const { return word(2) >> 14; }
   int sequence_count() const { return word(2) & 0x3FFF; }
   int length_field() const { return word(4); }
 };
 
-// A packet with its header filled: identifier, flags and sequence count, length (bytes; the
-// length field is length - 7), lander time and a sub-second word at offset 10.
-Sim_Packet start_packet(int identifier, int flags, int sequence, int length, int32_t lander_time, int subsecond,
-                        LabelCode label);
+// A packet that the catalogue will label so, with its header filled: the identifier of the
+// label's kind, flags and sequence count, length (bytes; the length field is length - 7), lander
+// time and a sub-second word at offset 10.
+Sim_Packet start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond);
 
 }  // namespace morvane::sim

@@ -61,14 +61,14 @@ void Simulated_Instrument::plan_next_cycle() {
 }
 
 void Simulated_Instrument::emit(Sim_Packet packet) {
-  if (packet.identifier() == kScienceId) last_science_time_ = now_;
+  if (packet.kind() == PacketKind::Science) last_science_time_ = now_;
   out_.push_back(packet);
 }
 
-Sim_Packet Simulated_Instrument::start(int identifier, int flags, int& counter, int length, LabelCode label) {
+Sim_Packet Simulated_Instrument::start(LabelCode label, int flags, int& counter, int length) {
   const int sequence = counter;
   counter = (counter + 1) & 0x3FFF;
-  return start_packet(identifier, flags, sequence, length, static_cast<int32_t>(now_), random_.below(65536), label);
+  return start_packet(label, flags, sequence, length, static_cast<int32_t>(now_), random_.below(65536));
 }
 
 double Simulated_Instrument::measure(int s) {
@@ -100,11 +100,9 @@ void Simulated_Instrument::play(const happen::Power_On& h) {
 }
 
 void Simulated_Instrument::play(const happen::Housekeeping& h) {
-  const bool complete = h.sub_type == 2;
-  const LabelCode label = h.sub_type == 1 ? LabelCode::Concise
-                          : complete      ? LabelCode::Complete
-                                          : LabelCode::HousekeepingUnknown;
-  Sim_Packet p = start(kHousekeepingId, kStandalone, hk_sequence_, complete ? 96 : 58, label);
+  const bool complete = h.sub_type == selector_value(LabelCode::Complete);
+  const LabelCode label = label_of(PacketKind::Housekeeping, h.sub_type, FormatFamily::Frames282);
+  Sim_Packet p = start(label, kStandalone, hk_sequence_, complete ? 96 : 58);
   const double junction_emf = codec_.fast_emf(physics_.board_temperature());
   std::vector<uint8_t> sensor_bytes(kSensors.size());
   for (int s = 1; s <= static_cast<int>(kSensors.size()); ++s) {
@@ -169,8 +167,8 @@ void Simulated_Instrument::play(const happen::Limit_Event& h) {
 void Simulated_Instrument::play(const happen::Checksum_Report& h) {
   const int length = 18 + 8 * h.reports;
   Sim_Packet p = h.as_event
-                     ? start(kEventId, kStandalone, event_sequence_, length, LabelCode::NpeMemoryChecksum)
-                     : start(kAcceptanceId, kStandalone, acceptance_sequence_, length, LabelCode::MemoryChecksum);
+                     ? start(LabelCode::NpeMemoryChecksum, kStandalone, event_sequence_, length)
+                     : start(LabelCode::MemoryChecksum, kStandalone, acceptance_sequence_, length);
   Random contents(static_cast<uint64_t>(h.memory_type) * 104729 + static_cast<uint64_t>(h.reports));
   std::vector<Checksum_Row> rows;
   for (int r = 1; r <= h.reports; ++r) {
@@ -182,7 +180,7 @@ void Simulated_Instrument::play(const happen::Checksum_Report& h) {
 
 void Simulated_Instrument::play(const happen::Memory_Dump& h) {
   // Two blocks: a page and address, the number of words, the words.
-  Sim_Packet p = start(kDumpId, kStandalone, dump_sequence_, 64, LabelCode::MemoryDump);
+  Sim_Packet p = start(LabelCode::MemoryDump, kStandalone, dump_sequence_, 64);
   Random contents(static_cast<uint64_t>(h.memory_type) * 7919 + static_cast<uint64_t>(h.cycle % 5));
   const int base = h.memory_type == kRamType ? 0x8000 : h.memory_type == kEepromType ? 0x4000 : 0x0000;
   std::vector<Memory_Block> blocks(2);
@@ -206,7 +204,7 @@ void Simulated_Instrument::play(const happen::Select_Mode& h) {
 
 void Simulated_Instrument::play(const happen::Auxiliary& h) {
   const int count = static_cast<int>(h.sensors.size());
-  Sim_Packet p = start(kScienceId, kStandalone, science_sequence_, 20 + 8 * count, LabelCode::AuxiliaryData);
+  Sim_Packet p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 20 + 8 * count);
   std::vector<Aux_Reading> readings;
   int i = 0;
   for (int s : h.sensors) {
@@ -220,7 +218,7 @@ void Simulated_Instrument::play(const happen::Auxiliary& h) {
 
 void Simulated_Instrument::play(const happen::Rf_Calibration& h) {
   // The drive amplitude and a sweep across the resonance, then the frequency found.
-  Sim_Packet p = start(kEventId, kStandalone, event_sequence_, 58, LabelCode::NormalProgressEvent);
+  Sim_Packet p = start(LabelCode::NormalProgressEvent, kStandalone, event_sequence_, 58);
   const int drive = codec_.adc_word(36, 640.0, 0.0);
   std::array<int, 18> sweep{};
   for (int i = 0; i < 18; ++i) {
@@ -238,7 +236,7 @@ void Simulated_Instrument::play(const happen::Gc_Spectrum&) {
   };
   static constexpr Peak kPeaks[] = {
       {12, 1.8, 4.2e5}, {27, 2.5, 6.0e4}, {41, 3.0, 1.5e5}, {66, 3.5, 9.0e3}, {90, 4.0, 2.2e4}};
-  Sim_Packet p = start(kScienceId, kStandalone, science_sequence_, 32 + 2 * kMaxBins, LabelCode::GcSpectrum);
+  Sim_Packet p = start(LabelCode::GcSpectrum, kStandalone, science_sequence_, 32 + 2 * kMaxBins);
   const double scale = 0.7 + 0.6 * random_.uniform();
   std::vector<uint16_t> bins(kMaxBins);
   for (int b = 0; b < kMaxBins; ++b) {
@@ -278,7 +276,7 @@ void Simulated_Instrument::play(const happen::Isotope_Sub_Packet& h) {
   const int first = h.first_bin + kMaxBins * (h.number - 1);
   const int n = std::min(kMaxBins, h.first_bin + h.bins - first);
   const int flags = h.sub_packets == 1 ? 3 : h.number == 1 ? 2 : h.number == h.sub_packets ? 1 : 0;
-  Sim_Packet p = start(kScienceId, flags, science_sequence_, 32 + 2 * n, LabelCode::IsotopeSpectrum);
+  Sim_Packet p = start(LabelCode::IsotopeSpectrum, flags, science_sequence_, 32 + 2 * n);
   p.spectrum = h.spectrum;
   int flag_word = h.number == h.sub_packets ? 0x4000 : 0;  // the detector's scan ended
   if (h.number == data_loss_sub_packet_) flag_word |= 0x8000;
@@ -288,13 +286,13 @@ void Simulated_Instrument::play(const happen::Isotope_Sub_Packet& h) {
 }
 
 void Simulated_Instrument::play(const happen::Unknown_Acceptance&) {
-  Sim_Packet p = start(kAcceptanceId, kStandalone, acceptance_sequence_, 24, LabelCode::UnknownAcceptance);
+  Sim_Packet p = start(LabelCode::UnknownAcceptance, kStandalone, acceptance_sequence_, 24);
   encode_acceptance(p, 5, kTelecommandId, 0xC000 | (telecommand_sequence_ & 0x3FFF));
   emit(p);
 }
 
 void Simulated_Instrument::play(const happen::Unknown_Science&) {
-  Sim_Packet p = start(kScienceId, kStandalone, science_sequence_, 24, LabelCode::ScienceUnknown);
+  Sim_Packet p = start(LabelCode::ScienceUnknown, kStandalone, science_sequence_, 24);
   p.put_word(word_at::kSubType, 4);
   emit(p);
 }
@@ -321,7 +319,7 @@ void Simulated_Instrument::play(const happen::Test_Switch& h) {
 
 void Simulated_Instrument::play(const happen::Test_Packet& h) {
   // 29 readings of the running test, as an auxiliary packet.
-  Sim_Packet p = start(kScienceId, kStandalone, science_sequence_, 252, LabelCode::AuxiliaryData);
+  Sim_Packet p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 252);
   p.lost = h.lost;
   p.test = h.run;
   p.test_packet = h.number;
@@ -346,12 +344,9 @@ void Simulated_Instrument::play(const happen::Test_End& h) {
 }
 
 void Simulated_Instrument::event(int event_class, int id, const std::vector<int>& words) {
-  const LabelCode label = event_class == 1    ? LabelCode::NormalProgressEvent
-                          : event_class == 2  ? LabelCode::WarningAnomalousEvent
-                          : event_class == 10 ? LabelCode::NpeMemoryChecksum
-                                              : LabelCode::UnknownProgressEvent;
+  const LabelCode label = label_of(PacketKind::ProgressEvent, event_class, FormatFamily::Frames282);
   const int needed = 18 + 2 * static_cast<int>(words.size());
-  Sim_Packet p = start(kEventId, kStandalone, event_sequence_, needed, label);
+  Sim_Packet p = start(label, kStandalone, event_sequence_, needed);
   encode_event(p, event_class, id, words);
   emit(p);
 }
@@ -369,7 +364,7 @@ void Simulated_Instrument::telecommand(int type, int sub_type, int failure_code)
   const int sequence_control = 0xC000 | telecommand_sequence_;
   const int command = (type << 8) | sub_type;
   if (failure_code == 0) {
-    Sim_Packet p = start(kAcceptanceId, kStandalone, acceptance_sequence_, 24, LabelCode::AcceptanceSuccess);
+    Sim_Packet p = start(LabelCode::AcceptanceSuccess, kStandalone, acceptance_sequence_, 24);
     encode_accepted(p, kTelecommandId, sequence_control, command);
     emit(p);
     return;
@@ -378,7 +373,7 @@ void Simulated_Instrument::telecommand(int type, int sub_type, int failure_code)
   if (failure_code == 1) detail1 = 24, detail2 = 18;          // bytes announced, bytes received
   if (failure_code == 2) detail1 = 0x3A7C, detail2 = 0x3A5C;  // checksum received, calculated
   if (failure_code == 5) detail1 = mode_;                     // the mode that refused it
-  Sim_Packet p = start(kAcceptanceId, kStandalone, acceptance_sequence_, 28, LabelCode::AcceptanceFailure);
+  Sim_Packet p = start(LabelCode::AcceptanceFailure, kStandalone, acceptance_sequence_, 28);
   encode_rejected(p, kTelecommandId, sequence_control, failure_code, command, detail1, detail2);
   emit(p);
 }

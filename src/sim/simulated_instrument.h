@@ -69,7 +69,7 @@ class Simulated_Instrument {
 
   // Packets, sent now.
   void emit(Sim_Packet packet);
-  Sim_Packet start(int identifier, int flags, int& counter, int length, LabelCode label);
+  Sim_Packet start(LabelCode label, int flags, int& counter, int length);
   void event(int event_class, int id, const std::vector<int>& words);
   void limit_event(int id, int sensor, double value, double low, double high);
   void telecommand(int type, int sub_type, int failure_code = 0);

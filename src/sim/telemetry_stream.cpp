@@ -20,15 +20,9 @@ constexpr int kFirstPacketOffset = 22;  // frame bytes 0..21 are the frame heade
 constexpr int kLastPacketStart = 249;   // no packet starts later in a frame
 constexpr double kIdleFrameChance = 1.0 / 400;
 constexpr double kCorruptionChance = 1.0 / 900;
-constexpr int kCorruptedIdentifier = 0x0F35;  // one bit away from housekeeping, known to no table
-
-// ZEB records have no event class 10: those reports become unknown ones.
-LabelCode label_in(FileFormat format, LabelCode label) {
-  if (format != FileFormat::ZEB) return label;
-  if (label == LabelCode::NpeMemoryChecksum) return LabelCode::UnknownProgressEvent;
-  if (label == LabelCode::MemoryChecksum) return LabelCode::UnknownAcceptance;
-  return label;
-}
+// One bit away from housekeeping, known to no table.
+constexpr int kCorruptedIdentifier = identifier_of(PacketKind::Housekeeping, FormatFamily::Frames282) ^ 1;
+static_assert(kind_of_identifier(kCorruptedIdentifier, FormatFamily::Frames282) == PacketKind::Unknown);
 
 void append_item(std::string& line, int32_t value, bool last) {
   char text[16];
@@ -59,7 +53,7 @@ struct Telemetry_Stream::State {
 
   // Counts a packet written into frame (record) number frame.
   void note(const Sim_Packet& p, int32_t frame) {
-    ++summary.labels[static_cast<size_t>(label_in(options.format, p.label))];
+    ++summary.labels[static_cast<size_t>(label_in_family(p.label, format_family(options.format)))];
     if (p.test >= 0 && p.test_packet == 1) {
       summary.tests.push_back({instrument.scripted_test_of_run(p.test), p.sequence_count(), p.lander_time, frame});
     }
@@ -135,12 +129,12 @@ struct Telemetry_Stream::State {
       const Sim_Packet p = take();
       // Items 9..136 are the packet's words, high byte first, written signed.
       for (int k = 0; k < 128; ++k) item[static_cast<size_t>(9 + k)] = static_cast<int16_t>(p.word(2 * k));
-      item[5] = p.identifier() & 0x7FF;
+      item[5] = identifier_of(p.kind(), FormatFamily::Zeb);
       item[6] = p.segment_flags();
       item[7] = p.sequence_count();
       item[8] = p.length_field();
       item[9] = p.lander_time;
-      if (p.identifier() == kEventId || p.identifier() == kAcceptanceId) item[15] = p.event_class;
+      if (packet_kind_info(p.kind()).selector == Selector::EventClass) item[15] = p.event_class;
       if (p.label == LabelCode::Concise && link.chance(kCorruptionChance)) {
         item[5] = kCorruptedIdentifier & 0x7FF;
         ++summary.labels[static_cast<size_t>(LabelCode::Unknown)];

@@ -13,7 +13,7 @@ double ADC_Voltage(int32_t word) { return adc_volts(word); }
 
 std::vector<int32_t> build_aux_index(const Catalogue& catalogue) {
   std::vector<int32_t> index;
-  index.reserve(static_cast<size_t>(catalogue.counters.Auxiliary_Count));
+  index.reserve(static_cast<size_t>(catalogue.counters.Auxiliary_Count()));
   for (int32_t i = 1; i <= catalogue.Science_Count(); ++i) {
     if (catalogue.Science_List[i].Label == LabelCode::AuxiliaryData) index.push_back(i);
   }
@@ -113,8 +113,8 @@ Aux_Opening AuxiliaryState::Form_Load(const Session& session) {
     if (Aux_Index[k] == session.Current_Science_Index) Current_Aux_Number = static_cast<int32_t>(k + 1);
   }
   Aux_Opening opening;
-  opening.packet_count = std::to_string(session.catalogue.counters.Auxiliary_Count);
-  opening.scroll_maximum = session.catalogue.counters.Auxiliary_Count;
+  opening.packet_count = std::to_string(session.catalogue.counters.Auxiliary_Count());
+  opening.scroll_maximum = session.catalogue.counters.Auxiliary_Count();
   opening.scroll_value = Current_Aux_Number;
   opening.ad590_text = ad590_temperature_text(session.config);
   return opening;

@@ -54,48 +54,18 @@ class Report_Builder {
   size_t max_;
 };
 
-// The packets one source sends: each keeps its own sequence count and clock.
-enum class Stream { Housekeeping, Science, ProgressEvents, Acceptance, MemoryDumps, None };
-
-Stream stream_of(LabelCode label) {
-  switch (label) {
-    case LabelCode::Concise: case LabelCode::Complete: case LabelCode::HousekeepingUnknown:
-      return Stream::Housekeeping;
-    case LabelCode::AuxiliaryData: case LabelCode::GcSpectrum: case LabelCode::IsotopeSpectrum:
-    case LabelCode::ScienceUnknown:
-      return Stream::Science;
-    case LabelCode::NormalProgressEvent: case LabelCode::WarningAnomalousEvent: case LabelCode::NpeMemoryChecksum:
-    case LabelCode::UnknownProgressEvent:
-      return Stream::ProgressEvents;
-    case LabelCode::AcceptanceSuccess: case LabelCode::AcceptanceFailure: case LabelCode::MemoryChecksum:
-    case LabelCode::UnknownAcceptance:
-      return Stream::Acceptance;
-    case LabelCode::MemoryDump: return Stream::MemoryDumps;
-    case LabelCode::Empty: case LabelCode::Unknown: return Stream::None;
-  }
-  return Stream::None;
-}
-
-const char* stream_name(Stream stream) {
-  switch (stream) {
-    case Stream::Housekeeping: return "housekeeping";
-    case Stream::Science: return "science";
-    case Stream::ProgressEvents: return "progress event";
-    case Stream::Acceptance: return "acceptance report";
-    case Stream::MemoryDumps: return "memory dump";
-    case Stream::None: return "";
-  }
-  return "";
-}
+// The packets of one kind come from one source, which keeps its own sequence count and clock;
+// slots (empty, unknown) have neither.
+bool is_stream(PacketKind kind) { return !packet_kind_info(kind).slot; }
 
 struct Stream_State {
   std::optional<int32_t> sequence;
   std::optional<int32_t> time;
 };
 
-void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t index, Stream stream,
+void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t index, PacketKind stream,
                         Stream_State& state, const Integrity_Options& options, Report_Builder& out) {
-  const std::string kind = stream_name(stream);
+  const std::string kind = packet_kind_info(stream).name;
   const int32_t sequence = ((e.Sequence_Count % kSequenceModulus) + kSequenceModulus) % kSequenceModulus;
   if (state.sequence) {
     const int32_t expected = (*state.sequence + 1) % kSequenceModulus;
@@ -120,7 +90,7 @@ void check_stream_entry(const Packet_Entry& e, Catalogue_List list, int32_t inde
       out.add(Finding_Kind::TimeBackwards, list, index,
               "The " + kind + " lander time goes back from " + std::to_string(*state.time) + " s to " +
                   std::to_string(e.Lander_Time) + " s");
-    } else if (stream == Stream::Housekeeping && step > options.time_jump_seconds) {
+    } else if (stream == PacketKind::Housekeeping && step > options.time_jump_seconds) {
       out.add(Finding_Kind::TimeJump, list, index,
               "The " + kind + " lander time jumps " + std::to_string(step) + " s, from " +
                   std::to_string(*state.time) + " s to " + std::to_string(e.Lander_Time) + " s");
@@ -145,7 +115,8 @@ int32_t slot_identifier(const Session& session, const Packet_Entry& e) {
 }
 
 void check_list(const Session& session, const EntryList& list, Catalogue_List which,
-                std::array<Stream_State, 5>& streams, const Integrity_Options& options, Report_Builder& out,
+                std::array<Stream_State, kPacketKindCount>& streams, const Integrity_Options& options,
+                Report_Builder& out,
                 int64_t& checked, int64_t total) {
   const bool binary = is_binary(session.File_Type);
   const int64_t stride = frame_stride(session.File_Type);
@@ -153,8 +124,8 @@ void check_list(const Session& session, const EntryList& list, Catalogue_List wh
   for (int32_t i = 1; i <= list.size(); ++i) {
     if (options.progress && ++checked % kProgressEntries == 0) options.progress(checked, total);
     const Packet_Entry& e = list[i];
-    const Stream stream = stream_of(e.Label);
-    if (stream != Stream::None) {
+    const PacketKind stream = kind_of(e.Label);
+    if (is_stream(stream)) {
       check_stream_entry(e, which, i, stream, streams[static_cast<size_t>(stream)], options, out);
       if (binary) {
         const int64_t frame_end = static_cast<int64_t>(e.Packet_Frame) * stride;  // 1-based last byte
@@ -225,7 +196,7 @@ Integrity_Report check_integrity(const Session& session, const Integrity_Options
   Integrity_Report report;
   if (!session.loaded()) return report;
   Report_Builder out(report, options.max_findings);
-  std::array<Stream_State, 5> streams{};
+  std::array<Stream_State, kPacketKindCount> streams{};
   const Catalogue& c = session.catalogue;
   int64_t checked = 0;
   const int64_t total = int64_t{c.HK_Count()} + c.Science_Count() + c.Information_Count();

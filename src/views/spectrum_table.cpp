@@ -37,8 +37,8 @@ int Spectrum_Table::sub_packet_count(int32_t s) const {
 
 Spectrum_Table build_spectrum_table(const Catalogue& catalogue) {
   Spectrum_Table table;
-  table.complete_count = catalogue.counters.Isotope_Spectrum_Count;
-  table.gc_count = catalogue.counters.GC_Spectrum_Count;
+  table.complete_count = catalogue.counters.Isotope_Spectrum_Count();
+  table.gc_count = catalogue.counters.GC_Spectrum_Count();
   table.columns.assign(static_cast<size_t>(std::max(table.spectrum_count(), 0)), Spectrum_Column{});
   const EntryList& science = catalogue.Science_List;
   const int32_t count = science.size();

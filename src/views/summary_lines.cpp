@@ -34,7 +34,8 @@ std::vector<Summary_Count> summary_counts(const Session& session) {
   const Catalogue_Counters& n = c.counters;
   const bool zeb = session.loaded() && session.File_Type == FileFormat::ZEB;
   auto count = [](int64_t v) { return std::to_string(v); };
-  const int64_t total = static_cast<int64_t>(c.HK_Count()) + c.Science_Count() + c.Information_Count() - n.Empty_Count;
+  const int64_t total =
+      static_cast<int64_t>(c.HK_Count()) + c.Science_Count() + c.Information_Count() - n.Empty_Count();
   return {
       {"total_count", "Total Morvane packets  ", count(total)},
       {"hk_count", "Housekeeping packets", count(c.HK_Count())},
@@ -42,23 +43,23 @@ std::vector<Summary_Count> summary_counts(const Session& session) {
       {"information_count", "Information packets", count(c.Information_Count())},
       {"packet_count", "Lander packets ", count(session.Packet_Count)},
       {"", "Number of :", ""},
-      {"concise_count", "Number of Concise packets", count(n.Concise_Count)},
-      {"complete_count", "Number of Complete packets  ", count(n.Complete_Count)},
+      {"concise_count", "Number of Concise packets", count(n.Concise_Count())},
+      {"complete_count", "Number of Complete packets  ", count(n.Complete_Count())},
       // No format carries compact housekeeping packets.
       {"compact_count", "Number of Compact packets =", kNotApplicable},
-      {"progress_event_count", "Normal Progress Events", count(n.Progress_Event_Count)},
-      {"warning_event_count", "Warning Events ", count(n.Warning_Event_Count)},
-      {"memory_dump_count", "Memory Dumps", count(n.Memory_Dump_Count)},
+      {"progress_event_count", "Normal Progress Events", count(n.Progress_Event_Count())},
+      {"warning_event_count", "Warning Events ", count(n.Warning_Event_Count())},
+      {"memory_dump_count", "Memory Dumps", count(n.Memory_Dump_Count())},
       // ZEB records have no class 10, so memory checksum reports cannot occur in them.
-      {"memory_checksum_count", "Memory Cheksums", zeb ? kNotApplicable : count(n.Memory_Checksum_Count)},
-      {"acceptance_success_count", "Acceptance Success ", count(n.Acceptance_Success_Count)},
-      {"acceptance_failure_count", "Acceptance Failure ", count(n.Acceptance_Failure_Count)},
-      {"unknown_count", "Unknown Packets", count(n.Unknown_Count)},
-      {"empty_count", "Empty Packets", count(n.Empty_Count)},
-      {"isotope_spectrum_count", "Number of Complete Spectra", count(n.Isotope_Spectrum_Count)},
-      {"isotope_packet_count", "Complete Spectra Packets", count(n.Isotope_Packet_Count)},
-      {"gc_spectrum_count", "Compact Spectra Packets", count(n.GC_Spectrum_Count)},
-      {"auxiliary_count", "Auxiliary Data Packets", count(n.Auxiliary_Count)},
+      {"memory_checksum_count", "Memory Cheksums", zeb ? kNotApplicable : count(n.Memory_Checksum_Count())},
+      {"acceptance_success_count", "Acceptance Success ", count(n.Acceptance_Success_Count())},
+      {"acceptance_failure_count", "Acceptance Failure ", count(n.Acceptance_Failure_Count())},
+      {"unknown_count", "Unknown Packets", count(n.Unknown_Count())},
+      {"empty_count", "Empty Packets", count(n.Empty_Count())},
+      {"isotope_spectrum_count", "Number of Complete Spectra", count(n.Isotope_Spectrum_Count())},
+      {"isotope_packet_count", "Complete Spectra Packets", count(n.Isotope_Packet_Count())},
+      {"gc_spectrum_count", "Compact Spectra Packets", count(n.GC_Spectrum_Count())},
+      {"auxiliary_count", "Auxiliary Data Packets", count(n.Auxiliary_Count())},
   };
 }
 

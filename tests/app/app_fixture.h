@@ -207,11 +207,11 @@ class AppTest : public ::testing::Test {
 // an unknown science packet.
 inline FrameWriter three_frames(int stride = 282) {
   FrameWriter writer(stride);
-  writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}, Packet{0x0F3C, 7, 25, 0, 1001, {{16, 1}}, {}},
-                    Packet{0x0F3C, 0xC000 + 8, 25, 0, 1002, {{16, 3}}, {}}});
-  writer.add_frame({Packet{0x0F37, 5, 11, 0, 1003, {{14, 0x0100}}, {}}, Packet{0x0F31, 6, 11, 0, 1004, {{14, 0x0200}}, {}},
-                    Packet{0x0F3C, 9, 25, 0, 1005, {{16, 2}}, {}}});
-  writer.add_frame({Packet{0x0F34, 4, 51, 0, 1006, {{16, 1}}, {}}, Packet{0x0F3C, 10, 25, 0, 1007, {{16, 9}}, {}}});
+  writer.add_frame({labelled(LabelCode::Complete, 3, 51, 1000), labelled(LabelCode::AuxiliaryData, 7, 25, 1001),
+                    labelled(LabelCode::IsotopeSpectrum, 0xC000 + 8, 25, 1002)});
+  writer.add_frame({labelled(LabelCode::NormalProgressEvent, 5, 11, 1003),
+                    labelled(LabelCode::AcceptanceFailure, 6, 11, 1004), labelled(LabelCode::GcSpectrum, 9, 25, 1005)});
+  writer.add_frame({labelled(LabelCode::Concise, 4, 51, 1006), Packet{kScienceId, 10, 25, 0, 1007, {{16, 9}}, {}}});
   return writer;
 }
 

@@ -69,7 +69,7 @@ TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarn
 
   // Following a log, then paused by the concise window's button (the timer stops).
   testing::FrameWriter log_frames(282);
-  log_frames.add_frame({testing::Packet{0x0F34, 1, 51, 0, 5, {{16, 1}}, {}}});
+  log_frames.add_frame({testing::labelled(LabelCode::Concise, 1, 51, 5)});
   write_log(log_frames);
   window->startCollection();
   status()->refresh();

@@ -90,7 +90,7 @@ TEST_F(ExportMenu, AsksForAFileThenForSpectraAndPlacesTheDialog) {
 
   // A file of housekeeping packets only: every dialog but the spectra one opens, at its place.
   FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}});
+  writer.add_frame({testing::labelled(LabelCode::Complete, 3, 51, 1000)});
   ASSERT_TRUE(load_through_menu("mnuLoadFile_QM", write_frames("hk.qm", writer)));
   dialogs.messages.clear();
   for (const ViewKind kind : kExportKinds) {

@@ -45,10 +45,13 @@ TEST_F(InformationWindow, APacketTheLayoutCannotTakeIsAMessageAndTheWindowKeepsW
   };
   const Case cases[] = {
       {"a packet longer than 64 bytes",
-       {Packet{0x0F31, 3, 11, 0, 500, {{14, 0x0100}, {16, 0x1234}}, {}}, Packet{0x0F37, 4, 60, 0, 501, {{14, 0x0100}}, {}}},
+       {Packet{testing::kAcceptanceId, 3, 11, 0, 500, {{14, 0x0100}, {16, 0x1234}}, {}},
+        testing::labelled(LabelCode::NormalProgressEvent, 4, 60, 501)},
        2},
       // One EEPROM block of 30 data words from word 13: word 32 is the last there is.
-      {"a dump beyond word 32", {Packet{0x0F39, 3, 57, 0, 500, {{16, 0x9701}, {18, 0xA1}, {20, 0xA2}, {22, 30}}, {}}}, 1},
+      {"a dump beyond word 32",
+       {Packet{testing::kMemoryDumpId, 3, 57, 0, 500, {{16, 0x9701}, {18, 0xA1}, {20, 0xA2}, {22, 30}}, {}}},
+       1},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);

@@ -28,11 +28,11 @@ class LiveFollow : public testing::AppTest {
   static FrameWriter frames(int hk_frames, int event_frames = 0) {
     FrameWriter writer(282);
     for (int f = 1; f <= hk_frames + event_frames; ++f) {
-      const Packet event{0x0F37, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
+      const Packet event{testing::kEventId, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
       if (f > hk_frames) {
         writer.add_frame({event});
       } else {
-        writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 2}}, {}}, event});
+        writer.add_frame({testing::labelled(LabelCode::Complete, f, 51, 100 + f), event});
       }
     }
     return writer;
@@ -58,7 +58,7 @@ TEST_F(LiveFollow, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsF
   item->trigger();
   EXPECT_EQ(window->session().catalogue.HK_Count(), 4);
   EXPECT_EQ(window->session().catalogue.Previous_Packet_Count, 4);
-  EXPECT_EQ(window->session().catalogue.counters.Complete_Count, 4);  // counted once
+  EXPECT_EQ(window->session().catalogue.counters.Complete_Count(), 4);  // counted once
 }
 
 TEST_F(LiveFollow, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsPast) {

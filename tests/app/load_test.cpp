@@ -57,7 +57,7 @@ TEST_F(Loading, AnEmptyFileStillSetsTheCaptionAndEmptiesTheOpenViews) {
 TEST_F(Loading, AnErrorPartWayKeepsTheEntriesBeforeItAndIsShown) {
   // The second record lacks its last items: "Input past end of file" after the first.
   testing::write_file(dir.path("short.zeb"),
-                      testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})}) + "1, 2, 3\r\n");
+                      testing::zeb_text({testing::zeb_record(LabelCode::Concise)}) + "1, 2, 3\r\n");
   ASSERT_TRUE(load_through_menu("mnuLoadFile_ZebFormat", QString::fromStdString(dir.path("short.zeb"))));
   EXPECT_TRUE(one_message("Input past end of file"));
   EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62"));
@@ -115,10 +115,10 @@ TEST_F(BadFiles, TruncatedAndOverlongFilesLoadAndEveryWindowCopes) {
   FrameWriter cut = testing::three_frames();
   cut.bytes().resize(282 * 2 + 30);  // the third frame cut inside its first packet
   FrameWriter overlong(282);         // lengths that run past the file
-  overlong.add_frame({Packet{0x0F34, 1, 0xFFFF, 0, 5, {{16, 2}}, {}}});
-  overlong.add_frame({Packet{0x0F3C, 0xC001, 0xFFF0, 0, 6, {{16, 3}, {30, 0xFFFF}}, {}}});
-  overlong.add_frame({Packet{0x0F37, 2, 0xFFFE, 0, 7, {{14, 0x0100}}, {}}});
-  overlong.add_frame({Packet{0x0F39, 3, 0xFFFD, 0, 8, {{16, 0x98FF}}, {}}});
+  overlong.add_frame({testing::labelled(LabelCode::Complete, 1, 0xFFFF, 5)});
+  overlong.add_frame({Packet{testing::kScienceId, 0xC001, 0xFFF0, 0, 6, {{16, 3}, {30, 0xFFFF}}, {}}});
+  overlong.add_frame({testing::labelled(LabelCode::NormalProgressEvent, 2, 0xFFFE, 7)});
+  overlong.add_frame({Packet{testing::kMemoryDumpId, 3, 0xFFFD, 0, 8, {{16, 0x98FF}}, {}}});
   testing::write_bytes(dir.path("cut.qm"), cut.bytes());
   testing::write_bytes(dir.path("long.css"), overlong.bytes());
 

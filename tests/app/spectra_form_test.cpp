@@ -14,7 +14,8 @@ namespace {
 // A spectrum sub-packet: header words at bytes 18..31, then its bin words.
 testing::Packet sub_packet(int32_t sequence_word, int32_t sub_type, int32_t flags, int32_t first_bin,
                            const std::vector<int32_t>& bin_words) {
-  testing::Packet packet{0x0F3C, sequence_word, 25 + 2 * static_cast<int32_t>(bin_words.size()), 0, 2000, {}, {}};
+  const int32_t length_field = 25 + 2 * static_cast<int32_t>(bin_words.size());
+  testing::Packet packet{testing::kScienceId, sequence_word, length_field, 0, 2000, {}, {}};
   packet.words = {{16, sub_type}, {18, flags}, {28, first_bin}, {30, static_cast<int32_t>(bin_words.size())}};
   for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = 10 * sequence_word + i;
   for (size_t j = 0; j < bin_words.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = bin_words[j];

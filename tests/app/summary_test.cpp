@@ -88,8 +88,8 @@ using Field = Summary_Find_Bar::Field;
 FrameWriter numbered_frames(int last) {
   FrameWriter writer(282);
   for (int f = 1; f <= last; ++f) {
-    writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + 10 * f, {{16, f % 2 == 0 ? 2 : 1}}, {}},
-                      Packet{0x0F37, f, 11, 0, 100 + 10 * f, {{14, 0x0100}}, {}}});
+    writer.add_frame({Packet{testing::kHousekeepingId, f, 51, 0, 100 + 10 * f, {{16, f % 2 == 0 ? 2 : 1}}, {}},
+                      testing::labelled(LabelCode::NormalProgressEvent, f, 11, 100 + 10 * f)});
   }
   return writer;
 }

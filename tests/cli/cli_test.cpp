@@ -18,9 +18,9 @@ class BatchTool : public testing::CliTest {
   void SetUp() override {
     testing::CliTest::SetUp();
     FrameWriter writer(282);
-    writer.add_frame(
-        {Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}, Packet{0x0F3C, 0x8000 + 4, 25, 0, 1001, {{16, 3}}, {}}});
-    writer.add_frame({Packet{0x0F37, 5, 11, 0, 1002, {{14, 0x0100}}, {}}});
+    writer.add_frame({testing::labelled(LabelCode::Complete, 3, 51, 1000),
+                      testing::labelled(LabelCode::IsotopeSpectrum, 0x8000 + 4, 25, 1001)});
+    writer.add_frame({testing::labelled(LabelCode::NormalProgressEvent, 5, 11, 1002)});
     write_frames(writer);
   }
   testing::ProgramRun run(const std::vector<std::string>& arguments) { return testing::run_program(kCli, arguments); }

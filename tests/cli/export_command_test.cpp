@@ -20,7 +20,7 @@ constexpr const char* kCli = "src/cli/morvane-cli";
 
 // A housekeeping packet whose sensor s byte is given (byte 21 + s, placed for the start-up order).
 Packet hk(int32_t time, std::map<int, uint8_t> sensors) {
-  Packet packet{0x0F34, 7, 89, 0, time, {{16, 2}}, {}};
+  Packet packet{testing::kHousekeepingId, 7, 89, 0, time, {{16, 2}}, {}};
   for (const auto& [s, byte] : sensors) packet.bytes[static_cast<int>(swapped_byte_offset(21 + s))] = byte;
   return packet;
 }
@@ -34,8 +34,8 @@ class ExportCommandTest : public ::testing::Test {
     writer.add_frame({hk(1001, {{29, 0}, {33, 210}})});
     writer.add_frame({hk(1002, {{29, 1}})});
     // An auxiliary packet: a docking-station reading at 0.625 V.
-    writer.add_frame(
-        {Packet{0x0F3C, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
+    writer.add_frame({Packet{
+        testing::kScienceId, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
     testing::write_bytes(dir.path("t.dat"), writer.bytes());
   }
   testing::ProgramRun cli(const std::string& kind, std::vector<std::string> arguments) {

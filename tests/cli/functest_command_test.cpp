@@ -17,7 +17,7 @@ using testing::Packet;
 // Packet n of a short form test starting at sequence count 40, lander time 7000: 29 readings
 // of 1 V on the detector channel (65), with the identifiers the selection list looks for.
 Packet test_packet(int n, int first_identifier) {
-  Packet packet{0x0F3C, 39 + n, 249, 0, 7000 + n, {{16, 1}, {18, 29}}, {}};
+  Packet packet{testing::kScienceId, 39 + n, 249, 0, 7000 + n, {{16, 1}, {18, 29}}, {}};
   for (int j = 1; j <= 29; ++j) {
     packet.words[16 + 8 * j] = 65;
     packet.words[18 + 8 * j] = 3277;
@@ -40,7 +40,7 @@ class FunctestCommand : public testing::CliTest {
     for (int n = 1; n <= 8; ++n) {
       if (n != 6) writer.add_frame({test_packet(n, 23)});
     }
-    writer.add_frame({Packet{0x0F37, 1, 51, 0, 7010, {{14, 0x0100}, {16, 0xD749}, {56, 100}}, {}}});
+    writer.add_frame({Packet{testing::kEventId, 1, 51, 0, 7010, {{14, 0x0100}, {16, 0xD749}, {56, 100}}, {}}});
     write_frames(writer);
     std::string limits;
     for (int r = 1; r <= 38; ++r) limits += "\"Record " + std::to_string(r) + "\", -2, 2, -2, 2, -2, 2\r\n";

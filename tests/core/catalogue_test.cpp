@@ -16,14 +16,27 @@ using testing::FrameWriter;
 using testing::Packet;
 using testing::TempDir;
 
+constexpr int32_t kHousekeeping = identifier_of(PacketKind::Housekeeping, FormatFamily::Frames282);
+constexpr int32_t kScience = identifier_of(PacketKind::Science, FormatFamily::Frames282);
+constexpr int kSubType = selector_offset(Selector::SubType);
+constexpr int kClass = selector_offset(Selector::EventClass);
+constexpr int kZebSubType = selector_item(Selector::SubType);
+constexpr int kZebClass = selector_item(Selector::EventClass);
+constexpr int32_t zeb(PacketKind kind) { return identifier_of(kind, FormatFamily::Zeb); }
+
 Packet hk(int sub_type, int sequence = 1, int time_low = 100) {
-  Packet p{0x0F34, sequence, 51, 0, time_low, {{16, sub_type}}, {}};
+  Packet p{kHousekeeping, sequence, 51, 0, time_low, {{kSubType, sub_type}}, {}};
   return p;
 }
 Packet science(int sub_type, int flags = 0, int sequence = 1) {
-  return Packet{0x0F3C, flags * 16384 + sequence, 25, 0, 7, {{16, sub_type}}, {}};
+  return Packet{kScience, flags * 16384 + sequence, 25, 0, 7, {{kSubType, sub_type}}, {}};
 }
-Packet event(int identifier, int class_word) { return Packet{identifier, 5, 11, 0, 9, {{14, class_word}}, {}}; }
+Packet event(PacketKind kind, int class_word) {
+  return Packet{identifier_of(kind, FormatFamily::Frames282), 5, 11, 0, 9, {{kClass, class_word}}, {}};
+}
+constexpr PacketKind kEvent = PacketKind::ProgressEvent;
+constexpr PacketKind kAcceptance = PacketKind::Acceptance;
+constexpr PacketKind kDump = PacketKind::MemoryDump;
 
 struct Fixture {
   TempDir dir;
@@ -45,15 +58,15 @@ TEST(Catalogue, EveryIdentifierAndSelectorGetsItsLabel) {
       {hk(1), LabelCode::Concise},
       {hk(2), LabelCode::Complete},
       {hk(5), LabelCode::HousekeepingUnknown},
-      {event(0x0F37, 0x0100), LabelCode::NormalProgressEvent},
-      {event(0x0F37, 0x0200), LabelCode::WarningAnomalousEvent},
-      {event(0x0F37, 0x0A00), LabelCode::NpeMemoryChecksum},
-      {event(0x0F37, 0x0101), LabelCode::UnknownProgressEvent},
-      {event(0x0F31, 0x0100), LabelCode::AcceptanceSuccess},
-      {event(0x0F31, 0x0200), LabelCode::AcceptanceFailure},
-      {event(0x0F31, 0x0A00), LabelCode::MemoryChecksum},
-      {event(0x0F31, 0x0300), LabelCode::UnknownAcceptance},
-      {event(0x0F39, 0), LabelCode::MemoryDump},
+      {event(kEvent, 0x0100), LabelCode::NormalProgressEvent},
+      {event(kEvent, 0x0200), LabelCode::WarningAnomalousEvent},
+      {event(kEvent, 0x0A00), LabelCode::NpeMemoryChecksum},
+      {event(kEvent, 0x0101), LabelCode::UnknownProgressEvent},
+      {event(kAcceptance, 0x0100), LabelCode::AcceptanceSuccess},
+      {event(kAcceptance, 0x0200), LabelCode::AcceptanceFailure},
+      {event(kAcceptance, 0x0A00), LabelCode::MemoryChecksum},
+      {event(kAcceptance, 0x0300), LabelCode::UnknownAcceptance},
+      {event(kDump, 0), LabelCode::MemoryDump},
       {science(1), LabelCode::AuxiliaryData},
       {science(2), LabelCode::GcSpectrum},
       {science(3), LabelCode::IsotopeSpectrum},
@@ -65,9 +78,9 @@ TEST(Catalogue, EveryIdentifierAndSelectorGetsItsLabel) {
     writer.add_frame({c.packet});
     f.load(writer, FileFormat::CSS);
     const Catalogue& cat = f.catalogue();
-    const EntryList& list = c.packet.identifier == 0x0F34   ? cat.HK_List
-                            : c.packet.identifier == 0x0F3C ? cat.Science_List
-                                                            : cat.Information_List;
+    const EntryList& list = c.packet.identifier == kHousekeeping ? cat.HK_List
+                            : c.packet.identifier == kScience    ? cat.Science_List
+                                                                 : cat.Information_List;
     ASSERT_GE(list.size(), 1) << label_text(c.label);
     EXPECT_EQ(list[1].Label, c.label) << label_text(c.label);
   }
@@ -77,27 +90,27 @@ TEST(Catalogue, CountersFollowTheLabels) {
   Fixture f;
   FrameWriter writer(282);
   writer.add_frame({hk(1), hk(2), hk(5)});
-  writer.add_frame({event(0x0F37, 0x0100), event(0x0F37, 0x0A00), event(0x0F37, 0x0101), event(0x0F31, 0x0A00),
-                    event(0x0F31, 0x0100), event(0x0F31, 0x0200), event(0x0F39, 0), event(0x0F37, 0x0200)});
+  writer.add_frame({event(kEvent, 0x0100), event(kEvent, 0x0A00), event(kEvent, 0x0101), event(kAcceptance, 0x0A00),
+                    event(kAcceptance, 0x0100), event(kAcceptance, 0x0200), event(kDump, 0), event(kEvent, 0x0200)});
   writer.add_frame({science(1), science(2), science(3, 3), science(3, 2), science(3, 1), science(9)});
   writer.add_frame({Packet{0x1234, 0, 11, 0, 0, {}, {}}});
   f.load(writer, FileFormat::QM);
   const Catalogue_Counters& n = f.catalogue().counters;
   EXPECT_EQ(f.catalogue().HK_Count(), 3);
-  EXPECT_EQ(n.Concise_Count, 1);
-  EXPECT_EQ(n.Complete_Count, 1);
-  EXPECT_EQ(n.Progress_Event_Count, 2);  // normal and NPE - Memory Checksum together
-  EXPECT_EQ(n.Warning_Event_Count, 1);
-  EXPECT_EQ(n.Memory_Checksum_Count, 1);
-  EXPECT_EQ(n.Acceptance_Success_Count, 1);
-  EXPECT_EQ(n.Acceptance_Failure_Count, 1);
-  EXPECT_EQ(n.Memory_Dump_Count, 1);
-  EXPECT_EQ(n.Auxiliary_Count, 1);
-  EXPECT_EQ(n.GC_Spectrum_Count, 1);
-  EXPECT_EQ(n.Isotope_Packet_Count, 3);
-  EXPECT_EQ(n.Isotope_Spectrum_Count, 2);  // flags 3 and 2 pass the CSS/QM test of bit 2
-  EXPECT_EQ(n.Unknown_Count, 2);           // an unknown progress event and an unknown identifier
-  EXPECT_EQ(n.Empty_Count, 3);  // frames 1 to 3 end in an empty slot; frame 4 in the unknown one
+  EXPECT_EQ(n.Concise_Count(), 1);
+  EXPECT_EQ(n.Complete_Count(), 1);
+  EXPECT_EQ(n.Progress_Event_Count(), 2);  // normal and NPE - Memory Checksum together
+  EXPECT_EQ(n.Warning_Event_Count(), 1);
+  EXPECT_EQ(n.Memory_Checksum_Count(), 1);
+  EXPECT_EQ(n.Acceptance_Success_Count(), 1);
+  EXPECT_EQ(n.Acceptance_Failure_Count(), 1);
+  EXPECT_EQ(n.Memory_Dump_Count(), 1);
+  EXPECT_EQ(n.Auxiliary_Count(), 1);
+  EXPECT_EQ(n.GC_Spectrum_Count(), 1);
+  EXPECT_EQ(n.Isotope_Packet_Count(), 3);
+  EXPECT_EQ(n.Isotope_Spectrum_Count(), 2);  // flags 3 and 2 pass the CSS/QM test of bit 2
+  EXPECT_EQ(n.Unknown_Count(), 2);           // an unknown progress event and an unknown identifier
+  EXPECT_EQ(n.Empty_Count(), 3);  // frames 1 to 3 end in an empty slot; frame 4 in the unknown one
   EXPECT_EQ(f.catalogue().Science_Count(), 6);
 }
 
@@ -109,8 +122,8 @@ TEST(Catalogue, TheTwoBinaryFamiliesTestDifferentIsotopeBits) {
   b.add_frame({science(3, 1)});
   css.load(a, FileFormat::CSS);
   grm.load(b, FileFormat::FM);
-  EXPECT_EQ(css.catalogue().counters.Isotope_Spectrum_Count, 1);
-  EXPECT_EQ(grm.catalogue().counters.Isotope_Spectrum_Count, 1);
+  EXPECT_EQ(css.catalogue().counters.Isotope_Spectrum_Count(), 1);
+  EXPECT_EQ(grm.catalogue().counters.Isotope_Spectrum_Count(), 1);
 }
 
 TEST(Catalogue, EntriesCarryTheHeaderFields) {
@@ -158,7 +171,7 @@ TEST(Catalogue, AnEmptySlotEndsTheFrameAndBeyondTheFileIsEmpty) {
 TEST(Catalogue, ALongFirstPacketEndsTheFrame) {
   Fixture f;
   FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F34, 1, 300, 0, 0, {{16, 2}}, {}}});
+  writer.add_frame({Packet{kHousekeeping, 1, 300, 0, 0, {{kSubType, 2}}, {}}});
   writer.add_frame({hk(1)});
   f.load(writer, FileFormat::CSS);
   EXPECT_EQ(f.catalogue().HK_Count(), 2);  // the second HK is frame 2's own, not read inside frame 1
@@ -169,10 +182,10 @@ TEST(Catalogue, ALongFirstPacketEndsTheFrame) {
 TEST(Catalogue, MemoryChecksumsAccumulateOverLoads) {
   Fixture f;
   FrameWriter writer(282);
-  writer.add_frame({event(0x0F31, 0x0A00)});
+  writer.add_frame({event(kAcceptance, 0x0A00)});
   f.load(writer, FileFormat::CSS);
   f.load(writer, FileFormat::CSS);
-  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count, 2);
+  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count(), 2);
   EXPECT_EQ(f.catalogue().Information_Count(), 2);  // the checksum report and the empty slot
 }
 
@@ -187,8 +200,8 @@ TEST(Catalogue, ManyFramesOnSeveralThreadsKeepFrameOrder) {
     EXPECT_EQ(f.catalogue().HK_List[i].Packet_Frame, i);
     EXPECT_EQ(f.catalogue().Science_List[i].Sequence_Count, (i - 1) % 16384);
   }
-  EXPECT_EQ(f.catalogue().counters.Concise_Count, frames / 2);
-  EXPECT_EQ(f.catalogue().counters.Empty_Count, frames);
+  EXPECT_EQ(f.catalogue().counters.Concise_Count(), frames / 2);
+  EXPECT_EQ(f.catalogue().counters.Empty_Count(), frames);
 }
 
 TEST(Catalogue, GrowingFileIsExtendedFromThePreviousPass) {
@@ -197,14 +210,14 @@ TEST(Catalogue, GrowingFileIsExtendedFromThePreviousPass) {
   writer.add_frame({hk(1)});
   f.load(writer, FileFormat::CSS);
   EXPECT_FALSE(extend_catalogue(f.session));
-  writer.add_frame({hk(2), event(0x0F31, 0x0A00)});
+  writer.add_frame({hk(2), event(kAcceptance, 0x0A00)});
   std::vector<uint8_t> partial = writer.bytes();
   partial.resize(282 + 40);  // the second frame caught half-written
   testing::write_bytes(f.dir.path("t.dat"), partial);
   ASSERT_TRUE(extend_catalogue(f.session));
   EXPECT_EQ(f.session.Packet_Count, 2);
   EXPECT_EQ(f.catalogue().HK_Count(), 2);
-  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count, 0);  // not yet written when read
+  EXPECT_EQ(f.catalogue().counters.Memory_Checksum_Count(), 0);  // not yet written when read
   EXPECT_EQ(f.session.HK_Sensor_Data.entries(), 2);
   Save_Catalogue_Counts(f.session);
   EXPECT_EQ(f.catalogue().Previous_HK_Count, 2);
@@ -237,10 +250,11 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   Fixture f;
   using testing::zeb_record;
   const std::string text = testing::zeb_text({
-      zeb_record({{5, 1844}, {6, 0}, {7, 12}, {8, 51}, {9, 3000}, {17, 2}, {9 + 11, 0x1700}}),
-      zeb_record({{5, 1852}, {6, 1}, {7, 13}, {17, 3}}),
-      zeb_record({{5, 1847}, {15, 1}}),
-      zeb_record({{5, 1841}, {15, 10}}),  // class 10 does not exist here
+      zeb_record({{5, zeb(PacketKind::Housekeeping)}, {6, 0}, {7, 12}, {8, 51}, {9, 3000}, {kZebSubType, 2},
+                  {9 + 11, 0x1700}}),
+      zeb_record({{5, zeb(PacketKind::Science)}, {6, 1}, {7, 13}, {kZebSubType, 3}}),
+      zeb_record({{5, zeb(PacketKind::ProgressEvent)}, {kZebClass, 1}}),
+      zeb_record({{5, zeb(PacketKind::Acceptance)}, {kZebClass, 10}}),  // class 10 does not exist here
       zeb_record({{5, 0}}),
       zeb_record({{5, 77}}),
   });
@@ -255,7 +269,7 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   EXPECT_EQ(c.HK_List[1].Packet_Length, 51);
   EXPECT_EQ(c.HK_List[1].Lander_Time, 3000);
   EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 0x17);  // byte 22: high byte of item 20
-  EXPECT_EQ(c.counters.Isotope_Spectrum_Count, 1);
+  EXPECT_EQ(c.counters.Isotope_Spectrum_Count(), 1);
   EXPECT_EQ(c.Information_List[1].Label, LabelCode::NormalProgressEvent);
   EXPECT_EQ(c.Information_List[2].Label, LabelCode::UnknownAcceptance);
   EXPECT_EQ(c.Information_List[3].Label, LabelCode::Empty);
@@ -265,8 +279,8 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
 
 TEST(CatalogueZeb, AnIncompleteLastRecordEndsTheLoadKeepingTheRecordsBefore) {
   Fixture f;
-  std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 1}})});
-  text += "1, 1844, 3\r\n";
+  std::string text = testing::zeb_text({testing::zeb_record({{5, zeb(PacketKind::Housekeeping)}, {kZebSubType, 1}})});
+  text += "1, " + std::to_string(zeb(PacketKind::Housekeeping)) + ", 3\r\n";
   testing::write_file(f.dir.path("z.txt"), text);
   EXPECT_EQ(testing::thrown([&] { load_telemetry(f.session, f.dir.path("z.txt"), FileFormat::ZEB); }).number, 62);
   EXPECT_EQ(f.session.Packet_Count, 2);

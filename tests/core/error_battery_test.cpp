@@ -29,7 +29,7 @@ class ErrorBattery : public ::testing::Test {
   std::string config_file(const char* relative) const { return config_path(base, relative); }
   // A ZEB file of one housekeeping record whose item holds text.
   std::string zeb_with_item(int item, const std::string& text) const {
-    std::string file = testing::zeb_text({testing::zeb_record({{5, 1844}, {17, 2}, {item, 424242}})});
+    std::string file = testing::zeb_text({testing::zeb_record(LabelCode::Complete, {{item, 424242}})});
     file.replace(file.find("424242"), 6, text);
     testing::write_file(dir.path("bad.zeb"), file);
     return dir.path("bad.zeb");
@@ -67,7 +67,7 @@ TEST_F(ErrorBattery, EveryFailureNamesWhatFailed) {
        }},
       {"ZEB segmentation flags beyond 16 bits", 6, "Overflow",
        [&](std::vector<std::string>& names) {
-         std::string text = testing::zeb_text({testing::zeb_record({{5, 1852}, {6, 40000}})});
+         std::string text = testing::zeb_text({testing::zeb_record(LabelCode::ScienceUnknown, {{6, 40000}})});
          testing::write_file(dir.path("flags.zeb"), text);
          names = {dir.path("flags.zeb"), "record 1", "item 6", "40000"};
          return testing::thrown([&] {

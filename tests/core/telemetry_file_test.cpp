@@ -87,12 +87,12 @@ TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
 
 TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
   TempDir dir;
-  std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}})});
+  std::string text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
   text += "1, 2, 3\r\n";
   testing::write_file(dir.path("z"), text);
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
   EXPECT_EQ(file.Get_Packet_Count(), 2);
-  EXPECT_EQ(file.zeb().record(1)[5], 1844);
+  EXPECT_EQ(file.zeb().record(1)[5], testing::zeb_id(PacketKind::Housekeeping));
   const testing::Thrown past = testing::thrown([&] { file.zeb().record(2); });
   EXPECT_EQ(past.number, 62);
   EXPECT_EQ(past.message.rfind("Input past end of file", 0), 0u) << past.message;
@@ -100,7 +100,8 @@ TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
 
 TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
   TempDir dir;
-  const std::string text = testing::zeb_text({testing::zeb_record({{5, 1844}}), testing::zeb_record({{5, 1847}})});
+  const std::string text = testing::zeb_text(
+      {testing::zeb_record(LabelCode::HousekeepingUnknown), testing::zeb_record(LabelCode::UnknownProgressEvent)});
   testing::write_file(dir.path("z"), text);
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
   ASSERT_EQ(file.Get_Packet_Count(), 2);
@@ -110,9 +111,9 @@ TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
 
 TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
   TempDir dir;
-  auto record = testing::zeb_record({{5, 1844}});
+  auto record = testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}});
   std::string text = testing::zeb_text({record});
-  text.replace(text.rfind("1844"), 4, "abcd");
+  text.replace(text.rfind(std::to_string(testing::zeb_id(PacketKind::Housekeeping))), 4, "abcd");
   testing::write_file(dir.path("z"), text);
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
   const testing::Thrown mismatch = testing::thrown([&] { file.zeb().record(1); });

@@ -96,7 +96,7 @@ TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeI
 }
 
 TEST_F(AuxiliaryExport, ZebRecordsGiveNoRows) {
-  testing::Loaded_File zeb(testing::zeb_text({testing::zeb_record({{5, 1852}, {17, 1}, {9, 5}})}),
+  testing::Loaded_File zeb(testing::zeb_text({testing::zeb_record(LabelCode::AuxiliaryData, {{9, 5}})}),
                            session.config);
   const std::string text = written([&](Line_Sink& out) {
     write_auxiliary(zeb.session, {{1, 1}, Aux_Format::Voltage, 0}, out);

@@ -78,7 +78,7 @@ inline void set_time(Packet& packet, int32_t time) {
 
 // Auxiliary packet n (1..8) of a test: 29 reading slots of 8 bytes from byte 24.
 inline Packet test_packet(const Test_Design& design, int n, int32_t time_step = 60) {
-  Packet packet{0x0F3C, design.start_sequence + n - 1, 16 + 8 * 30 - 7, 0, 0, {{16, 1}, {18, kReadingsPerPacket}}, {}};
+  Packet packet{kScienceId, design.start_sequence + n - 1, 16 + 8 * 30 - 7, 0, 0, {{16, 1}, {18, kReadingsPerPacket}}, {}};
   set_time(packet, design.start_time + (n - 1) * time_step);
   for (int j = 1; j <= kReadingsPerPacket; ++j) {
     const Test_Reading& reading = design.readings[static_cast<size_t>((n - 1) * kReadingsPerPacket + j)];
@@ -90,14 +90,14 @@ inline Packet test_packet(const Test_Design& design, int n, int32_t time_step = 
 
 // A GC spectrum packet: a science packet that is not auxiliary.
 inline Packet gc_science_packet(int32_t sequence, int32_t time) {
-  Packet packet{0x0F3C, sequence, 51, 0, 0, {{16, 2}}, {}};
+  Packet packet{kScienceId, sequence, 51, 0, 0, {{16, 2}}, {}};
   set_time(packet, time);
   return packet;
 }
 
 // The progress event that reports the RF frequency: sub-code 0xD749 and a 12-bit count at byte 56.
 inline Packet rf_event(int32_t time, int32_t count, int32_t sub_code = 0xD749) {
-  Packet packet{0x0F37, 1, 51, 0, 0, {{14, 0x0100}, {16, sub_code}, {56, count}}, {}};
+  Packet packet{kEventId, 1, 51, 0, 0, {{14, 0x0100}, {16, sub_code}, {56, count}}, {}};
   set_time(packet, time);
   return packet;
 }

@@ -41,13 +41,13 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
     }
   }
   const Catalogue_Counters& n = file.catalogue().counters;
-  EXPECT_EQ(n.Complete_Count, file.written.count(LabelCode::Complete));
-  EXPECT_EQ(n.Auxiliary_Count, file.written.count(LabelCode::AuxiliaryData));
-  EXPECT_EQ(n.Isotope_Packet_Count, file.written.count(LabelCode::IsotopeSpectrum));
+  EXPECT_EQ(n.Complete_Count(), file.written.count(LabelCode::Complete));
+  EXPECT_EQ(n.Auxiliary_Count(), file.written.count(LabelCode::AuxiliaryData));
+  EXPECT_EQ(n.Isotope_Packet_Count(), file.written.count(LabelCode::IsotopeSpectrum));
   // Every spectrum has one first and one last sub-packet, whichever bit the format family tests.
   EXPECT_EQ(file.written.spectrum_starts, 5);
   EXPECT_EQ(file.written.spectrum_ends, 5);
-  EXPECT_EQ(n.Isotope_Spectrum_Count, 5);
+  EXPECT_EQ(n.Isotope_Spectrum_Count(), 5);
   EXPECT_EQ(file.written.tests.size(), 4u);
 }
 
@@ -176,7 +176,7 @@ TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
 
   options.frames = 0;
   Simulated_File file(options);  // read with Byte Reverse off, as the file asks
-  EXPECT_EQ(file.catalogue().counters.Unknown_Count, file.written.count(LabelCode::Unknown) +
+  EXPECT_EQ(file.catalogue().counters.Unknown_Count(), file.written.count(LabelCode::Unknown) +
                                                          file.written.count(LabelCode::UnknownProgressEvent) +
                                                          file.written.count(LabelCode::UnknownAcceptance));
   EXPECT_EQ(file.catalogue().HK_List[1].Lander_Time, 61200000);

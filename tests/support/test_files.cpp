@@ -82,6 +82,60 @@ std::vector<int32_t> zeb_record(const std::map<int, int32_t>& items) {
   return record;
 }
 
+int32_t selector_example(LabelCode label) {
+  const LabelRule& rule = label_rule(label);
+  if (rule.selector_value != kAnyOtherValue) return rule.selector_value;
+  if (packet_kind_info(rule.kind).selector == Selector::None) return 0;
+  for (int32_t value = 1;; ++value) {
+    bool taken = false;
+    for (const LabelRule& other : kLabelRules) {
+      taken = taken || (other.kind == rule.kind && other.selector_value == value);
+    }
+    if (!taken) return value;
+  }
+}
+
+int32_t unknown_identifier(FormatFamily family) {
+  int32_t identifier = identifier_of(PacketKind::Housekeeping, family) + 1;
+  while (kind_of_identifier(identifier, family) != PacketKind::Unknown) ++identifier;
+  return identifier;
+}
+
+namespace {
+
+int32_t identifier_example(LabelCode label, FormatFamily family) {
+  const PacketKind kind = kind_of(label);
+  return kind == PacketKind::Unknown ? unknown_identifier(family) : identifier_of(kind, family);
+}
+
+}  // namespace
+
+Packet labelled(LabelCode label, Packet packet) {
+  packet.identifier = identifier_example(label, FormatFamily::Frames282);
+  const Selector selector = packet_kind_info(kind_of(label)).selector;
+  const int32_t value = selector_example(label);
+  // The class of events and acceptance reports is the high byte of its word.
+  if (selector != Selector::None) {
+    packet.words[selector_offset(selector)] = selector == Selector::EventClass ? value << 8 : value;
+  }
+  return packet;
+}
+
+Packet labelled(LabelCode label, int32_t sequence_word, int32_t length_field, int32_t time_low) {
+  Packet packet;
+  packet.sequence_word = sequence_word;
+  packet.length_field = length_field;
+  packet.time_low = time_low;
+  return labelled(label, packet);
+}
+
+std::vector<int32_t> zeb_record(LabelCode label, std::map<int, int32_t> items) {
+  items[5] = identifier_example(label, FormatFamily::Zeb);
+  const Selector selector = packet_kind_info(kind_of(label)).selector;
+  if (selector != Selector::None) items[selector_item(selector)] = selector_example(label);
+  return zeb_record(items);
+}
+
 std::string zeb_text(const std::vector<std::vector<int32_t>>& records) {
   std::ostringstream out;
   for (int i = 0; i < 136; ++i) out << (i % 8 == 0 ? (i ? "\r\n" : "") : ", ") << 9000 + i;

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "core/packet_kinds.h"
+
 namespace morvane::testing {
 
 // A fresh folder for one test, removed with everything in it afterwards.
@@ -58,10 +60,33 @@ class FrameWriter {
   size_t frames_ = 0;
 };
 
+// The identifier of a packet kind as binary packets and ZEB records (item 5) carry it.
+constexpr int32_t binary_id(PacketKind kind) { return identifier_of(kind, FormatFamily::Frames282); }
+constexpr int32_t zeb_id(PacketKind kind) { return identifier_of(kind, FormatFamily::Zeb); }
+inline constexpr int32_t kHousekeepingId = binary_id(PacketKind::Housekeeping);
+inline constexpr int32_t kEventId = binary_id(PacketKind::ProgressEvent);
+inline constexpr int32_t kAcceptanceId = binary_id(PacketKind::Acceptance);
+inline constexpr int32_t kMemoryDumpId = binary_id(PacketKind::MemoryDump);
+inline constexpr int32_t kScienceId = binary_id(PacketKind::Science);
+
+// Packets built from the packet-kind table. A selector value the classifier reads as this label:
+// the label's own, or for a fallback label one that no other label of its kind takes.
+int32_t selector_example(LabelCode label);
+// An identifier of no kind in this family (the word just after the housekeeping identifier).
+int32_t unknown_identifier(FormatFamily family);
+// The packet (binary formats) that the catalogue labels so: its identifier and selector word
+// are set from the table, the rest is taken from packet.
+Packet labelled(LabelCode label, Packet packet = {});
+// The same with these header fields.
+Packet labelled(LabelCode label, int32_t sequence_word, int32_t length_field, int32_t time_low);
+
 // A ZEB text file: a header record and one record of 136 items per packet.
 std::string zeb_text(const std::vector<std::vector<int32_t>>& records);
 // A ZEB record with the given items (1-based item -> value), the rest 0.
 std::vector<int32_t> zeb_record(const std::map<int, int32_t>& items);
+// A ZEB record that the catalogue labels so (items 5 and 15 or 17 from the table), with these
+// further items.
+std::vector<int32_t> zeb_record(LabelCode label, std::map<int, int32_t> items = {});
 
 }  // namespace morvane::testing
 

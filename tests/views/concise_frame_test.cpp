@@ -36,10 +36,10 @@ TEST(ConciseSlotText, EachIdentifierAndSelectorHasItsText) {
 }
 
 TEST(ConciseFrame, EmptyPacketsDoNotEndTheWalkButTheEighthSlotDoes) {
-  std::vector<Packet> packets(9, Packet{0x0F3C, 0, 0, 0, 0, {}, {}});  // seven bytes each
+  std::vector<Packet> packets(9, Packet{testing::kScienceId, 0, 0, 0, 0, {}, {}});  // seven bytes each
   packets[1].identifier = 0;
   packets[7].words = {{14, 0}};
-  packets[8].identifier = 0x0F39;  // the ninth is never examined
+  packets[8].identifier = testing::kMemoryDumpId;  // the ninth is never examined
   FrameWriter writer(282);
   writer.add_frame(packets);
   const Concise_Slots slots = Show_Lander_Packet(Loaded_File(writer).session, 1);

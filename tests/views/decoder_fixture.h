@@ -35,7 +35,8 @@ namespace morvane::testing {
 // (the start-up order), so each lies at its swapped offset in the file.
 inline Packet hk_packet(int subtype, const std::map<int, uint8_t>& bytes = {}, const std::map<int, int32_t>& words = {},
                         int32_t sequence = 1, int32_t time = 1000) {
-  Packet packet{0x0F34, sequence, 89, 0, time, {{16, subtype}}, {}};
+  Packet packet{kHousekeepingId, sequence, 89, 0, time, {}, {}};
+  packet.words[selector_offset(Selector::SubType)] = subtype;
   for (const auto& [k, byte] : bytes) packet.bytes[static_cast<int>(swapped_byte_offset(k))] = byte;
   for (const auto& [k, word] : words) packet.words[k] = word;
   return packet;
@@ -55,7 +56,8 @@ struct Aux_Test_Reading {
 // An auxiliary data packet with these readings (count at byte 18, 8 bytes a reading from byte 20).
 inline Packet aux_packet(const std::vector<Aux_Test_Reading>& readings, int32_t sequence = 5, int32_t time = 2000,
                          std::optional<int32_t> count = std::nullopt) {
-  Packet packet{0x0F3C, sequence, 13 + 8 * static_cast<int32_t>(readings.size()), 0, time, {{16, 1}}, {}};
+  Packet packet =
+      labelled(LabelCode::AuxiliaryData, sequence, 13 + 8 * static_cast<int32_t>(readings.size()), time);
   packet.words[18] = count.value_or(static_cast<int32_t>(readings.size()));
   for (size_t i = 1; i <= readings.size(); ++i) {
     const auto& r = readings[i - 1];
@@ -68,16 +70,11 @@ inline Packet aux_packet(const std::vector<Aux_Test_Reading>& readings, int32_t 
   return packet;
 }
 
-inline constexpr int32_t kEventId = 0x0F37;
-inline constexpr int32_t kAcceptanceId = 0x0F31;
-inline constexpr int32_t kMemoryDumpId = 0x0F39;
-inline constexpr int32_t kScienceId = 0x0F3C;
-
 // An information packet of length bytes whose words are given by their 1-based numbers (word n
 // is packet bytes 2n-2 and 2n-1; W8 is the class word at byte 14, W9 the first word after it).
 inline Packet information_packet(int32_t identifier, int32_t event_class, const std::map<int, int32_t>& words,
                                  int32_t length = 64) {
-  Packet packet{identifier, 7, length - 7, 0, 100, {{14, event_class * 256}}, {}};
+  Packet packet{identifier, 7, length - 7, 0, 100, {{selector_offset(Selector::EventClass), event_class * 256}}, {}};
   for (const auto& [n, word] : words) packet.words[2 * n - 2] = word;
   return packet;
 }
@@ -94,7 +91,10 @@ struct Sub_Packet {
 
 inline Packet spectrum_packet(int sub_type, const Sub_Packet& s) {
   Packet packet{kScienceId, s.flags * 16384, 32 + 2 * static_cast<int32_t>(s.bins.size()) - 7, 0, 0, {}, {}};
-  packet.words = {{16, sub_type}, {18, s.flag_word}, {28, s.first_bin}, {30, static_cast<int32_t>(s.bins.size())}};
+  packet.words = {{selector_offset(Selector::SubType), sub_type},
+                  {18, s.flag_word},
+                  {28, s.first_bin},
+                  {30, static_cast<int32_t>(s.bins.size())}};
   for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = s.header[static_cast<size_t>(i)];
   for (size_t j = 0; j < s.bins.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = s.bins[j];
   return packet;

@@ -24,7 +24,7 @@ class FormatCheck : public DecoderTest {
 
 TEST_F(FormatCheck, AZebTextLoadedAsQmRaisesADoubtNamingTheFormat) {
   std::vector<std::vector<int32_t>> records;
-  for (int k = 0; k < 40; ++k) records.push_back(zeb_record({{5, 1844}, {7, k}, {9, 1000 + k}, {17, 1}}));
+  for (int k = 0; k < 40; ++k) records.push_back(zeb_record(LabelCode::Concise, {{7, k}, {9, 1000 + k}}));
   const auto warning = warning_for(zeb_text(records), FileFormat::QM);
   ASSERT_TRUE(warning);
   EXPECT_EQ(*warning,

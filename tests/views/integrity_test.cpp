@@ -27,7 +27,9 @@ class Integrity : public DecoderTest {
   }
 };
 
-Packet hk(int32_t sequence, int32_t time) { return Packet{0x0F34, sequence, 51, 0, time, {{16, 1}}, {}}; }
+Packet hk(int32_t sequence, int32_t time) {
+  return testing::labelled(LabelCode::Concise, sequence, 51, time);
+}
 
 TEST_F(Integrity, SequenceGapsAndRepeatsWrapAt14Bits) {
   FrameWriter writer(282);
@@ -51,7 +53,7 @@ TEST_F(Integrity, ACountStartingAgainFromZeroIsARestartNotAGap) {
 
 TEST_F(Integrity, PacketsPastTheirFrameEmptyFramesAndUnknownIdentifiers) {
   FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F3C, 1, 290, 0, 5, {{16, 1}}, {}}});  // 297 bytes from offset 22
+  writer.add_frame({testing::labelled(LabelCode::AuxiliaryData, 1, 290, 5)});  // 297 bytes from offset 22
   writer.add_frame({});
   writer.add_frame({hk(2, 6), Packet{0x1234, 0, 11, 0, 0, {}, {}}});
   const auto report = check(writer);

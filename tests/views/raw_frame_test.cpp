@@ -25,7 +25,7 @@ TEST(RawGrid, WordsSitEightARowWithAGapAfterTheFourth) {
 
 TEST(RawFrame, HeaderAndTrailerWordsAreRedTheRestBlue) {
   FrameWriter writer(282);
-  writer.add_frame({Packet{0x0F34, 3, 51, 0, 1000, {{16, 2}}, {}}});
+  writer.add_frame({testing::labelled(LabelCode::Complete, 3, 51, 1000)});
   writer.add_frame({});
   const Loaded_File file(writer, FileFormat::QM);
   const Raw_Frame frame = Display_Raw_Frame(file.session, 2);
@@ -41,7 +41,7 @@ TEST(RawFrame, HeaderAndTrailerWordsAreRedTheRestBlue) {
 
 TEST(RawFrame, TheShorterFrameHasOneHundredFortyWordsTheLastRed) {
   FrameWriter writer(280);
-  writer.add_frame({Packet{0x0F3C, 0, 11, 0, 5, {{16, 1}}, {}}});
+  writer.add_frame({testing::labelled(LabelCode::AuxiliaryData, 0, 11, 5)});
   writer.add_frame({});
   const Loaded_File file(writer, FileFormat::GRM);  // 560 bytes counted in 256s: three frames
   ASSERT_EQ(file.session.Packet_Count, 3);

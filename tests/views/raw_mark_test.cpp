@@ -46,7 +46,7 @@ TEST(RawMarkCells, ASpanMarksTheWordsOfTheFrameItCovers) {
 TEST(RawMark, TheMarkedHalfShowsTheByteTheDecodersRead) {
   for (const bool reversed : {true, false}) {
     FrameWriter writer(282, reversed);
-    Packet hk{0x0F34, 1, 89, 0, 1000, {{16, 2}}, {}};
+    Packet hk{testing::kHousekeepingId, 1, 89, 0, 1000, {{16, 2}}, {}};
     for (int k = 22; k < 58; ++k) hk.bytes[k] = static_cast<uint8_t>(0xA0 + k);
     writer.add_frame({hk});
     Loaded_File file(writer, FileFormat::CSS, reversed);

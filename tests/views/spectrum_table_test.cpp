@@ -92,7 +92,7 @@ TEST(SpectrumTable, ByteOrderAndZebRecordsGiveTheSameBins) {
                      false);
   // Items 9.. are the packet's words: 23 the first bin (byte 28), 24 the count, 25.. the bins.
   Loaded_File zeb(testing::zeb_text(
-      {testing::zeb_record({{5, 1852}, {6, 3}, {17, 3}, {23, 4}, {24, 2}, {25, 0x0013}, {26, -65503}})}));
+      {testing::zeb_record(LabelCode::IsotopeSpectrum, {{6, 3}, {23, 4}, {24, 2}, {25, 0x0013}, {26, -65503}})}));
   for (const Session* session : {&binary.session, &zeb.session}) {
     ASSERT_EQ(build_spectrum_table(session->catalogue).complete_count, 1);
     Assembled_Spectrum spectrum;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -8,27 +9,45 @@
 #include "core/huge_buffer.h"
 
 #include "core/packet_entry.h"
+#include "core/packet_kinds.h"
 
 namespace morvane {
 
-// The per-type counters of a catalogue.
+// The per-type counters of a catalogue, one per Counter. The accessors keep the counters'
+// names; code that counts goes by Counter.
 struct Catalogue_Counters {
-  int32_t Complete_Count = 0;
-  int32_t Concise_Count = 0;
-  int32_t Auxiliary_Count = 0;
-  int32_t GC_Spectrum_Count = 0;
-  int32_t Isotope_Packet_Count = 0;
-  int32_t Isotope_Spectrum_Count = 0;  // isotope packets that start or make a whole spectrum
-  int32_t Progress_Event_Count = 0;
-  int32_t Warning_Event_Count = 0;
-  int32_t Memory_Checksum_Count = 0;  // never reset: it accumulates over every load of a run
-  int32_t Memory_Dump_Count = 0;
-  int32_t Acceptance_Success_Count = 0;
-  int32_t Acceptance_Failure_Count = 0;
-  int32_t Unknown_Count = 0;
-  int32_t Empty_Count = 0;
+  std::array<int32_t, kCounterCount> by_counter{};
 
+  int32_t& operator[](Counter counter) { return by_counter[static_cast<size_t>(counter)]; }
+  int32_t operator[](Counter counter) const { return by_counter[static_cast<size_t>(counter)]; }
+
+  // Counts one catalogued packet: its label's counter, and a whole isotope spectrum when its
+  // segmentation flags pass the family's bit test.
+  void count(LabelCode label, int32_t segment_flags, FormatFamily family) {
+    const Counter counter = counter_of(label);
+    if (counter != Counter::None) ++(*this)[counter];
+    if (label == LabelCode::IsotopeSpectrum && (segment_flags & isotope_spectrum_bit(family))) {
+      ++(*this)[Counter::IsotopeSpectrum];
+    }
+  }
   void add(const Catalogue_Counters& other);
+
+  int32_t Complete_Count() const { return (*this)[Counter::Complete]; }
+  int32_t Concise_Count() const { return (*this)[Counter::Concise]; }
+  int32_t Auxiliary_Count() const { return (*this)[Counter::Auxiliary]; }
+  int32_t GC_Spectrum_Count() const { return (*this)[Counter::GcSpectrum]; }
+  int32_t Isotope_Packet_Count() const { return (*this)[Counter::IsotopePacket]; }
+  // Isotope packets that start or make a whole spectrum.
+  int32_t Isotope_Spectrum_Count() const { return (*this)[Counter::IsotopeSpectrum]; }
+  int32_t Progress_Event_Count() const { return (*this)[Counter::ProgressEvent]; }
+  int32_t Warning_Event_Count() const { return (*this)[Counter::WarningEvent]; }
+  // Never reset: it accumulates over every load of a run.
+  int32_t Memory_Checksum_Count() const { return (*this)[Counter::MemoryChecksum]; }
+  int32_t Memory_Dump_Count() const { return (*this)[Counter::MemoryDump]; }
+  int32_t Acceptance_Success_Count() const { return (*this)[Counter::AcceptanceSuccess]; }
+  int32_t Acceptance_Failure_Count() const { return (*this)[Counter::AcceptanceFailure]; }
+  int32_t Unknown_Count() const { return (*this)[Counter::Unknown]; }
+  int32_t Empty_Count() const { return (*this)[Counter::Empty]; }
 };
 
 // The catalogue of the loaded file: three lists of packets and their counters, plus the copy

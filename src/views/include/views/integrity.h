@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/packet_kinds.h"
 #include "core/session.h"
 
 namespace morvane {
@@ -30,7 +31,6 @@ inline constexpr int kFindingKinds = 10;
 // "empty_frame", "unknown_identifier", "partial_frame", "past_end_of_file", "restart".
 std::string_view finding_kind_name(Finding_Kind kind);
 
-enum class Catalogue_List : uint8_t { HK, Science, Information };
 // "hk", "science", "information".
 std::string_view catalogue_list_name(Catalogue_List list);
 

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: MIT
+#include "core/packet_kinds.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <set>
+#include <utility>
+#include <string>
+
+#include "core/session.h"
+#include "test_files.h"
+
+namespace morvane {
+namespace {
+
+using testing::FrameWriter;
+using testing::TempDir;
+
+struct Family {
+  FileFormat format;
+  FormatFamily family;
+};
+constexpr Family kFamilies[] = {
+    {FileFormat::CSS, FormatFamily::Frames282}, {FileFormat::QM, FormatFamily::Frames282},
+    {FileFormat::GRM, FormatFamily::Frames280}, {FileFormat::FM, FormatFamily::Frames280},
+    {FileFormat::ZEB, FormatFamily::Zeb},
+};
+
+// The label a family gives to a packet built for `label`: ZEB knows no class 10.
+LabelCode expected_label(LabelCode label, FormatFamily family) {
+  if (!label_rule(label).binary_only || family != FormatFamily::Zeb) return label;
+  return kind_of(label) == PacketKind::ProgressEvent ? LabelCode::UnknownProgressEvent : LabelCode::UnknownAcceptance;
+}
+
+const EntryList& list_of(const Catalogue& catalogue, PacketKind kind) {
+  switch (packet_kind_info(kind).list) {
+    case Catalogue_List::HK: return catalogue.HK_List;
+    case Catalogue_List::Science: return catalogue.Science_List;
+    case Catalogue_List::Information: return catalogue.Information_List;
+  }
+  return catalogue.Information_List;
+}
+
+// One file of the family holding one packet built from the table for `label`, whole (flags 3).
+void load_one_packet(Session& session, const TempDir& dir, LabelCode label, const Family& f) {
+  const std::string path = dir.path("one." + std::string(format_tag(f.format)));
+  if (f.family == FormatFamily::Zeb) {
+    testing::write_file(path, testing::zeb_text({testing::zeb_record(label, {{6, 3}, {7, 21}, {8, 11}, {9, 400}})}));
+  } else {
+    FrameWriter writer(frame_stride(f.format));
+    writer.add_frame({testing::labelled(label, 0xC000 + 21, 11, 400)});
+    testing::write_bytes(path, writer.bytes());
+  }
+  load_telemetry(session, path, f.format);
+}
+
+TEST(PacketKinds, EveryLabelOfTheTableIsClassifiedAsSuchByEveryFormatFamily) {
+  TempDir dir;
+  for (const Family& f : kFamilies) {
+    for (const LabelRule& rule : kLabelRules) {
+      const std::string context = std::string(format_tag(f.format)) + " \"" + std::string(label_text(rule.label)) + "\"";
+      Session session;
+      load_one_packet(session, dir, rule.label, f);
+      const LabelCode label = expected_label(rule.label, f.family);
+      const PacketKindInfo& kind = packet_kind_info(kind_of(label));
+      const EntryList& list = list_of(session.catalogue, kind.kind);
+      ASSERT_GE(list.size(), 1) << context;
+      EXPECT_EQ(list[1].Label, label) << context;
+      // Binary lengths are the length field + 7; ZEB gives the field as it stands.
+      EXPECT_EQ(list[1].Packet_Length, kind.slot ? -1 : f.family == FormatFamily::Zeb ? 11 : 18) << context;
+      EXPECT_EQ(list[1].Sequence_Count, kind.slot ? -1 : 21) << context;
+      EXPECT_EQ(list[1].Segment_Flags, kind.list == Catalogue_List::Science ? 3 : 0) << context;
+
+      // A binary frame with one packet ends in an empty slot, unless the packet is a slot itself.
+      const bool trailing_empty = f.family != FormatFamily::Zeb && !kind.slot;
+      // GRM/FM frames are counted in 256-byte units: the frame past the end reads as empty.
+      const int32_t empty_frames = session.Packet_Count - 1;
+      const int32_t entries = session.catalogue.HK_Count() + session.catalogue.Science_Count() +
+                              session.catalogue.Information_Count();
+      EXPECT_EQ(entries, 1 + trailing_empty + empty_frames) << context;
+      for (int c = 0; c < kCounterCount; ++c) {
+        const auto counter = static_cast<Counter>(c);
+        int32_t expected = counter_of(label) == counter;
+        if (counter == Counter::Empty) expected += trailing_empty + empty_frames;
+        // Flags 3 make a whole isotope spectrum in every family.
+        if (counter == Counter::IsotopeSpectrum && label == LabelCode::IsotopeSpectrum) ++expected;
+        EXPECT_EQ(session.catalogue.counters[counter], expected) << context << " counter " << c;
+      }
+    }
+  }
+}
+
+TEST(PacketKinds, TheTableHoldsTheInstrumentsIdentifiers) {
+  struct Case {
+    PacketKind kind;
+    int32_t binary, zeb;
+    Catalogue_List list;
+  };
+  const Case cases[] = {
+      {PacketKind::Housekeeping, 0x0F34, 1844, Catalogue_List::HK},
+      {PacketKind::ProgressEvent, 0x0F37, 1847, Catalogue_List::Information},
+      {PacketKind::Acceptance, 0x0F31, 1841, Catalogue_List::Information},
+      {PacketKind::MemoryDump, 0x0F39, 1849, Catalogue_List::Information},
+      {PacketKind::Science, 0x0F3C, 1852, Catalogue_List::Science},
+      {PacketKind::Empty, 0, 0, Catalogue_List::Information},
+  };
+  for (const Case& c : cases) {
+    const PacketKindInfo& info = packet_kind_info(c.kind);
+    EXPECT_EQ(info.binary_identifier, c.binary) << info.name;
+    EXPECT_EQ(info.zeb_identifier, c.zeb) << info.name;
+    EXPECT_EQ(info.list, c.list) << info.name;
+    EXPECT_EQ(kind_of_identifier(c.binary, FormatFamily::Frames280), c.kind) << info.name;
+    EXPECT_EQ(kind_of_identifier(c.zeb, FormatFamily::Zeb), c.kind) << info.name;
+  }
+}
+
+TEST(PacketKinds, CountersAddUpAndKeepTheirNames) {
+  Catalogue_Counters a, b;
+  for (int c = 0; c < kCounterCount; ++c) {
+    a[static_cast<Counter>(c)] = c + 1;
+    b[static_cast<Counter>(c)] = 100 * (c + 1);
+  }
+  a.add(b);
+  const std::pair<int32_t, Counter> named[] = {
+      {a.Complete_Count(), Counter::Complete},
+      {a.Concise_Count(), Counter::Concise},
+      {a.Auxiliary_Count(), Counter::Auxiliary},
+      {a.GC_Spectrum_Count(), Counter::GcSpectrum},
+      {a.Isotope_Packet_Count(), Counter::IsotopePacket},
+      {a.Isotope_Spectrum_Count(), Counter::IsotopeSpectrum},
+      {a.Progress_Event_Count(), Counter::ProgressEvent},
+      {a.Warning_Event_Count(), Counter::WarningEvent},
+      {a.Memory_Checksum_Count(), Counter::MemoryChecksum},
+      {a.Memory_Dump_Count(), Counter::MemoryDump},
+      {a.Acceptance_Success_Count(), Counter::AcceptanceSuccess},
+      {a.Acceptance_Failure_Count(), Counter::AcceptanceFailure},
+      {a.Unknown_Count(), Counter::Unknown},
+      {a.Empty_Count(), Counter::Empty},
+  };
+  static_assert(std::size(named) == kCounterCount);
+  for (const auto& [value, counter] : named) {
+    EXPECT_EQ(value, 101 * (static_cast<int>(counter) + 1)) << static_cast<int>(counter);
+  }
+}
+
+TEST(PacketKinds, IsotopeFlagBitsDifferBetweenTheFamilies) {
+  struct Case {
+    int32_t flags;
+    FormatFamily family;
+    bool whole_spectrum;
+  };
+  const Case cases[] = {
+      {3, FormatFamily::Frames282, true}, {2, FormatFamily::Frames282, true}, {1, FormatFamily::Frames282, false},
+      {3, FormatFamily::Frames280, true}, {2, FormatFamily::Frames280, false}, {1, FormatFamily::Frames280, true},
+      {3, FormatFamily::Zeb, true},       {2, FormatFamily::Zeb, false},       {1, FormatFamily::Zeb, true},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ((c.flags & isotope_spectrum_bit(c.family)) != 0, c.whole_spectrum)
+        << c.flags << " in family " << static_cast<int>(c.family);
+  }
+}
+
+TEST(PacketKinds, IdentifiersAreDistinctAndZebHoldsTheirLowElevenBits) {
+  for (const FormatFamily family : {FormatFamily::Frames282, FormatFamily::Frames280, FormatFamily::Zeb}) {
+    std::set<int32_t> seen;
+    for (const PacketKindInfo& kind : kPacketKinds) {
+      EXPECT_TRUE(seen.insert(identifier_of(kind.kind, family)).second) << kind.name;
+      if (!kind.slot) {
+        EXPECT_EQ(kind_of_identifier(identifier_of(kind.kind, family), family), kind.kind) << kind.name;
+      }
+    }
+  }
+  for (const PacketKindInfo& kind : kPacketKinds) {
+    if (!kind.slot) {
+      EXPECT_EQ(kind.zeb_identifier, kind.binary_identifier & 0x7FF) << kind.name;
+    }
+  }
+  EXPECT_EQ(kind_of_identifier(0, FormatFamily::Frames282), PacketKind::Empty);
+  EXPECT_EQ(kind_of_identifier(0x0F35, FormatFamily::Frames282), PacketKind::Unknown);
+  EXPECT_EQ(kind_of_identifier(0x0F34 + 0x10000, FormatFamily::Frames282), PacketKind::Unknown);
+  EXPECT_EQ(kind_of_identifier(-1844, FormatFamily::Zeb), PacketKind::Unknown);
+}
+
+TEST(PacketKinds, SelectorValuesOutsideTheRulesFallBackToTheKindsOtherLabel) {
+  struct Case {
+    PacketKind kind;
+    int32_t value;
+    FormatFamily family;
+    LabelCode label;
+  };
+  const Case cases[] = {
+      {PacketKind::ProgressEvent, 10, FormatFamily::Frames280, LabelCode::NpeMemoryChecksum},
+      {PacketKind::ProgressEvent, 10, FormatFamily::Zeb, LabelCode::UnknownProgressEvent},
+      {PacketKind::Acceptance, -1, FormatFamily::Frames282, LabelCode::UnknownAcceptance},
+      {PacketKind::Acceptance, 0, FormatFamily::Zeb, LabelCode::UnknownAcceptance},
+      {PacketKind::Housekeeping, 65535, FormatFamily::Frames282, LabelCode::HousekeepingUnknown},
+      {PacketKind::Science, -2147483647 - 1, FormatFamily::Zeb, LabelCode::ScienceUnknown},
+      {PacketKind::Science, 11, FormatFamily::Zeb, LabelCode::ScienceUnknown},
+      {PacketKind::MemoryDump, 7, FormatFamily::Frames282, LabelCode::MemoryDump},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(label_of(c.kind, c.value, c.family), c.label) << c.value;
+  }
+  // A class word with a low byte is no class at all.
+  EXPECT_EQ(event_class_of_word(0x0A00), 10);
+  EXPECT_EQ(event_class_of_word(0x0101), -1);
+}
+
+}  // namespace
+}  // namespace morvane
