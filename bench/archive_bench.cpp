@@ -42,7 +42,7 @@ void BM_IngestBigFile(benchmark::State& state) {
   const std::string file = bench::frames_file(bench::bench_bytes());
   const std::string path = bench::bench_dir() + "/archive-ingest.sqlite";
   const auto telemetry = static_cast<double>(fs::file_size(file));
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = FileFormat::CSS;
   for (auto _ : state) {
     state.PauseTiming();
@@ -71,12 +71,12 @@ archive::Archive& campaign_archive() {
       std::vector<std::string> files;
       for (int seed = 1; seed <= kCampaignFiles; ++seed) {
         const std::string file = folder + "/cycle-" + std::to_string(seed) + ".css";
-        sim::Telemetry_Options options;
+        sim::TelemetryOptions options;
         options.seed = static_cast<uint64_t>(seed);
         sim::write_telemetry(file, options);
         files.push_back(file);
       }
-      archive::Ingest_Options options;
+      archive::IngestOptions options;
       options.type = FileFormat::CSS;
       const auto report = archive::open_archive(part)->ingest(files, demo_configuration(), options);
       if (report.added.size() != files.size()) raise(ErrorNumber::DeviceIoError, "campaign files did not all go in");
@@ -90,7 +90,7 @@ archive::Archive& campaign_archive() {
 
 void BM_TrendOfOneSensorOver1000Files(benchmark::State& state) {
   archive::Archive& archive = campaign_archive();
-  archive::Trend_Query query;
+  archive::TrendQuery query;
   query.sensors = {1};
   size_t points = 0;
   for (auto _ : state) points = archive.trend(query).at(0).points.size();
@@ -108,7 +108,7 @@ BENCHMARK(BM_TestsOver1000Files)->Unit(benchmark::kMillisecond)->Iterations(5)->
 
 void BM_FailedTestsOver1000Files(benchmark::State& state) {
   archive::Archive& archive = campaign_archive();
-  archive::Test_Query query;
+  archive::TestQuery query;
   query.failed_only = true;
   size_t tests = 0;
   for (auto _ : state) tests = archive.tests(query).size();

@@ -35,7 +35,7 @@ namespace {
 std::string simulated_file(FileFormat format, uint64_t size, const std::string& extension) {
   const std::string path = bench_dir() + "/sim-seed1-" + std::to_string(size) + extension;
   if (fs::exists(path)) return path;
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.format = format;
   options.size = size;
   options.spectra_kept = 0;

@@ -7,7 +7,7 @@
 
 #include "bench_files.h"
 #include "core/session.h"
-#include "export/export_dialog.h"
+#include "export/export_presenter.h"
 #include "sim/config_writer.h"
 
 namespace morvane {
@@ -32,15 +32,15 @@ void export_housekeeping(benchmark::State& state, const std::string& name) {
     state.SkipWithError("the file holds fewer than 100 000 housekeeping packets");
     return;
   }
-  Export_Dialog dialog(Export_Kind::Housekeeping, session);
+  ExportPresenter dialog(ExportKind::Housekeeping, session);
   dialog.format = static_cast<int>(state.range(0));
   dialog.range().Check2_Click(false);
   dialog.range().set_to_text(std::to_string(kPackets));
-  const Export_Request request = *dialog.Command1_Click().request;
+  const ExportRequest request = *dialog.Command1_Click().request;
   const std::string path = bench::bench_dir() + "/" + name;
   for (auto _ : state) {
     const auto output = open_export_output(path, export_file_type(path), request.delimiter, "Housekeeping");
-    const Export_Result result = dialog.write(session, request, *output);
+    const ExportResult result = dialog.write(session, request, *output);
     benchmark::DoNotOptimize(result.rows);
   }
   state.SetItemsProcessed(state.iterations() * kPackets);

@@ -8,7 +8,7 @@
 #include <QApplication>
 
 #include "spectrum_plot.h"
-#include "views/spectrum_graph.h"
+#include "decoders/spectrum_graph.h"
 
 namespace morvane {
 namespace {
@@ -22,9 +22,9 @@ Spectrum_Bins jagged_bins() {
 void BM_RepaintAllBins(benchmark::State& state) {
   SpectrumPlot plot;
   plot.resize(static_cast<int>(state.range(0)), 400);
-  Spectrum_Axis axis;
+  SpectrumAxis axis;
   axis.Y_Max = 4;  // the axis tops at 4000 counts: the outline runs its whole height
-  plot.setGraph(spectrum_graph(jagged_bins(), 1025, axis));
+  plot.set_graph(spectrum_graph(jagged_bins(), 1025, axis));
   plot.show();
   QApplication::processEvents();
   for (auto _ : state) plot.repaint();
@@ -38,12 +38,12 @@ void BM_ZoomRound(benchmark::State& state) {
   plot.resize(700, 400);
   plot.show();
   QApplication::processEvents();
-  Spectrum_Axis axis;
+  SpectrumAxis axis;
   axis.Y_Max = 4;
   for (auto _ : state) {
     // Zoom in step by step to 32, then start again from the whole range.
-    if (!axis.press(Spectrum_Button::ZoomIn)) axis = Spectrum_Axis{0, kLastBin, 1, 4};
-    plot.setGraph(spectrum_graph(bins, 1025, axis));
+    if (!axis.press(SpectrumButton::ZoomIn)) axis = SpectrumAxis{0, kLastBin, 1, 4};
+    plot.set_graph(spectrum_graph(bins, 1025, axis));
     plot.repaint();
   }
 }

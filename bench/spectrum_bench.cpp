@@ -10,7 +10,7 @@
 #include "bench_files.h"
 #include "core/packet_kinds.h"
 #include "core/session.h"
-#include "views/spectrum_view.h"
+#include "decoders/spectrum_presenter.h"
 
 namespace morvane {
 namespace {
@@ -53,7 +53,7 @@ std::string spectra_file(int spectra) {
 void BM_OpenSpectrumWindow(benchmark::State& state) {
   Session session;
   load_telemetry(session, spectra_file(static_cast<int>(state.range(0))), FileFormat::CSS);
-  Spectrum_View view;
+  SpectrumPresenter view;
   for (auto _ : state) {
     view.open(session);
     benchmark::DoNotOptimize(view.bins().data());
@@ -66,7 +66,7 @@ BENCHMARK(BM_OpenSpectrumWindow)->Arg(10000)->Unit(benchmark::kMillisecond);
 void BM_MoveToSpectrum(benchmark::State& state) {
   Session session;
   load_telemetry(session, spectra_file(1000), FileFormat::CSS);
-  Spectrum_View view;
+  SpectrumPresenter view;
   view.open(session);
   int32_t s = 1;
   for (auto _ : state) {
@@ -81,10 +81,10 @@ BENCHMARK(BM_MoveToSpectrum)->Unit(benchmark::kMicrosecond);
 void BM_GraphOfAllBins(benchmark::State& state) {
   Spectrum_Bins bins{};
   for (size_t b = 0; b < bins.size(); ++b) bins[b] = static_cast<double>((b * 37) % 4096);
-  const Spectrum_Axis axis;  // the whole range: every bin is drawn
+  const SpectrumAxis axis;  // the whole range: every bin is drawn
   size_t points = 0;
   for (auto _ : state) {
-    const Spectrum_Graph graph = spectrum_graph(bins, 1025, axis);
+    const SpectrumGraph graph = spectrum_graph(bins, 1025, axis);
     points = graph.outline.size();
     benchmark::DoNotOptimize(graph.outline.data());
   }

@@ -42,7 +42,7 @@ namespace {
 class SavingDialogs : public ConsoleDialogs {
  public:
   QString path;
-  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return path; }
+  QString save_file_name(QWidget*, const QString&, const QString&, const QString&) override { return path; }
 };
 
 SavingDialogs& bench_dialogs() {
@@ -55,7 +55,7 @@ EGSE_MDI& loaded_window() {
     auto* made = new EGSE_MDI(bench::demo_configuration(), bench_dialogs());
     made->resize(1400, 900);
     made->show();
-    made->loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
+    made->load_file(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
     QApplication::processEvents();
     return made;
   }();
@@ -102,7 +102,7 @@ class StallMeter {
 double longest(const std::vector<double>& stalls) { return *std::max_element(stalls.begin(), stalls.end()); }
 
 void close_view(EGSE_MDI& window, ViewKind kind) {
-  window.closeView(kind);
+  window.close_view(kind);
   QApplication::processEvents();
 }
 
@@ -117,14 +117,14 @@ void BM_StallTickingEverySensor(benchmark::State& state) {
   StallMeter meter;
   std::vector<double> stalls;
   for (auto _ : state) {
-    auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
-    window.frameOf(form)->resize(1300, 800);
+    auto* form = static_cast<TrendForm*>(window.show_view(ViewKind::Trend));
+    window.frame_of(form)->resize(1300, 800);
     QApplication::processEvents();
     {
-      const QSignalBlocker quiet(form->sensorList());
-      for (int s = 1; s < form->sensorList()->count(); ++s) form->setSensorChosen(s, true);
+      const QSignalBlocker quiet(form->sensor_list());
+      for (int s = 1; s < form->sensor_list()->count(); ++s) form->set_sensor_chosen(s, true);
     }
-    stalls.push_back(meter.longest_ms([&] { form->setSensorChosen(form->sensorList()->count(), true); }));
+    stalls.push_back(meter.longest_ms([&] { form->set_sensor_chosen(form->sensor_list()->count(), true); }));
     state.PauseTiming();
     close_view(window, ViewKind::Trend);
     state.ResumeTiming();
@@ -136,21 +136,21 @@ BENCHMARK(BM_StallTickingEverySensor)->Unit(benchmark::kMillisecond)->Iterations
 // With every sensor plotted, the plot zoomed in about its middle, then the whole file again.
 void BM_StallZoomingEverySensor(benchmark::State& state) {
   EGSE_MDI& window = loaded_window();
-  auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
-  window.frameOf(form)->resize(1300, 800);
+  auto* form = static_cast<TrendForm*>(window.show_view(ViewKind::Trend));
+  window.frame_of(form)->resize(1300, 800);
   {
-    const QSignalBlocker quiet(form->sensorList());
-    for (int s = 1; s < form->sensorList()->count(); ++s) form->setSensorChosen(s, true);
+    const QSignalBlocker quiet(form->sensor_list());
+    for (int s = 1; s < form->sensor_list()->count(); ++s) form->set_sensor_chosen(s, true);
   }
-  form->setSensorChosen(form->sensorList()->count(), true);
+  form->set_sensor_chosen(form->sensor_list()->count(), true);
   StallMeter meter;
   meter.longest_ms([] {});  // the first plot drawn
   std::vector<double> zoom, whole;
   for (auto _ : state) {
     TrendChart* chart = form->chart();
-    const Time_Window shown = chart->window();
-    zoom.push_back(meter.longest_ms([&] { chart->zoomAbout((shown.from + shown.to) / 2, 0.5); }));
-    whole.push_back(meter.longest_ms([&] { chart->showWholeFile(); }));
+    const TimeWindow shown = chart->window();
+    zoom.push_back(meter.longest_ms([&] { chart->zoom_about((shown.from + shown.to) / 2, 0.5); }));
+    whole.push_back(meter.longest_ms([&] { chart->show_whole_file(); }));
   }
   state.counters["zoom_stall_ms"] = longest(zoom);
   state.counters["whole_stall_ms"] = longest(whole);
@@ -163,8 +163,8 @@ BENCHMARK(BM_StallZoomingEverySensor)->Unit(benchmark::kMillisecond)->Iterations
 // scrolled to its middle and its end.
 void BM_StallSummary(benchmark::State& state) {
   EGSE_MDI& window = loaded_window();
-  auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
-  Summary_Find_Bar* bar = summary->findBar(0);
+  auto* summary = static_cast<Summary*>(window.show_view(ViewKind::Summary));
+  SummaryFindBar* bar = summary->find_bar(0);
   QApplication::processEvents();
   const EntryList& hk = window.session().catalogue.HK_List;
   const int32_t first = hk[1].Lander_Time;
@@ -172,11 +172,11 @@ void BM_StallSummary(benchmark::State& state) {
   StallMeter meter;
   std::vector<double> filter, clear, scroll;
   for (auto _ : state) {
-    bar->refreshLabels();
-    bar->labelChoice()->setCurrentIndex(bar->labelChoice()->findText("Complete"));
-    bar->field(Summary_Find_Bar::Field::TimeFrom)->setText(QString::number(first + (last - first) / 4));
+    bar->refresh_labels();
+    bar->label_choice()->setCurrentIndex(bar->label_choice()->findText("Complete"));
+    bar->field(SummaryFindBar::Field::TimeFrom)->setText(QString::number(first + (last - first) / 4));
     filter.push_back(meter.longest_ms([&] {
-      bar->field(Summary_Find_Bar::Field::TimeTo)->setText(QString::number(last - (last - first) / 4));
+      bar->field(SummaryFindBar::Field::TimeTo)->setText(QString::number(last - (last - first) / 4));
     }));
     while (bar->searching()) QApplication::processEvents();
     clear.push_back(meter.longest_ms([&] { bar->clear(); }));
@@ -196,14 +196,14 @@ BENCHMARK(BM_StallSummary)->Unit(benchmark::kMillisecond)->Iterations(2);
 // the longest stall, and how long its progress dialog took to show.
 void BM_StallStartingExport(benchmark::State& state) {
   EGSE_MDI& window = loaded_window();
-  auto* form = static_cast<Export_Form*>(window.showView(ViewKind::ExportHousekeeping));
+  auto* form = static_cast<ExportForm*>(window.show_view(ViewKind::ExportHousekeeping));
   QApplication::processEvents();
   const std::string path = bench::bench_dir() + "/stall-export.txt";
   bench_dialogs().path = QString::fromStdString(path);
   StallMeter meter;
   std::vector<double> stalls, shown;
   for (auto _ : state) {
-    form->allBox()->setChecked(true);
+    form->all_box()->setChecked(true);
     QElapsedTimer clock;
     double shown_ms = -1;
     QTimer watch;
@@ -217,7 +217,7 @@ void BM_StallStartingExport(benchmark::State& state) {
     stalls.push_back(meter.longest_ms([&] {
       clock.start();
       watch.start();
-      form->exportButton()->click();
+      form->export_button()->click();
     }));
     watch.stop();
     shown.push_back(shown_ms);
@@ -236,10 +236,10 @@ void BM_StallIntegrity(benchmark::State& state) {
   StallMeter meter;
   std::vector<double> opening, threshold;
   for (auto _ : state) {
-    Integrity_Form* form = nullptr;
+    IntegrityForm* form = nullptr;
     opening.push_back(
-        meter.longest_ms([&] { form = static_cast<Integrity_Form*>(window.showView(ViewKind::Integrity)); }));
-    threshold.push_back(meter.longest_ms([&] { form->timeJumpField()->setValue(form->timeJumpField()->value() + 1); }));
+        meter.longest_ms([&] { form = static_cast<IntegrityForm*>(window.show_view(ViewKind::Integrity)); }));
+    threshold.push_back(meter.longest_ms([&] { form->time_jump_field()->setValue(form->time_jump_field()->value() + 1); }));
     state.PauseTiming();
     close_view(window, ViewKind::Integrity);
     state.ResumeTiming();

@@ -21,7 +21,7 @@
 #include "main_window.h"
 #include "summary_find_bar.h"
 #include "summary_view.h"
-#include "views/summary_filter.h"
+#include "decoders/summary_filter.h"
 
 namespace morvane {
 namespace {
@@ -30,20 +30,20 @@ constexpr int32_t kPackets = 1000000;
 // The simulated instrument sends about 2.2 housekeeping packets a frame.
 constexpr uint64_t kFrames = 480000;
 
-using Field = Summary_Find_Bar::Field;
+using Field = SummaryFindBar::Field;
 
 struct Workstation {
   ConsoleDialogs dialogs;
   EGSE_MDI window{{}, dialogs};
   Summary* summary = nullptr;
-  Summary_Find_Bar* bar = nullptr;
+  SummaryFindBar* bar = nullptr;
 
   Workstation() {
     window.resize(1200, 800);
-    window.loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(kFrames * 282)));
+    window.load_file(FileFormat::CSS, QString::fromStdString(bench::frames_file(kFrames * 282)));
     window.show();
-    summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
-    bar = summary->findBar(0);
+    summary = static_cast<Summary*>(window.show_view(ViewKind::Summary));
+    bar = summary->find_bar(0);
     QApplication::processEvents();
   }
   int32_t packets() const { return window.session().catalogue.HK_Count(); }
@@ -53,8 +53,8 @@ struct Workstation {
     const EntryList& hk = window.session().catalogue.HK_List;
     const int32_t first = hk[1].Lander_Time;
     const int32_t last = hk[hk.size()].Lander_Time;
-    bar->refreshLabels();
-    bar->labelChoice()->setCurrentIndex(bar->labelChoice()->findText("Complete"));
+    bar->refresh_labels();
+    bar->label_choice()->setCurrentIndex(bar->label_choice()->findText("Complete"));
     bar->field(Field::TimeFrom)->setText(QString::number(first + (last - first) / 4));
     QElapsedTimer turn;
     turn.start();
@@ -92,7 +92,7 @@ void BM_FilterPass(benchmark::State& state) {
   Workstation& w = workstation();
   if (!enough(state, w)) return;
   w.set_conditions();
-  const Summary_Filter filter = w.bar->filter();
+  const SummaryFilter filter = w.bar->filter();
   size_t matches = 0;
   for (auto _ : state) matches = filter_entries(w.window.session().catalogue.HK_List, filter).size();
   state.counters["entries"] = w.packets();
@@ -105,7 +105,7 @@ BENCHMARK(BM_FilterPass)->Unit(benchmark::kMillisecond);
 void BM_FindInTheWindow(benchmark::State& state) {
   Workstation& w = workstation();
   if (!enough(state, w)) return;
-  w.bar->onlyMatches()->setChecked(state.range(0) != 0);
+  w.bar->only_matches()->setChecked(state.range(0) != 0);
   double longest = 0;
   for (auto _ : state) {
     longest = std::max(longest, w.set_conditions());
@@ -121,7 +121,7 @@ void BM_FindInTheWindow(benchmark::State& state) {
   state.counters["rows"] = w.summary->model(0)->rowCount();
   state.counters["longest_turn_ms"] = longest;
   w.bar->clear();
-  w.bar->onlyMatches()->setChecked(false);
+  w.bar->only_matches()->setChecked(false);
 }
 BENCHMARK(BM_FindInTheWindow)->Arg(0)->Arg(1)->ArgName("only_matches")->Unit(benchmark::kMillisecond)->Iterations(5);
 
@@ -132,7 +132,7 @@ void BM_FindNext(benchmark::State& state) {
   w.set_conditions();
   w.run_search();
   for (auto _ : state) {
-    w.bar->findNext();
+    w.bar->find_next();
     w.summary->list(0)->viewport()->repaint();
   }
   w.bar->clear();
@@ -143,7 +143,7 @@ BENCHMARK(BM_FindNext)->Unit(benchmark::kMicrosecond)->Iterations(1000);
 void BM_ClearTheFilter(benchmark::State& state) {
   Workstation& w = workstation();
   if (!enough(state, w)) return;
-  w.bar->onlyMatches()->setChecked(true);
+  w.bar->only_matches()->setChecked(true);
   for (auto _ : state) {
     state.PauseTiming();
     w.set_conditions();
@@ -153,7 +153,7 @@ void BM_ClearTheFilter(benchmark::State& state) {
     w.summary->list(0)->viewport()->repaint();
   }
   state.counters["rows"] = w.summary->model(0)->rowCount();
-  w.bar->onlyMatches()->setChecked(false);
+  w.bar->only_matches()->setChecked(false);
 }
 BENCHMARK(BM_ClearTheFilter)->Unit(benchmark::kMillisecond)->Iterations(5);
 

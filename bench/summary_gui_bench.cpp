@@ -34,7 +34,7 @@ void BM_LoadInTheWindow(benchmark::State& state) {
   const std::string path = bench::frames_file(bench::bench_bytes());
   ConsoleDialogs dialogs;
   EGSE_MDI window(bench::demo_configuration(), dialogs);
-  for (auto _ : state) window.loadFile(FileFormat::CSS, QString::fromStdString(path));
+  for (auto _ : state) window.load_file(FileFormat::CSS, QString::fromStdString(path));
   state.counters["entries"] = static_cast<double>(bench::entries_of(window.session()));
 }
 BENCHMARK(BM_LoadInTheWindow)->Unit(benchmark::kMillisecond)->Iterations(3);
@@ -51,7 +51,7 @@ struct LoadedWindow {
   EGSE_MDI window{bench::demo_configuration(), dialogs};
   LoadedWindow() {
     window.resize(1200, 800);
-    window.loadFile(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
+    window.load_file(FileFormat::CSS, QString::fromStdString(bench::frames_file(bench::bench_bytes())));
     show_and_paint(window);
   }
 };
@@ -62,11 +62,11 @@ void BM_OpenSummary(benchmark::State& state) {
   LoadedWindow loaded;
   EGSE_MDI& window = loaded.window;
   for (auto _ : state) {
-    ChildView* summary = window.showView(ViewKind::Summary);
+    ChildView* summary = window.show_view(ViewKind::Summary);
     show_and_paint(window);
     state.PauseTiming();
     benchmark::DoNotOptimize(summary);
-    window.closeView(ViewKind::Summary);
+    window.close_view(ViewKind::Summary);
     QApplication::processEvents();
     state.ResumeTiming();
   }
@@ -86,12 +86,12 @@ void BM_OpenSummaryFullyLaidOut(benchmark::State& state) {
   LoadedWindow loaded;
   EGSE_MDI& window = loaded.window;
   for (auto _ : state) {
-    auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
+    auto* summary = static_cast<Summary*>(window.show_view(ViewKind::Summary));
     show_and_paint(window);
     while (!laid_out(summary->list(0))) QApplication::processEvents();
     state.PauseTiming();
     state.counters["hk_rows"] = summary->model(0)->rowCount();
-    window.closeView(ViewKind::Summary);
+    window.close_view(ViewKind::Summary);
     QApplication::processEvents();
     state.ResumeTiming();
   }
@@ -102,7 +102,7 @@ BENCHMARK(BM_OpenSummaryFullyLaidOut)->Unit(benchmark::kMillisecond)->Iterations
 void BM_ScrollSummary(benchmark::State& state) {
   LoadedWindow loaded;
   EGSE_MDI& window = loaded.window;
-  auto* summary = static_cast<Summary*>(window.showView(ViewKind::Summary));
+  auto* summary = static_cast<Summary*>(window.show_view(ViewKind::Summary));
   summary->tabs()->setCurrentIndex(2);
   show_and_paint(window);
   QListView* list = summary->list(2);

@@ -7,8 +7,8 @@
 
 #include "bench_files.h"
 #include "core/session.h"
-#include "views/trend_plot.h"
-#include "views/trend_series.h"
+#include "decoders/trend_plot.h"
+#include "decoders/trend_series.h"
 
 namespace morvane {
 namespace {
@@ -48,7 +48,7 @@ BENCHMARK(BM_TrendSeriesOfEverySensor)->Arg(1)->Arg(0)->ArgName("cold_junction")
 void BM_TrendPlotOfEverySensor(benchmark::State& state) {
   const Session& session = loaded_session();
   const auto series = trend_series(session, every_sensor(session), true);
-  const Time_Window window = whole_time_window(series);
+  const TimeWindow window = whole_time_window(series);
   for (auto _ : state) {
     benchmark::DoNotOptimize(make_trend_plot(series, {}, window, {true, 1000, 8, 6}));
   }

@@ -16,8 +16,8 @@
 #include "sim/config_writer.h"
 #include "trend_chart.h"
 #include "trend_form.h"
-#include "views/integrity.h"
-#include "views/trend_plot.h"
+#include "decoders/integrity.h"
+#include "decoders/trend_plot.h"
 
 namespace morvane {
 namespace {
@@ -41,9 +41,9 @@ EGSE_MDI& loaded_window() {
   static ConsoleDialogs dialogs;
   static EGSE_MDI* window = [] {
     auto* made = new EGSE_MDI(bench_configuration(), dialogs);
-    made->setByteReverse(true);
+    made->set_byte_reverse(true);
     made->resize(1400, 900);
-    made->loadFile(FileFormat::CSS, QString::fromStdString(million_packet_file()));
+    made->load_file(FileFormat::CSS, QString::fromStdString(million_packet_file()));
     made->show();
     return made;
   }();
@@ -70,49 +70,49 @@ BENCHMARK(BM_TrendSeries)->Arg(1)->Arg(4)->ArgName("sensors")->Unit(benchmark::k
 // One plot of two series over the whole file at a window's width: the decimation and ranges.
 void BM_MakeTrendPlot(benchmark::State& state) {
   const auto series = trend_series(loaded_window().session(), {28, 29}, true);
-  const Time_Window window = whole_time_window(series);
+  const TimeWindow window = whole_time_window(series);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(make_trend_plot(series, {Trend_Limits{0, 40}, std::nullopt}, window, {true, 1000, 8, 6}));
+    benchmark::DoNotOptimize(make_trend_plot(series, {TrendLimits{0, 40}, std::nullopt}, window, {true, 1000, 8, 6}));
   }
   state.counters["points"] = static_cast<double>(2 * series.front().size());
 }
 BENCHMARK(BM_MakeTrendPlot)->Unit(benchmark::kMillisecond);
 
-Trend_Form* open_trend(EGSE_MDI& window) {
-  auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
-  window.frameOf(form)->resize(1300, 800);
-  form->setSensorChosen(28, true);
-  form->setSensorChosen(29, true);
-  form->separateAxesButton()->setChecked(true);
+TrendForm* open_trend(EGSE_MDI& window) {
+  auto* form = static_cast<TrendForm*>(window.show_view(ViewKind::Trend));
+  window.frame_of(form)->resize(1300, 800);
+  form->set_sensor_chosen(28, true);
+  form->set_sensor_chosen(29, true);
+  form->separate_axes_button()->setChecked(true);
   QApplication::processEvents();
   return form;
 }
 
 // A repaint after the window moved (a wheel notch or a drag): the plot made again and drawn.
 void BM_RepaintAfterZoom(benchmark::State& state) {
-  Trend_Form* form = open_trend(loaded_window());
+  TrendForm* form = open_trend(loaded_window());
   TrendChart* chart = form->chart();
-  const Time_Window whole = chart->window();
+  const TimeWindow whole = chart->window();
   bool in = true;
   for (auto _ : state) {
-    chart->zoomAbout((whole.from + whole.to) / 2, in ? 0.8 : 1.25);
+    chart->zoom_about((whole.from + whole.to) / 2, in ? 0.8 : 1.25);
     in = !in;
     chart->repaint();
   }
   state.counters["columns"] = chart->plot().columns;
   state.counters["points"] = static_cast<double>(2 * form->series().front().size());
-  loaded_window().closeView(ViewKind::Trend);
+  loaded_window().close_view(ViewKind::Trend);
 }
 BENCHMARK(BM_RepaintAfterZoom)->Unit(benchmark::kMillisecond);
 
 // A repaint of an unchanged plot (another window uncovered it): drawing only.
 void BM_RepaintUnchanged(benchmark::State& state) {
-  Trend_Form* form = open_trend(loaded_window());
+  TrendForm* form = open_trend(loaded_window());
   TrendChart* chart = form->chart();
   chart->repaint();
   for (auto _ : state) chart->repaint();
   state.counters["columns"] = chart->plot().columns;
-  loaded_window().closeView(ViewKind::Trend);
+  loaded_window().close_view(ViewKind::Trend);
 }
 BENCHMARK(BM_RepaintUnchanged)->Unit(benchmark::kMillisecond);
 
@@ -121,15 +121,15 @@ void BM_TickTwoSensors(benchmark::State& state) {
   EGSE_MDI& window = loaded_window();
   for (auto _ : state) {
     state.PauseTiming();
-    auto* form = static_cast<Trend_Form*>(window.showView(ViewKind::Trend));
-    window.frameOf(form)->resize(1300, 800);
+    auto* form = static_cast<TrendForm*>(window.show_view(ViewKind::Trend));
+    window.frame_of(form)->resize(1300, 800);
     QApplication::processEvents();
     state.ResumeTiming();
-    form->setSensorChosen(28, true);
-    form->setSensorChosen(29, true);
+    form->set_sensor_chosen(28, true);
+    form->set_sensor_chosen(29, true);
     form->chart()->repaint();
     state.PauseTiming();
-    window.closeView(ViewKind::Trend);
+    window.close_view(ViewKind::Trend);
     QApplication::processEvents();
     state.ResumeTiming();
   }
@@ -150,11 +150,11 @@ BENCHMARK(BM_IntegrityCheck)->Unit(benchmark::kMillisecond);
 void BM_OpenIntegrityWindow(benchmark::State& state) {
   EGSE_MDI& window = loaded_window();
   for (auto _ : state) {
-    ChildView* form = window.showView(ViewKind::Integrity);
+    ChildView* form = window.show_view(ViewKind::Integrity);
     QApplication::processEvents();
     benchmark::DoNotOptimize(form->grab());
     state.PauseTiming();
-    window.closeView(ViewKind::Integrity);
+    window.close_view(ViewKind::Integrity);
     QApplication::processEvents();
     state.ResumeTiming();
   }

@@ -21,7 +21,7 @@ constexpr int kDialogTop = 1200;
 
 }  // namespace
 
-AD590_Dialog::AD590_Dialog(Workstation& workstation)
+AD590Dialog::AD590Dialog(Workstation& workstation)
     : ChildView(workstation, ViewKind::AD590),
       setting_(session().config),
       text1_(new QLineEdit(QString::fromStdString(setting_.text()), this)),
@@ -48,19 +48,19 @@ AD590_Dialog::AD590_Dialog(Workstation& workstation)
   buttons->addWidget(command2_);
   layout->addLayout(buttons, 2, 0, 1, 2);
 
-  connect(command1_, &QPushButton::clicked, this, &AD590_Dialog::Command1_Click);
-  connect(command2_, &QPushButton::clicked, this, &AD590_Dialog::Command2_Click);
-  connect(text1_, &QLineEdit::returnPressed, this, &AD590_Dialog::Command1_Click);
+  connect(command1_, &QPushButton::clicked, this, &AD590Dialog::Command1_Click);
+  connect(command2_, &QPushButton::clicked, this, &AD590Dialog::Command2_Click);
+  connect(text1_, &QLineEdit::returnPressed, this, &AD590Dialog::Command1_Click);
 }
 
-void AD590_Dialog::showEvent(QShowEvent* event) {
+void AD590Dialog::showEvent(QShowEvent* event) {
   ChildView::showEvent(event);
   if (placed_) return;
   placed_ = true;
   place_at(kDialogLeft, kDialogTop);
 }
 
-void AD590_Dialog::Command1_Click() {
+void AD590Dialog::Command1_Click() {
   guarded([&] {
     if (!setting_.Command1_Click(session().config, text1_->text().toStdString())) return;
     // The auxiliary view shows the new correction at once rather than at its next scroll.
@@ -69,6 +69,6 @@ void AD590_Dialog::Command1_Click() {
   close_frame();
 }
 
-void AD590_Dialog::Command2_Click() { close_frame(); }
+void AD590Dialog::Command2_Click() { close_frame(); }
 
 }  // namespace morvane

@@ -44,7 +44,7 @@ Auxiliary_form::Auxiliary_form(Workstation& workstation)
   scroll_->setObjectName("VScroll1");
   picture_->setObjectName("Picture1");
   picture_->setFont(page_font(picture_->font()));
-  picture_->setSurfaceTwips(kSurfaceWidth, kSurfaceHeight);
+  picture_->set_surface_twips(kSurfaceWidth, kSurfaceHeight);
   picture_->setMinimumSize(picture_->sizeHint());
   notice_->setAlignment(Qt::AlignCenter);
   notice_->setMinimumSize(picture_->sizeHint());
@@ -76,23 +76,23 @@ Auxiliary_form::Auxiliary_form(Workstation& workstation)
   layout->setRowStretch(1, 1);
 
   connect(scroll_, &QScrollBar::valueChanged, this, &Auxiliary_form::VScroll1_Change);
-  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+  add_show_in_raw_frame(*this, [this]() -> std::optional<RawMark> {
     const auto number = static_cast<size_t>(state_.Current_Aux_Number);
-    if (fileReplaced() || notice_->isVisibleTo(this) || number < 1 || number > state_.Aux_Index.size()) return {};
+    if (file_replaced() || notice_->isVisibleTo(this) || number < 1 || number > state_.Aux_Index.size()) return {};
     return packet_mark(session().File_Type, session().catalogue.Science_List.at(state_.Aux_Index[number - 1]));
   });
   open();
 }
 
-bool Auxiliary_form::fileReplaced() const { return file_.lock() != session().file; }
+bool Auxiliary_form::file_replaced() const { return file_.lock() != session().file; }
 
 void Auxiliary_form::open() {
   file_ = session().file;
   // Where the original view failed to open, this one says why.
-  if (!session().loaded()) return showNotice(kNoFileNotice);
-  if (session().catalogue.counters.Auxiliary_Count() < 1) return showNotice(kNoAuxiliaryNotice);
+  if (!session().loaded()) return show_notice(kNoFileNotice);
+  if (session().catalogue.counters.Auxiliary_Count() < 1) return show_notice(kNoAuxiliaryNotice);
   guarded([&] {
-    const Aux_Opening opening = state_.Form_Load(session());
+    const AuxOpening opening = state_.Form_Load(session());
     packet_count_->setText(QString::fromStdString(opening.packet_count));
     ad590_->setText(QString::fromStdString(opening.ad590_text));
     {
@@ -104,12 +104,12 @@ void Auxiliary_form::open() {
     }
     notice_->setVisible(false);
     picture_->setVisible(true);
-    showPacket();
+    show_packet();
   });
 }
 
-void Auxiliary_form::showNotice(const char* text) {
-  state_ = AuxiliaryState{};
+void Auxiliary_form::show_notice(const char* text) {
+  state_ = AuxiliaryPresenter{};
   for (QLabel* label : {aux_number_, sequence_, lander_time_, packet_count_, channel_count_}) label->clear();
   ad590_->setText(QString::fromStdString(ad590_temperature_text(session().config)));
   scroll_->setEnabled(false);
@@ -119,10 +119,10 @@ void Auxiliary_form::showNotice(const char* text) {
   notice_->setVisible(true);
 }
 
-void Auxiliary_form::showPacket() {
+void Auxiliary_form::show_packet() {
   const bool shown = guarded([&] {
-    const Aux_Page page = state_.Update_Auxiliary_Packet_Info(session());
-    picture_->setDrawing(page.table.drawing);
+    const AuxPage page = state_.Update_Auxiliary_Packet_Info(session());
+    picture_->set_drawing(page.table.drawing);
     aux_number_->setText(QString::fromStdString(page.aux_number));
     sequence_->setText(QString::fromStdString(page.sequence));
     lander_time_->setText(QString::fromStdString(page.lander_time));
@@ -139,18 +139,18 @@ void Auxiliary_form::showPacket() {
 }
 
 void Auxiliary_form::VScroll1_Change(int value) {
-  if (fileReplaced()) {
+  if (file_replaced()) {
     // Another file was loaded since the view opened: it starts over on that file.
-    state_ = AuxiliaryState{};
+    state_ = AuxiliaryPresenter{};
     return open();
   }
   state_.Current_Aux_Number = value;
-  showPacket();
+  show_packet();
 }
 
-void Auxiliary_form::showCurrentEntry() {
-  if (fileReplaced()) {
-    state_ = AuxiliaryState{};
+void Auxiliary_form::show_current_entry() {
+  if (file_replaced()) {
+    state_ = AuxiliaryPresenter{};
   } else if (shows(session().Current_Science_Index)) {
     return;  // the view has just opened on it
   }
@@ -162,13 +162,13 @@ bool Auxiliary_form::shows(int32_t science_index) const {
   return number >= 1 && number <= state_.Aux_Index.size() && state_.Aux_Index[number - 1] == science_index;
 }
 
-void Auxiliary_form::calibrationChanged(CalibrationTable /*table*/) {
-  if (fileReplaced() || state_.Aux_Index.empty()) return showCurrentEntry();
+void Auxiliary_form::calibration_changed(CalibrationTable /*table*/) {
+  if (file_replaced() || state_.Aux_Index.empty()) return show_current_entry();
   ad590_->setText(QString::fromStdString(ad590_temperature_text(session().config)));
-  showPacket();
+  show_packet();
 }
 
-QString Auxiliary_form::labelText(const std::string& caption) const {
+QString Auxiliary_form::label_text(const std::string& caption) const {
   const std::pair<const char*, const QLabel*> labels[] = {
       {kAuxiliaryLabelCaptions[0], aux_number_},  {kAuxiliaryLabelCaptions[1], sequence_},
       {kAuxiliaryLabelCaptions[2], lander_time_}, {kAuxiliaryStaticTexts[1], packet_count_},

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "child_view.h"
-#include "views/auxiliary_view.h"
+#include "decoders/auxiliary_presenter.h"
 
 class QLabel;
 class QScrollBar;
@@ -30,21 +30,21 @@ class Auxiliary_form : public ChildView {
   explicit Auxiliary_form(Workstation& workstation);
 
   // The summary chose an auxiliary entry: the view opens again on it.
-  void showCurrentEntry() override;
+  void show_current_entry() override;
   // The AD590 temperature or the pressure calibration changed: the AD590 label and the packet
   // shown follow at once.
-  void calibrationChanged(CalibrationTable table) override;
+  void calibration_changed(CalibrationTable table) override;
 
   // VScroll1_Change: auxiliary packet `value` (1-based).
   void VScroll1_Change(int value);
 
-  int32_t currentAuxNumber() const { return state_.Current_Aux_Number; }
+  int32_t current_aux_number() const { return state_.Current_Aux_Number; }
   // The value label beside a caption ("Aux Data number", "AD590 compensation temperature", ...;
   // "Sensor readings" gives the number of readings).
-  QString labelText(const std::string& caption) const;
+  QString label_text(const std::string& caption) const;
   // What is shown instead of the table, or an empty text.
   QString notice() const;
-  QScrollBar* scrollBar() const { return scroll_; }
+  QScrollBar* scroll_bar() const { return scroll_; }
   DrawingView* picture() const { return picture_; }
 
  protected:
@@ -53,14 +53,14 @@ class Auxiliary_form : public ChildView {
  private:
   // Form_Load: the index of auxiliary packets, the bar, the labels and the current packet.
   void open();
-  void showPacket();
-  void showNotice(const char* text);
+  void show_packet();
+  void show_notice(const char* text);
   // Whether the packet shown is this entry of the science list.
   bool shows(int32_t science_index) const;
   // The view was opened on a file that is no longer the loaded one.
-  bool fileReplaced() const;
+  bool file_replaced() const;
 
-  AuxiliaryState state_;
+  AuxiliaryPresenter state_;
   std::weak_ptr<TelemetryFile> file_;
   QLabel* notice_;
   QLabel* aux_number_;

@@ -40,7 +40,7 @@ void place(QWidget* widget, int x, int y, int width, int height) {
 
 }  // namespace
 
-Calibration_Dialog::Calibration_Dialog(Workstation& workstation, Write_Function write)
+CalibrationDialog::CalibrationDialog(Workstation& workstation, WriteFunction write)
     : ChildView(workstation, ViewKind::PressureCalibration),
       editor_(std::make_unique<Calibration>(session().config, std::move(write))) {
   setWindowTitle(QString::fromUtf8(kCalibrationCaption));
@@ -85,13 +85,13 @@ Calibration_Dialog::Calibration_Dialog(Workstation& workstation, Write_Function 
     const char* name;
     const char* caption;
     const char* explanation;
-    void (Calibration_Dialog::*click)();
+    void (CalibrationDialog::*click)();
   };
   static constexpr Button kChoices[] = {
-      {"Command3", kModifyButton, kModifyExplanation, &Calibration_Dialog::Command3_Click},
-      {"Command4", kResetButton, kResetExplanation, &Calibration_Dialog::Command4_Click},
-      {"Command1", kAcceptButton, nullptr, &Calibration_Dialog::Command1_Click},
-      {"Command2", kCancelButton, nullptr, &Calibration_Dialog::Command2_Click},
+      {"Command3", kModifyButton, kModifyExplanation, &CalibrationDialog::Command3_Click},
+      {"Command4", kResetButton, kResetExplanation, &CalibrationDialog::Command4_Click},
+      {"Command1", kAcceptButton, nullptr, &CalibrationDialog::Command1_Click},
+      {"Command2", kCancelButton, nullptr, &CalibrationDialog::Command2_Click},
   };
   auto* closing = new QHBoxLayout;
   closing->addStretch(1);
@@ -111,10 +111,10 @@ Calibration_Dialog::Calibration_Dialog(Workstation& workstation, Write_Function 
   choices->setColumnStretch(1, 1);
   layout->addLayout(choices);
   layout->addLayout(closing);
-  showRows();
+  show_rows();
 }
 
-void Calibration_Dialog::showRows() {
+void CalibrationDialog::show_rows() {
   const std::vector<Calibration::Row>& rows = editor_->rows();
   for (size_t i = 0; i < rows.size(); ++i) {
     const Calibration::Row& row = rows[i];
@@ -129,7 +129,7 @@ void Calibration_Dialog::showRows() {
   }
 }
 
-void Calibration_Dialog::run(const std::function<void()>& click) {
+void CalibrationDialog::run(const std::function<void()>& click) {
   guarded([&] {
     for (size_t i = 0; i < atmosphere_.size(); ++i) {
       editor_->set_atmosphere_text(i, atmosphere_[i]->text().toStdString());
@@ -140,31 +140,31 @@ void Calibration_Dialog::run(const std::function<void()>& click) {
     while (editor_->question() != Calibration::Question::None) {
       const QString question = QString::fromUtf8(editor_->question_text());
       const bool yes =
-          editor_->question_is_yes_no() ? dialogs.askYesNo(this, question) : dialogs.askOkCancel(this, question);
+          editor_->question_is_yes_no() ? dialogs.ask_yes_no(this, question) : dialogs.ask_ok_cancel(this, question);
       editor_->answer(yes);
     }
   });
-  showRows();
+  show_rows();
   if (editor_->closed()) close_frame();
 }
 
-void Calibration_Dialog::Command1_Click() {
+void CalibrationDialog::Command1_Click() {
   run([&] { editor_->Command1_Click(); });
 }
 
-void Calibration_Dialog::Command2_Click() {
+void CalibrationDialog::Command2_Click() {
   run([&] { editor_->Command2_Click(); });
 }
 
-void Calibration_Dialog::Command3_Click() {
+void CalibrationDialog::Command3_Click() {
   run([&] { editor_->Command3_Click(); });
 }
 
-void Calibration_Dialog::Command4_Click() {
+void CalibrationDialog::Command4_Click() {
   run([&] { editor_->Command4_Click(); });
 }
 
-void Calibration_Dialog::closeEvent(QCloseEvent* event) {
+void CalibrationDialog::closeEvent(QCloseEvent* event) {
   // The window's close button cancels: the saved calibration comes back into memory.
   if (!editor_->closed()) guarded([&] { editor_->Command2_Click(); });
   // The conversions read the table: open views show what it now holds.
@@ -172,9 +172,9 @@ void Calibration_Dialog::closeEvent(QCloseEvent* event) {
   ChildView::closeEvent(event);
 }
 
-QString Calibration_Dialog::sensorName(int row) const { return names_[static_cast<size_t>(row)]->text(); }
+QString CalibrationDialog::sensor_name(int row) const { return names_[static_cast<size_t>(row)]->text(); }
 
-QPushButton* Calibration_Dialog::button(const char* caption) const {
+QPushButton* CalibrationDialog::button(const char* caption) const {
   for (QPushButton* b : buttons_) {
     if (b->text() == QString::fromUtf8(caption)) return b;
   }

@@ -20,12 +20,12 @@ namespace morvane {
 // pressure-sensor file safely; Cancel (or the window's close button) reloads the saved file.
 // When the dialog closes, open housekeeping and auxiliary views redraw with the table as it
 // then stands.
-class Calibration_Dialog : public ChildView {
+class CalibrationDialog : public ChildView {
   Q_OBJECT
 
  public:
   // write replaces the disk write of the rewritten file (tests make it fail).
-  explicit Calibration_Dialog(Workstation& workstation, Write_Function write = {});
+  explicit CalibrationDialog(Workstation& workstation, WriteFunction write = {});
 
   void Command1_Click();  // Accept
   void Command2_Click();  // Cancel
@@ -33,9 +33,9 @@ class Calibration_Dialog : public ChildView {
   void Command4_Click();  // Reset
 
   int rowCount() const { return static_cast<int>(atmosphere_.size()); }
-  QLineEdit* atmosphereEntry(int row) const { return atmosphere_[static_cast<size_t>(row)]; }
-  QLineEdit* vacuumEntry(int row) const { return vacuum_[static_cast<size_t>(row)]; }
-  QString sensorName(int row) const;
+  QLineEdit* atmosphere_entry(int row) const { return atmosphere_[static_cast<size_t>(row)]; }
+  QLineEdit* vacuum_entry(int row) const { return vacuum_[static_cast<size_t>(row)]; }
+  QString sensor_name(int row) const;
   QPushButton* button(const char* caption) const;
 
  protected:
@@ -45,7 +45,7 @@ class Calibration_Dialog : public ChildView {
   // Runs a click of the editor: the typed entries go in first, every question it then asks is
   // put to the user, and the rows show the outcome. The dialog closes when the editor is done.
   void run(const std::function<void()>& click);
-  void showRows();
+  void show_rows();
 
   std::unique_ptr<Calibration> editor_;
   std::vector<QLabel*> names_;

@@ -8,7 +8,7 @@ namespace morvane {
 
 namespace {
 
-const QColor kFailureColour(255, 0, 0);
+const QColor k_failure_colour(255, 0, 0);
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
@@ -30,9 +30,9 @@ QString test_mode_caption(const std::string& mode) {
   return mode == "eaft" ? QStringLiteral("EAFT") : QStringLiteral("Cruise Phase");
 }
 
-QString failed_items_text(const archive::Test_Record& test) {
+QString failed_items_text(const archive::TestRecord& test) {
   QStringList names;
-  for (const archive::Test_Item& item : test.items) {
+  for (const archive::TestItem& item : test.items) {
     // The summary's sub-system rows restate the items that failed in them.
     if (item.failed && item.table != "subsystems") names << text_of(item.name).trimmed();
   }
@@ -41,52 +41,52 @@ QString failed_items_text(const archive::Test_Record& test) {
 
 // --- The base ------------------------------------------------------------------------------
 
-Campaign_Table_Model::Campaign_Table_Model(QStringList headings, QObject* parent)
+CampaignTableModel::CampaignTableModel(QStringList headings, QObject* parent)
     : QAbstractTableModel(parent), headings_(std::move(headings)) {}
 
-int Campaign_Table_Model::columnCount(const QModelIndex& parent) const {
+int CampaignTableModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(headings_.size());
 }
 
-QVariant Campaign_Table_Model::headerData(int section, Qt::Orientation orientation, int role) const {
+QVariant CampaignTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= headings_.size()) {
     return QAbstractTableModel::headerData(section, orientation, role);
   }
   return headings_[section];
 }
 
-void Campaign_Table_Model::setFileNames(std::map<int64_t, QString> names) { file_names_ = std::move(names); }
+void CampaignTableModel::set_file_names(std::map<int64_t, QString> names) { file_names_ = std::move(names); }
 
-QString Campaign_Table_Model::fileName(int64_t file_id) const {
+QString CampaignTableModel::fileName(int64_t file_id) const {
   const auto found = file_names_.find(file_id);
   return found == file_names_.end() ? QString::number(file_id) : found->second;
 }
 
 // --- Files ---------------------------------------------------------------------------------
 
-Campaign_File_Model::Campaign_File_Model(QObject* parent)
-    : Campaign_Table_Model({tr("Id"), tr("Name"), tr("Type"), tr("Byte Reverse"), tr("Size (bytes)"), tr("Frames"),
+CampaignFileModel::CampaignFileModel(QObject* parent)
+    : CampaignTableModel({tr("Id"), tr("Name"), tr("Type"), tr("Byte Reverse"), tr("Size (bytes)"), tr("Frames"),
                             tr("First lander time (s)"), tr("Last lander time (s)"), tr("Housekeeping"),
                             tr("Science"), tr("Information"), tr("Tests"), tr("Findings"), tr("SHA-256"),
                             tr("Path")},
                            parent) {}
 
-void Campaign_File_Model::setFiles(std::vector<archive::File_Record> files) {
+void CampaignFileModel::set_files(std::vector<archive::FileRecord> files) {
   beginResetModel();
   files_ = std::move(files);
   std::map<int64_t, QString> names;
-  for (const archive::File_Record& file : files_) names[file.file_id] = text_of(file.name);
-  setFileNames(std::move(names));
+  for (const archive::FileRecord& file : files_) names[file.file_id] = text_of(file.name);
+  set_file_names(std::move(names));
   endResetModel();
 }
 
-int Campaign_File_Model::rowCount(const QModelIndex& parent) const {
+int CampaignFileModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(files_.size());
 }
 
-QVariant Campaign_File_Model::data(const QModelIndex& index, int role) const {
+QVariant CampaignFileModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || !is_text_role(role)) return {};
-  const archive::File_Record& f = file(index.row());
+  const archive::FileRecord& f = file(index.row());
   switch (index.column()) {
     case Id: return number(f.file_id, role);
     case Name: return text_of(f.name);
@@ -109,28 +109,28 @@ QVariant Campaign_File_Model::data(const QModelIndex& index, int role) const {
 
 // --- Tests ---------------------------------------------------------------------------------
 
-Campaign_Test_Model::Campaign_Test_Model(QObject* parent)
-    : Campaign_Table_Model({tr("File"), tr("Mode"), tr("Test"), tr("Seq. Count"), tr("Lander time (s)"),
+CampaignTestModel::CampaignTestModel(QObject* parent)
+    : CampaignTableModel({tr("File"), tr("Mode"), tr("Test"), tr("Seq. Count"), tr("Lander time (s)"),
                             tr("Verdict"), tr("Failed items"), tr("Packet message")},
                            parent) {}
 
-void Campaign_Test_Model::setTests(std::vector<archive::Test_Record> tests) {
+void CampaignTestModel::set_tests(std::vector<archive::TestRecord> tests) {
   beginResetModel();
   tests_ = std::move(tests);
   endResetModel();
 }
 
-int Campaign_Test_Model::rowCount(const QModelIndex& parent) const {
+int CampaignTestModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(tests_.size());
 }
 
-QVariant Campaign_Test_Model::data(const QModelIndex& index, int role) const {
+QVariant CampaignTestModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const archive::Test_Record& t = test(index.row());
+  const archive::TestRecord& t = test(index.row());
   const bool passed = t.overall && *t.overall == "Passed";
   if (role == Qt::ForegroundRole) {
     const bool red = (index.column() == Verdict && !passed) || index.column() == FailedItems;
-    return red ? QVariant(QBrush(kFailureColour)) : QVariant();
+    return red ? QVariant(QBrush(k_failure_colour)) : QVariant();
   }
   if (role == Qt::ToolTipRole && index.column() == Verdict && !t.error.empty()) return text_of(t.error);
   if (!is_text_role(role)) return {};
@@ -149,23 +149,23 @@ QVariant Campaign_Test_Model::data(const QModelIndex& index, int role) const {
 
 // --- Events --------------------------------------------------------------------------------
 
-Campaign_Event_Model::Campaign_Event_Model(QObject* parent)
-    : Campaign_Table_Model({tr("File"), tr("Entry"), tr("Lander time (s)"), tr("Label"), tr("Translation")}, parent) {
+CampaignEventModel::CampaignEventModel(QObject* parent)
+    : CampaignTableModel({tr("File"), tr("Entry"), tr("Lander time (s)"), tr("Label"), tr("Translation")}, parent) {
 }
 
-void Campaign_Event_Model::setEvents(std::vector<archive::Event_Record> events) {
+void CampaignEventModel::set_events(std::vector<archive::EventRecord> events) {
   beginResetModel();
   events_ = std::move(events);
   endResetModel();
 }
 
-int Campaign_Event_Model::rowCount(const QModelIndex& parent) const {
+int CampaignEventModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(events_.size());
 }
 
-QVariant Campaign_Event_Model::data(const QModelIndex& index, int role) const {
+QVariant CampaignEventModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const archive::Event_Record& e = event(index.row());
+  const archive::EventRecord& e = event(index.row());
   auto lines = [&](const QString& separator) {
     QStringList texts;
     for (const std::string& line : e.lines) {

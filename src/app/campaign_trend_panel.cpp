@@ -23,7 +23,7 @@ namespace morvane {
 namespace {
 
 constexpr int kNoLimits = 0;  // the limit box's first item; then the two test modes
-const QColor kBoundaryColour(90, 90, 90);
+const QColor k_boundary_colour(90, 90, 90);
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
@@ -31,29 +31,29 @@ QString text_of(const std::string& text) { return QString::fromStdString(text); 
 
 // --- The chart -------------------------------------------------------------------------------
 
-void Campaign_Trend_Chart::setBoundaries(std::vector<File_Boundary> boundaries) {
+void CampaignTrendChart::set_boundaries(std::vector<FileBoundary> boundaries) {
   boundaries_ = std::move(boundaries);
   update();
 }
 
-void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
+void CampaignTrendChart::paintEvent(QPaintEvent* event) {
   TrendChart::paintEvent(event);
   const auto& traces = plot().traces;
   const bool drawn = std::any_of(traces.begin(), traces.end(), [](const auto& trace) { return !trace.empty(); });
   if (boundaries_.empty() || !drawn) return;
-  const QRect area = plotArea();
-  const Time_Window shown = window();
+  const QRect area = plot_area();
+  const TimeWindow shown = window();
 
   // Files that start in the same pixel column share a line and a label.
-  std::vector<File_Boundary> in_time = boundaries_;
+  std::vector<FileBoundary> in_time = boundaries_;
   std::stable_sort(in_time.begin(), in_time.end(),
-                   [](const File_Boundary& a, const File_Boundary& b) { return a.lander_time < b.lander_time; });
+                   [](const FileBoundary& a, const FileBoundary& b) { return a.lander_time < b.lander_time; });
   struct Mark {
     int x;
     QString label;
   };
   std::vector<Mark> marks;
-  for (const File_Boundary& boundary : in_time) {
+  for (const FileBoundary& boundary : in_time) {
     if (boundary.lander_time < shown.from || boundary.lander_time > shown.to) continue;
     const int x =
         area.left() + static_cast<int>(std::lround((boundary.lander_time - shown.from) / shown.span() * area.width()));
@@ -67,7 +67,7 @@ void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
   // Each line dotted over the lanes, its label at the foot of the plot; a label that would run
   // into the one before it goes a line higher.
   QPainter painter(this);
-  QPen pen(kBoundaryColour);
+  QPen pen(k_boundary_colour);
   pen.setStyle(Qt::DotLine);
   const QFontMetrics metrics(font());
   std::vector<int> row_ends;
@@ -82,48 +82,48 @@ void Campaign_Trend_Chart::paintEvent(QPaintEvent* event) {
     const QRect box(mark.x + 2, area.bottom() - 2 - static_cast<int>(row + 1) * metrics.height(), width,
                     metrics.height());
     painter.fillRect(box, QColor(255, 255, 255, 210));
-    painter.setPen(kBoundaryColour);
+    painter.setPen(k_boundary_colour);
     painter.drawText(box.left() + 2, box.top() + metrics.ascent(), mark.label);
   }
 }
 
 // --- The panel -------------------------------------------------------------------------------
 
-Campaign_Trend_Panel::Campaign_Trend_Panel(const Configuration& config, Trend_Reader reader, Guard guard,
+CampaignTrendPanel::CampaignTrendPanel(const Configuration& config, TrendReader reader, Guard guard,
                                            QWidget* parent)
     : QWidget(parent), config_(config), reader_(std::move(reader)), guard_(std::move(guard)) {
-  chart_ = new Campaign_Trend_Chart(this);
+  chart_ = new CampaignTrendChart(this);
   status_ = new QLabel(this);
   status_->setObjectName("TrendStatus");
   auto* plot_side = new QVBoxLayout;
   plot_side->addWidget(chart_, 1);
   plot_side->addWidget(status_);
   auto* layout = new QHBoxLayout(this);
-  layout->addWidget(makeControls());
+  layout->addWidget(make_controls());
   layout->addLayout(plot_side, 1);
-  connect(chart_, &TrendChart::windowChanged, this, [this] { showStatus(); });
-  plotSeries();
+  connect(chart_, &TrendChart::window_changed, this, [this] { show_status(); });
+  plot_series();
 }
 
-QWidget* Campaign_Trend_Panel::makeControls() {
+QWidget* CampaignTrendPanel::make_controls() {
   auto* panel = new QWidget(this);
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(new QLabel(tr("Sensors"), panel));
   sensors_ = make_sensor_checklist(config_, panel);
   column->addWidget(sensors_, 1);
-  connect(sensors_, &QListWidget::itemChanged, this, [this] { readSeries(); });
+  connect(sensors_, &QListWidget::itemChanged, this, [this] { read_series(); });
 
   cold_junction_ = new QCheckBox(tr("Cold-junction term"), panel);
   cold_junction_->setObjectName("ColdJunction");
   cold_junction_->setChecked(true);
   column->addWidget(cold_junction_);
-  connect(cold_junction_, &QCheckBox::toggled, this, [this] { readSeries(); });
+  connect(cold_junction_, &QCheckBox::toggled, this, [this] { read_series(); });
 
   auto* separate = new QCheckBox(tr("One axis per sensor"), panel);
   separate->setObjectName("SeparateAxes");
   column->addWidget(separate);
-  connect(separate, &QCheckBox::toggled, chart_, &TrendChart::setSeparateAxes);
+  connect(separate, &QCheckBox::toggled, chart_, &TrendChart::set_separate_axes);
 
   auto* limits_row = new QHBoxLayout;
   limits_row->addWidget(new QLabel(tr("Limits"), panel));
@@ -134,52 +134,52 @@ QWidget* Campaign_Trend_Panel::makeControls() {
   limits_row->addWidget(limit_mode_, 1);
   column->addLayout(limits_row);
   connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
-    readLimitFile();
-    plotSeries();
+    read_limit_file();
+    plot_series();
   });
 
   auto* whole = new QPushButton(tr("Whole Campaign"), panel);
   whole->setObjectName("WholeCampaign");
   column->addWidget(whole);
-  connect(whole, &QPushButton::clicked, chart_, &TrendChart::showWholeFile);
+  connect(whole, &QPushButton::clicked, chart_, &TrendChart::show_whole_file);
   return panel;
 }
 
-std::vector<int> Campaign_Trend_Panel::chosenSensors() const { return checked_sensors(*sensors_); }
+std::vector<int> CampaignTrendPanel::chosen_sensors() const { return checked_sensors(*sensors_); }
 
-void Campaign_Trend_Panel::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
+void CampaignTrendPanel::set_sensor_chosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
 
-void Campaign_Trend_Panel::setFiles(const std::vector<archive::File_Record>& files) {
+void CampaignTrendPanel::set_files(const std::vector<archive::FileRecord>& files) {
   has_files_ = !files.empty();
-  std::vector<File_Boundary> boundaries;
+  std::vector<FileBoundary> boundaries;
   limit_type_.reset();
-  for (const archive::File_Record& file : files) {
+  for (const archive::FileRecord& file : files) {
     if (file.first_lander_time) boundaries.push_back({double(*file.first_lander_time), text_of(file.name)});
     // The newest file's type: its limit file is the one a campaign of one type is held to.
     limit_type_ = parse_format_tag(file.type);
   }
-  chart_->setBoundaries(std::move(boundaries));
-  readLimitFile();
-  readSeries();
-  chart_->showWholeFile();
+  chart_->set_boundaries(std::move(boundaries));
+  read_limit_file();
+  read_series();
+  chart_->show_whole_file();
 }
 
-void Campaign_Trend_Panel::readSeries() {
-  const std::vector<int> wanted = chosenSensors();
-  std::vector<Trend_Series> made;
+void CampaignTrendPanel::read_series() {
+  const std::vector<int> wanted = chosen_sensors();
+  std::vector<TrendSeries> made;
   std::vector<std::vector<int64_t>> files;
   if (!wanted.empty() && has_files_) {
-    archive::Trend_Query query;
+    archive::TrendQuery query;
     query.sensors = wanted;
     query.cold_junction = cold_junction_->isChecked();
     const auto trends = reader_(query);
     if (!trends) return;  // the error was shown; the plot stays as it was
-    for (const archive::Sensor_Trend& trend : *trends) {
+    for (const archive::SensorTrend& trend : *trends) {
       std::vector<std::pair<int32_t, double>> points;
       std::vector<int64_t> of_file;
       points.reserve(trend.points.size());
       of_file.reserve(trend.points.size());
-      for (const archive::Trend_Point& point : trend.points) {
+      for (const archive::TrendPoint& point : trend.points) {
         points.emplace_back(point.lander_time, point.value);
         of_file.push_back(point.file_id);
       }
@@ -196,10 +196,10 @@ void Campaign_Trend_Panel::readSeries() {
     plotted_files.insert(of_series.begin(), of_series.end());
   }
   plotted_files_ = plotted_files.size();
-  plotSeries();
+  plot_series();
 }
 
-void Campaign_Trend_Panel::readLimitFile() {
+void CampaignTrendPanel::read_limit_file() {
   ranges_.reset();
   const int mode = limit_mode_->currentIndex();
   if (mode == kNoLimits || !limit_type_) return;
@@ -210,14 +210,14 @@ void Campaign_Trend_Panel::readLimitFile() {
   });
 }
 
-void Campaign_Trend_Panel::plotSeries() {
-  std::vector<std::optional<Trend_Limits>> limits = series_limits(series_, ranges_);
-  chart_->setMessage(has_files_ ? tr("Tick the sensors to plot") : tr("The archive holds no files"));
-  chart_->setSeries(&series_, std::move(limits));
-  showStatus();
+void CampaignTrendPanel::plot_series() {
+  std::vector<std::optional<TrendLimits>> limits = series_limits(series_, ranges_);
+  chart_->set_message(has_files_ ? tr("Tick the sensors to plot") : tr("The archive holds no files"));
+  chart_->set_series(&series_, std::move(limits));
+  show_status();
 }
 
-void Campaign_Trend_Panel::showStatus() {
+void CampaignTrendPanel::show_status() {
   QString text = tr("%1 points from %2 files").arg(points_).arg(plotted_files_);
   if (limit_mode_->currentIndex() != kNoLimits && limit_type_) {
     text += ranges_ ? tr("; limits from %1").arg(QFileInfo(text_of(ranges_->path)).fileName())

@@ -46,10 +46,10 @@ QString text_of(const std::string& text) { return QString::fromStdString(text); 
 
 // The tests of an archive as the window keeps them: each with its failed items only (a campaign of
 // a thousand files holds near a million items, nearly all passed).
-std::vector<archive::Test_Record> tests_with_failed_items(archive::Archive& archive) {
-  std::vector<archive::Test_Record> tests = archive.tests();
-  for (archive::Test_Record& test : tests) {
-    std::erase_if(test.items, [](const archive::Test_Item& item) { return !item.failed; });
+std::vector<archive::TestRecord> tests_with_failed_items(archive::Archive& archive) {
+  std::vector<archive::TestRecord> tests = archive.tests();
+  for (archive::TestRecord& test : tests) {
+    std::erase_if(test.items, [](const archive::TestItem& item) { return !item.failed; });
     test.items.shrink_to_fit();
   }
   return tests;
@@ -63,11 +63,11 @@ std::vector<std::string> std_strings(const QStringList& texts) {
 
 }  // namespace
 
-Campaign_Window::Campaign_Window(Workstation& workstation)
+CampaignWindow::CampaignWindow(Workstation& workstation)
     : ChildView(workstation, ViewKind::Campaign),
-      file_model_(new Campaign_File_Model(this)),
-      test_model_(new Campaign_Test_Model(this)),
-      event_model_(new Campaign_Event_Model(this)),
+      file_model_(new CampaignFileModel(this)),
+      test_model_(new CampaignTestModel(this)),
+      event_model_(new CampaignEventModel(this)),
       file_proxy_(new QSortFilterProxyModel(this)),
       test_proxy_(new QSortFilterProxyModel(this)),
       event_proxy_(new QSortFilterProxyModel(this)) {
@@ -82,7 +82,7 @@ Campaign_Window::Campaign_Window(Workstation& workstation)
   add->setObjectName("AddFiles");
   auto* refresh_button = new QPushButton(tr("Refresh"), this);
   refresh_button->setObjectName("Refresh");
-  connect(add, &QPushButton::clicked, this, [this] { guarded([&] { addFiles(); }); });
+  connect(add, &QPushButton::clicked, this, [this] { guarded([&] { add_files(); }); });
   connect(refresh_button, &QPushButton::clicked, this, [this] { refresh(); });
   auto* top = new QHBoxLayout;
   top->addWidget(status_, 1);
@@ -91,13 +91,13 @@ Campaign_Window::Campaign_Window(Workstation& workstation)
 
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName("CampaignTabs");
-  tabs_->addTab(makeFilesTab(), tr("Files"));
-  tabs_->addTab(makeTestsTab(), tr("Tests"));
-  trend_ = new Campaign_Trend_Panel(
+  tabs_->addTab(make_files_tab(), tr("Files"));
+  tabs_->addTab(make_tests_tab(), tr("Tests"));
+  trend_ = new CampaignTrendPanel(
       session().config,
-      [this](const archive::Trend_Query& query) -> std::optional<std::vector<archive::Sensor_Trend>> {
-        std::vector<archive::Sensor_Trend> trends;
-        if (!archive_ || !offThread(tr("Reading the trend from %1").arg(shownLocation()),
+      [this](const archive::TrendQuery& query) -> std::optional<std::vector<archive::SensorTrend>> {
+        std::vector<archive::SensorTrend> trends;
+        if (!archive_ || !off_thread(tr("Reading the trend from %1").arg(shown_location()),
                                     [&] { trends = archive_->trend(query); })) {
           return std::nullopt;
         }
@@ -105,7 +105,7 @@ Campaign_Window::Campaign_Window(Workstation& workstation)
       },
       [this](const std::function<void()>& work) { return guarded(work); }, this);
   tabs_->addTab(trend_, tr("Trend"));
-  tabs_->addTab(makeEventsTab(), tr("Events"));
+  tabs_->addTab(make_events_tab(), tr("Events"));
 
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
@@ -114,13 +114,13 @@ Campaign_Window::Campaign_Window(Workstation& workstation)
 
   // A window restored at start-up shows the archive last opened, once the main window is up.
   QTimer::singleShot(0, this, [this] {
-    if (!archive_ && !archive_setting().isEmpty()) openArchive(archive_setting());
+    if (!archive_ && !archive_setting().isEmpty()) open_archive(archive_setting());
   });
 }
 
-Campaign_Window::~Campaign_Window() = default;
+CampaignWindow::~CampaignWindow() = default;
 
-QTableView* Campaign_Window::makeTable(QSortFilterProxyModel* proxy, const std::function<void(int)>& open) {
+QTableView* CampaignWindow::make_table(QSortFilterProxyModel* proxy, const std::function<void(int)>& open) {
   auto* view = new QTableView(this);
   proxy->setSortRole(kSortRole);
   view->setModel(proxy);
@@ -142,7 +142,7 @@ QTableView* Campaign_Window::makeTable(QSortFilterProxyModel* proxy, const std::
   return view;
 }
 
-bool Campaign_Window::eventFilter(QObject* watched, QEvent* event) {
+bool CampaignWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
     const auto found = openers_.find(watched);
@@ -155,19 +155,19 @@ bool Campaign_Window::eventFilter(QObject* watched, QEvent* event) {
   return ChildView::eventFilter(watched, event);
 }
 
-QWidget* Campaign_Window::makeFilesTab() {
-  files_view_ = makeTable(file_proxy_, [this](int row) { openFileRow(row); });
+QWidget* CampaignWindow::make_files_tab() {
+  files_view_ = make_table(file_proxy_, [this](int row) { open_file_row(row); });
   files_view_->setObjectName("FilesTable");
   return files_view_;
 }
 
-QWidget* Campaign_Window::makeTestsTab() {
+QWidget* CampaignWindow::make_tests_tab() {
   auto* page = new QWidget(this);
-  tests_view_ = makeTable(test_proxy_, [this](int row) { openTestRow(row); });
+  tests_view_ = make_table(test_proxy_, [this](int row) { open_test_row(row); });
   tests_view_->setObjectName("TestsTable");
   failed_only_ = new QCheckBox(tr("Only tests that did not pass"), page);
   failed_only_->setObjectName("FailedOnly");
-  test_proxy_->setFilterKeyColumn(Campaign_Test_Model::Verdict);
+  test_proxy_->setFilterKeyColumn(CampaignTestModel::Verdict);
   connect(failed_only_, &QCheckBox::toggled, this, [this](bool only) {
     test_proxy_->setFilterRegularExpression(only ? QRegularExpression(QStringLiteral("^(?!Passed$)"))
                                                  : QRegularExpression());
@@ -179,16 +179,16 @@ QWidget* Campaign_Window::makeTestsTab() {
   return page;
 }
 
-QWidget* Campaign_Window::makeEventsTab() {
+QWidget* CampaignWindow::make_events_tab() {
   auto* page = new QWidget(this);
   search_ = new QLineEdit(page);
   search_->setObjectName("EventSearch");
   search_->setPlaceholderText(tr("Text in the label or the translation (empty: every event)"));
   auto* find = new QPushButton(tr("Search"), page);
   find->setObjectName("SearchEvents");
-  connect(search_, &QLineEdit::returnPressed, this, [this] { searchEvents(); });
-  connect(find, &QPushButton::clicked, this, [this] { searchEvents(); });
-  events_view_ = makeTable(event_proxy_, [this](int row) { openEventRow(row); });
+  connect(search_, &QLineEdit::returnPressed, this, [this] { search_events(); });
+  connect(find, &QPushButton::clicked, this, [this] { search_events(); });
+  events_view_ = make_table(event_proxy_, [this](int row) { open_event_row(row); });
   events_view_->setObjectName("EventsTable");
   auto* row = new QHBoxLayout;
   row->addWidget(search_, 1);
@@ -202,7 +202,7 @@ QWidget* Campaign_Window::makeEventsTab() {
 
 // --- Archive operations off the window's thread ----------------------------------------------
 
-bool Campaign_Window::offThread(const QString& label, const std::function<void()>& work) {
+bool CampaignWindow::off_thread(const QString& label, const std::function<void()>& work) {
   if (busy_) return false;  // one archive operation at a time on the window's connection
   busy_ = true;
   bool finished = false;
@@ -211,12 +211,12 @@ bool Campaign_Window::offThread(const QString& label, const std::function<void()
   return finished;
 }
 
-bool Campaign_Window::openArchive(const QString& path_or_url) {
+bool CampaignWindow::open_archive(const QString& path_or_url) {
   std::shared_ptr<archive::Archive> opened;
-  std::vector<archive::File_Record> files;
-  std::vector<archive::Test_Record> tests;
+  std::vector<archive::FileRecord> files;
+  std::vector<archive::TestRecord> tests;
   const std::string where = path_or_url.toStdString();
-  if (!offThread(tr("Opening the archive %1").arg(path_or_url), [&] {
+  if (!off_thread(tr("Opening the archive %1").arg(path_or_url), [&] {
         opened = archive::open_archive(where);
         files = opened->files();
         tests = tests_with_failed_items(*opened);
@@ -226,17 +226,17 @@ bool Campaign_Window::openArchive(const QString& path_or_url) {
   archive_ = std::move(opened);
   location_ = path_or_url;
   set_archive_setting(path_or_url);
-  setWindowTitle(tr("Campaign - %1").arg(shownLocation()));
-  event_model_->setEvents({});
+  setWindowTitle(tr("Campaign - %1").arg(shown_location()));
+  event_model_->set_events({});
   show(std::move(files), std::move(tests));
   return true;
 }
 
-void Campaign_Window::refresh() {
+void CampaignWindow::refresh() {
   if (!archive_) return;
-  std::vector<archive::File_Record> files;
-  std::vector<archive::Test_Record> tests;
-  if (offThread(tr("Reading the archive %1").arg(shownLocation()), [&] {
+  std::vector<archive::FileRecord> files;
+  std::vector<archive::TestRecord> tests;
+  if (off_thread(tr("Reading the archive %1").arg(shown_location()), [&] {
         files = archive_->files();
         tests = tests_with_failed_items(*archive_);
       })) {
@@ -244,35 +244,35 @@ void Campaign_Window::refresh() {
   }
 }
 
-void Campaign_Window::show(std::vector<archive::File_Record> files, std::vector<archive::Test_Record> tests) {
+void CampaignWindow::show(std::vector<archive::FileRecord> files, std::vector<archive::TestRecord> tests) {
   int64_t failed = 0;
-  for (const archive::Test_Record& test : tests) failed += !(test.overall && *test.overall == "Passed");
+  for (const archive::TestRecord& test : tests) failed += !(test.overall && *test.overall == "Passed");
   const size_t file_count = files.size();
   const size_t test_count = tests.size();
-  file_model_->setFiles(std::move(files));
+  file_model_->set_files(std::move(files));
   std::map<int64_t, QString> names;
-  for (const archive::File_Record& file : file_model_->files()) names[file.file_id] = text_of(file.name);
-  test_model_->setFileNames(names);
-  test_model_->setTests(std::move(tests));
-  event_model_->setFileNames(names);
+  for (const archive::FileRecord& file : file_model_->files()) names[file.file_id] = text_of(file.name);
+  test_model_->set_file_names(names);
+  test_model_->set_tests(std::move(tests));
+  event_model_->set_file_names(names);
   for (QTableView* view : {files_view_, tests_view_}) view->resizeColumnsToContents();
-  trend_->setFiles(file_model_->files());
+  trend_->set_files(file_model_->files());
   status_->setToolTip({});
   status_->setText(tr("%1: %2 files, %3 tests, %4 not passed")
-                       .arg(shownLocation())
+                       .arg(shown_location())
                        .arg(file_count)
                        .arg(test_count)
                        .arg(failed));
 }
 
-QString Campaign_Window::shownLocation() const {
+QString CampaignWindow::shown_location() const {
   // A server's URL is shown without its password.
   return archive_ ? text_of(archive_->database().location()) : location_;
 }
 
 // --- Adding files ------------------------------------------------------------------------------
 
-void Campaign_Window::addFiles() {
+void CampaignWindow::add_files() {
   if (!archive_) return;
   Dialogs& dialogs = workstation().dialogs();
   QStringList captions;
@@ -281,31 +281,31 @@ void Campaign_Window::addFiles() {
   for (size_t i = 0; i < std::size(kTypes); ++i) {
     if (session().loaded() && kTypes[i] == session().File_Type) preselected = static_cast<int>(i);
   }
-  const int choice = dialogs.chooseOne(this, tr("The type of the files to add to %1").arg(shownLocation()), captions,
+  const int choice = dialogs.choose_one(this, tr("The type of the files to add to %1").arg(shown_location()), captions,
                                        preselected);
   if (choice < 0) return;
   const FileFormat type = kTypes[choice];
   const QString tag = QString::fromUtf8(format_tag(type).data());
-  const QStringList paths = dialogs.openFileNames(this, tr("Add %1 files to the archive").arg(tag),
+  const QStringList paths = dialogs.open_file_names(this, tr("Add %1 files to the archive").arg(tag),
                                                   last_folder_setting(),
                                                   tr("All files (*);;%1 files (*.%2)").arg(tag, tag.toLower()));
   if (paths.isEmpty()) return;
   set_last_folder_setting(QFileInfo(paths.constFirst()).absolutePath());
-  ingestFiles(paths, type);
+  ingest_files(paths, type);
 }
 
-archive::Ingest_Report Campaign_Window::ingestFiles(const QStringList& paths, FileFormat type) {
-  archive::Ingest_Report report;
+archive::IngestReport CampaignWindow::ingest_files(const QStringList& paths, FileFormat type) {
+  archive::IngestReport report;
   if (!archive_ || busy_) return report;
   const std::vector<std::string> files = std_strings(paths);
   const Configuration config = session().config;
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = type;
   options.byte_reverse = session().Byte_Reverse;
   std::atomic<bool> cancel{false};
   busy_ = true;
   guarded([&] {
-    run_with_progress(this, tr("Adding %n file(s) to %1", nullptr, int(paths.size())).arg(shownLocation()),
+    run_with_progress(this, tr("Adding %n file(s) to %1", nullptr, int(paths.size())).arg(shown_location()),
                       [&](const ProgressFunction& progress) {
                         const auto step = [&](int number, int count, const std::string&, int64_t done, int64_t total) {
                           const int64_t within = total > 0 ? done * kStepsPerFile / total : 0;
@@ -326,12 +326,12 @@ archive::Ingest_Report Campaign_Window::ingestFiles(const QStringList& paths, Fi
                                          .arg(report.failed.size())
                                          .arg(report.cancelled ? tr(" (cancelled)") : QString()));
   QStringList skipped;
-  for (const archive::Skipped_File& file : report.skipped) skipped << text_of(file.file + ": " + file.reason);
+  for (const archive::SkippedFile& file : report.skipped) skipped << text_of(file.file + ": " + file.reason);
   status_->setToolTip(skipped.join(QLatin1Char('\n')));
   if (!report.failed.empty()) {
     guarded([&] {
       std::string detail = std::to_string(report.failed.size()) + " of the files could not be added to the archive";
-      for (const archive::Failed_File& failed : report.failed) detail += "\n" + failed.file + ": " + failed.error;
+      for (const archive::FailedFile& failed : report.failed) detail += "\n" + failed.file + ": " + failed.error;
       morvane::raise(ErrorNumber::DeviceIoError, detail);
     });
   }
@@ -340,20 +340,20 @@ archive::Ingest_Report Campaign_Window::ingestFiles(const QStringList& paths, Fi
 
 // --- Events --------------------------------------------------------------------------------------
 
-void Campaign_Window::searchEvents() {
+void CampaignWindow::search_events() {
   if (!archive_) return;
-  archive::Event_Query query;
+  archive::EventQuery query;
   query.contains = search_->text().toStdString();
-  std::vector<archive::Event_Record> events;
-  if (offThread(tr("Searching the events of %1").arg(shownLocation()), [&] { events = archive_->events(query); })) {
-    event_model_->setEvents(std::move(events));
+  std::vector<archive::EventRecord> events;
+  if (off_thread(tr("Searching the events of %1").arg(shown_location()), [&] { events = archive_->events(query); })) {
+    event_model_->set_events(std::move(events));
     events_view_->resizeColumnsToContents();
   }
 }
 
 // --- Double clicks -------------------------------------------------------------------------------
 
-bool Campaign_Window::loadInWorkstation(int64_t file_id) {
+bool CampaignWindow::load_in_workstation(int64_t file_id) {
   const auto& files = file_model_->files();
   const auto found = std::find_if(files.begin(), files.end(), [&](const auto& f) { return f.file_id == file_id; });
   if (found == files.end()) morvane::raise(ErrorNumber::SubscriptOutOfRange, "file " + std::to_string(file_id));
@@ -365,37 +365,37 @@ bool Campaign_Window::loadInWorkstation(int64_t file_id) {
   }
   // The file is read the way it was archived; a load that does not happen keeps the order too.
   const bool byte_reverse = s.Byte_Reverse;
-  workstation().setByteReverse(found->byte_reverse);
-  if (workstation().loadFile(*type, text_of(found->path))) return true;
-  workstation().setByteReverse(byte_reverse);
+  workstation().set_byte_reverse(found->byte_reverse);
+  if (workstation().load_file(*type, text_of(found->path))) return true;
+  workstation().set_byte_reverse(byte_reverse);
   return false;
 }
 
-void Campaign_Window::openFileRow(int row) {
+void CampaignWindow::open_file_row(int row) {
   const QModelIndex source = file_proxy_->mapToSource(file_proxy_->index(row, 0));
-  if (source.isValid()) loadInWorkstation(file_model_->file(source.row()).file_id);
+  if (source.isValid()) load_in_workstation(file_model_->file(source.row()).file_id);
 }
 
-void Campaign_Window::openTestRow(int row) {
+void CampaignWindow::open_test_row(int row) {
   const QModelIndex source = test_proxy_->mapToSource(test_proxy_->index(row, 0));
   if (!source.isValid()) return;
-  const archive::Test_Record test = test_model_->test(source.row());
-  if (!loadInWorkstation(test.file_id)) return;
+  const archive::TestRecord test = test_model_->test(source.row());
+  if (!load_in_workstation(test.file_id)) return;
   // The test's line in the loaded file's list for its mode, as the Test menu's list would open it.
   session().Test_Mode = test_mode_caption(test.mode).toStdString();
-  const Short_Test_List list = find_short_tests(session());
+  const ShortTestList list = find_short_tests(session());
   session().Current_Science_Index = science_index_of_line(list, test.number);
-  workstation().closeView(ViewKind::ShortTest);
-  if (auto* evaluation = qobject_cast<ShortTest*>(workstation().showView(ViewKind::ShortTest))) {
-    evaluation->setListPosition(test.number, list.Test_Count());
+  workstation().close_view(ViewKind::ShortTest);
+  if (auto* evaluation = qobject_cast<ShortTest*>(workstation().show_view(ViewKind::ShortTest))) {
+    evaluation->set_list_position(test.number, list.Test_Count());
   }
 }
 
-void Campaign_Window::openEventRow(int row) {
+void CampaignWindow::open_event_row(int row) {
   const QModelIndex source = event_proxy_->mapToSource(event_proxy_->index(row, 0));
   if (!source.isValid()) return;
-  const archive::Event_Record event = event_model_->event(source.row());
-  if (!loadInWorkstation(event.file_id)) return;
+  const archive::EventRecord event = event_model_->event(source.row());
+  if (!load_in_workstation(event.file_id)) return;
   session().Current_Information_Index = event.index;
   workstation().show_entry(ViewKind::Information);
 }
@@ -407,18 +407,18 @@ QString ask_archive_location(QWidget* parent, Dialogs& dialogs) {
   const bool was_server = archive::is_postgres_url(remembered.toStdString());
   const QString folder =
       remembered.isEmpty() || was_server ? last_folder_setting() : QFileInfo(remembered).absoluteFilePath();
-  const int choice = dialogs.chooseOne(parent, Campaign_Window::tr("Open a campaign archive"),
-                                       {Campaign_Window::tr("An &existing SQLite archive file"),
-                                        Campaign_Window::tr("A &new SQLite archive file"),
-                                        Campaign_Window::tr("A &PostgreSQL server")},
+  const int choice = dialogs.choose_one(parent, CampaignWindow::tr("Open a campaign archive"),
+                                       {CampaignWindow::tr("An &existing SQLite archive file"),
+                                        CampaignWindow::tr("A &new SQLite archive file"),
+                                        CampaignWindow::tr("A &PostgreSQL server")},
                                        was_server ? 2 : 0);
-  const QString filter = Campaign_Window::tr(kArchiveFilter);
+  const QString filter = CampaignWindow::tr(kArchiveFilter);
   switch (choice) {
-    case 0: return dialogs.openFileName(parent, Campaign_Window::tr("Open a campaign archive"), folder, filter);
-    case 1: return dialogs.saveFileName(parent, Campaign_Window::tr("New campaign archive"), folder, filter);
+    case 0: return dialogs.open_file_name(parent, CampaignWindow::tr("Open a campaign archive"), folder, filter);
+    case 1: return dialogs.save_file_name(parent, CampaignWindow::tr("New campaign archive"), folder, filter);
     case 2: {
       const QString url =
-          dialogs.askText(parent, Campaign_Window::tr("The server's URL (postgresql://user@host:port/database)"),
+          dialogs.ask_text(parent, CampaignWindow::tr("The server's URL (postgresql://user@host:port/database)"),
                           was_server ? remembered : QStringLiteral("postgresql://"));
       if (!url.isEmpty() && !archive::is_postgres_url(url.toStdString())) {
         morvane::raise(ErrorNumber::BadFileName, "a server's URL begins with postgresql:// or postgres://, not " +
@@ -433,20 +433,20 @@ QString ask_archive_location(QWidget* parent, Dialogs& dialogs) {
 void open_campaign_archive(Workstation& workstation, QWidget* parent) {
   const QString location = ask_archive_location(parent, workstation.dialogs());
   if (location.isEmpty()) return;
-  if (auto* window = qobject_cast<Campaign_Window*>(workstation.showView(ViewKind::Campaign))) {
-    window->openArchive(location);
+  if (auto* window = qobject_cast<CampaignWindow*>(workstation.show_view(ViewKind::Campaign))) {
+    window->open_archive(location);
   }
 }
 
 void add_files_to_campaign_archive(Workstation& workstation, QWidget* parent) {
-  auto* window = qobject_cast<Campaign_Window*>(workstation.showView(ViewKind::Campaign));
+  auto* window = qobject_cast<CampaignWindow*>(workstation.show_view(ViewKind::Campaign));
   if (!window) return;
-  if (!window->isOpen()) {
+  if (!window->is_open()) {
     QString location = archive_setting();
     if (location.isEmpty()) location = ask_archive_location(parent, workstation.dialogs());
-    if (location.isEmpty() || !window->openArchive(location)) return;
+    if (location.isEmpty() || !window->open_archive(location)) return;
   }
-  window->addFiles();
+  window->add_files();
 }
 
 }  // namespace morvane

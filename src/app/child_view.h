@@ -40,15 +40,15 @@ class ChildView : public QWidget {
   // Real-time collection added frames to the catalogue: show them (the newest frame, the new
   // entries). Called in a fixed order for the raw, summary, concise and housekeeping views,
   // then the trend and integrity windows.
-  virtual void updateRealtime() {}
+  virtual void update_realtime() {}
   // The summary made an entry of this view's kind current (a double click): show it.
-  virtual void showCurrentEntry() {}
+  virtual void show_current_entry() {}
   // A load or a byte-order switch replaced the session's file. The raw, summary, concise and
   // housekeeping views are rebuilt instead; the windows the view manager keeps are told here.
-  virtual void sessionReloaded() {}
+  virtual void session_reloaded() {}
   // A calibration dialog changed a table the conversions read: a window that converts with it
   // draws again. Called for the open windows in the order of their kinds.
-  virtual void calibrationChanged(CalibrationTable /*table*/) {}
+  virtual void calibration_changed(CalibrationTable /*table*/) {}
 
  protected:
   // Runs an event handler's work; a failure is shown in a message box and the view carries on.

@@ -41,14 +41,14 @@ Concise_Form::Concise_Form(Workstation& workstation)
   grid->addWidget(command1_, kConciseSlots + 1, 0, 1, 3, Qt::AlignHCenter);
   grid->setColumnStretch(1, 1);
 
-  setFrameRange(std::max<int32_t>(session().Packet_Count, 1));
+  set_frame_range(std::max<int32_t>(session().Packet_Count, 1));
   scroll_->setValue(1);
   connect(scroll_, &QScrollBar::valueChanged, this, [this](int value) { Show_Lander_Packet(value); });
   connect(command1_, &QPushButton::clicked, this, &Concise_Form::Command1_Click);
   Show_Lander_Packet(1);
 }
 
-void Concise_Form::setFrameRange(int32_t last) {
+void Concise_Form::set_frame_range(int32_t last) {
   const QSignalBlocker quiet(scroll_);
   scroll_->setRange(1, std::max<int32_t>(last, 1));
   scroll_->setPageStep(10);
@@ -63,15 +63,15 @@ void Concise_Form::Show_Lander_Packet(int32_t frame) {
   }
   // A frame the file does not hold is reported, and the slots keep what they showed.
   guarded([&] {
-    const Concise_Slots texts = morvane::Show_Lander_Packet(session(), frame);
+    const ConciseSlots texts = morvane::Show_Lander_Packet(session(), frame);
     for (size_t k = 0; k < texts.size(); ++k) slots_[k]->setText(QString::fromStdString(texts[k]));
     frame_label_->setText(QString::number(frame));
   });
 }
 
-void Concise_Form::updateRealtime() {
+void Concise_Form::update_realtime() {
   const int32_t newest = std::max<int32_t>(session().Packet_Count, 1);
-  setFrameRange(newest);
+  set_frame_range(newest);
   {
     const QSignalBlocker quiet(scroll_);
     scroll_->setValue(newest);
@@ -86,8 +86,8 @@ void Concise_Form::Command1_Click() {
   command1_->setText(pause ? "Continue" : "Pause");
 }
 
-QString Concise_Form::slotText(int k) const { return slots_[static_cast<size_t>(k)]->text(); }
+QString Concise_Form::slot_text(int k) const { return slots_[static_cast<size_t>(k)]->text(); }
 
-QString Concise_Form::frameText() const { return frame_label_->text(); }
+QString Concise_Form::frame_text() const { return frame_label_->text(); }
 
 }  // namespace morvane

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "child_view.h"
-#include "views/concise_frame.h"
+#include "decoders/concise_frame.h"
 
 class QLabel;
 class QPushButton;
@@ -22,19 +22,19 @@ class Concise_Form : public ChildView {
   explicit Concise_Form(Workstation& workstation);
 
   // Update_Concise_Form: the newest frame.
-  void updateRealtime() override;
+  void update_realtime() override;
   // Fills the eight slots for a frame.
   void Show_Lander_Packet(int32_t frame);
   // Command1: pauses collection's passes ("Continue") or lets them run again ("Pause").
   void Command1_Click();
 
-  QString slotText(int k) const;
-  QString frameText() const;
-  QPushButton* pauseButton() const { return command1_; }
-  QScrollBar* scrollBar() const { return scroll_; }
+  QString slot_text(int k) const;
+  QString frame_text() const;
+  QPushButton* pause_button() const { return command1_; }
+  QScrollBar* scroll_bar() const { return scroll_; }
 
  private:
-  void setFrameRange(int32_t last);
+  void set_frame_range(int32_t last);
 
   std::array<QLabel*, kConciseSlots> slots_{};
   QLabel* frame_label_;

@@ -17,12 +17,12 @@
 
 namespace morvane {
 
-QString QtDialogs::openFileName(QWidget* parent, const QString& caption, const QString& folder,
+QString QtDialogs::open_file_name(QWidget* parent, const QString& caption, const QString& folder,
                                 const QString& filter) {
   return QFileDialog::getOpenFileName(parent, caption, folder, filter);
 }
 
-QStringList QtDialogs::openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+QStringList QtDialogs::open_file_names(QWidget* parent, const QString& caption, const QString& folder,
                                     const QString& filter) {
   return QFileDialog::getOpenFileNames(parent, caption, folder, filter);
 }
@@ -32,22 +32,22 @@ namespace {
 // The extension of a file type of a dialog's filter, "xlsx" of "Excel workbook (*.xlsx)"; empty
 // for "All files (*)".
 QString first_extension(const QString& file_type) {
-  static const QRegularExpression kExtension(QStringLiteral("\\*\\.(\\w+)"));
-  return kExtension.match(file_type).captured(1);
+  static const QRegularExpression k_extension(QStringLiteral("\\*\\.(\\w+)"));
+  return k_extension.match(file_type).captured(1);
 }
 
 // Every message shown is also written to the error stream as one line (its line breaks become
 // blanks), so that a run from a terminal, or a test's log, shows every failure.
 void echo_to_error_stream(const QString& text) {
-  static const QRegularExpression kLineBreaks(QStringLiteral("\\s*[\\r\\n]+\\s*"));
-  const QByteArray line = QString(text).replace(kLineBreaks, QStringLiteral(" ")).trimmed().toUtf8() + '\n';
+  static const QRegularExpression k_line_breaks(QStringLiteral("\\s*[\\r\\n]+\\s*"));
+  const QByteArray line = QString(text).replace(k_line_breaks, QStringLiteral(" ")).trimmed().toUtf8() + '\n';
   std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
   std::fflush(stderr);
 }
 
 }  // namespace
 
-QString QtDialogs::saveFileName(QWidget* parent, const QString& caption, const QString& folder,
+QString QtDialogs::save_file_name(QWidget* parent, const QString& caption, const QString& folder,
                                 const QString& filter) {
   // A name typed without an extension takes that of the file type chosen, so the type the user
   // picked is the type written (and the overwrite question names the file that is written).
@@ -61,7 +61,7 @@ QString QtDialogs::saveFileName(QWidget* parent, const QString& caption, const Q
   return dialog.selectedFiles().constFirst();
 }
 
-QString QtDialogs::existingFolder(QWidget* parent, const QString& caption, const QString& folder) {
+QString QtDialogs::existing_folder(QWidget* parent, const QString& caption, const QString& folder) {
   return QFileDialog::getExistingDirectory(parent, caption, folder);
 }
 
@@ -70,22 +70,22 @@ void QtDialogs::message(QWidget* parent, const QString& text) {
   QMessageBox::information(parent, kProgramCaption, text);
 }
 
-bool QtDialogs::askOkCancel(QWidget* parent, const QString& text) {
+bool QtDialogs::ask_ok_cancel(QWidget* parent, const QString& text) {
   return QMessageBox::question(parent, kProgramCaption, text, QMessageBox::Ok | QMessageBox::Cancel) ==
          QMessageBox::Ok;
 }
 
-bool QtDialogs::askYesNo(QWidget* parent, const QString& text) {
+bool QtDialogs::ask_yes_no(QWidget* parent, const QString& text) {
   return QMessageBox::question(parent, kProgramCaption, text, QMessageBox::Yes | QMessageBox::No) ==
          QMessageBox::Yes;
 }
 
-bool QtDialogs::choosePrinter(QWidget* parent, QPrinter& printer) {
+bool QtDialogs::choose_printer(QWidget* parent, QPrinter& printer) {
   QPrintDialog dialog(&printer, parent);
   return dialog.exec() == QDialog::Accepted;
 }
 
-int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList& choices, int preselected) {
+int QtDialogs::choose_one(QWidget* parent, const QString& text, const QStringList& choices, int preselected) {
   QDialog dialog(parent);
   dialog.setWindowTitle(kProgramCaption);
   auto* layout = new QVBoxLayout(&dialog);
@@ -105,7 +105,7 @@ int QtDialogs::chooseOne(QWidget* parent, const QString& text, const QStringList
   return group->checkedId();
 }
 
-QString QtDialogs::askText(QWidget* parent, const QString& text, const QString& initial) {
+QString QtDialogs::ask_text(QWidget* parent, const QString& text, const QString& initial) {
   bool accepted = false;
   const QString typed = QInputDialog::getText(parent, kProgramCaption, text, QLineEdit::Normal, initial, &accepted);
   return accepted ? typed.trimmed() : QString();

@@ -16,55 +16,55 @@ class Dialogs {
   virtual ~Dialogs() = default;
 
   // The file chosen to open or to write, or an empty text when the user cancelled.
-  virtual QString openFileName(QWidget* parent, const QString& caption, const QString& folder,
+  virtual QString open_file_name(QWidget* parent, const QString& caption, const QString& folder,
                                const QString& filter) = 0;
-  // Several files to open; by default the one file openFileName gives.
-  virtual QStringList openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+  // Several files to open; by default the one file open_file_name gives.
+  virtual QStringList open_file_names(QWidget* parent, const QString& caption, const QString& folder,
                                     const QString& filter) {
-    const QString one = openFileName(parent, caption, folder, filter);
+    const QString one = open_file_name(parent, caption, folder, filter);
     return one.isEmpty() ? QStringList() : QStringList{one};
   }
-  virtual QString saveFileName(QWidget* parent, const QString& caption, const QString& folder,
+  virtual QString save_file_name(QWidget* parent, const QString& caption, const QString& folder,
                                const QString& filter) = 0;
   // The folder chosen, or an empty text when the user cancelled.
-  virtual QString existingFolder(QWidget* parent, const QString& caption, const QString& folder) = 0;
+  virtual QString existing_folder(QWidget* parent, const QString& caption, const QString& folder) = 0;
 
   // A plain message box under the program's own caption, with OK.
   virtual void message(QWidget* parent, const QString& text) = 0;
   // True when the user answers OK (Yes).
-  virtual bool askOkCancel(QWidget* parent, const QString& text) = 0;
-  virtual bool askYesNo(QWidget* parent, const QString& text) = 0;
+  virtual bool ask_ok_cancel(QWidget* parent, const QString& text) = 0;
+  virtual bool ask_yes_no(QWidget* parent, const QString& text) = 0;
 
   // Lets the user set up the printer for a print job; false when the user cancelled. Without a
   // print dialog (a run without a user) every print is cancelled.
-  virtual bool choosePrinter(QWidget* /*parent*/, QPrinter& /*printer*/) { return false; }
+  virtual bool choose_printer(QWidget* /*parent*/, QPrinter& /*printer*/) { return false; }
 
   // One of a few choices, each an option button under the text (a "&" marks its access key), the
   // preselected one checked: its index, or -1 when the user cancelled. Without a user: -1.
-  virtual int chooseOne(QWidget* /*parent*/, const QString& /*text*/, const QStringList& /*choices*/,
+  virtual int choose_one(QWidget* /*parent*/, const QString& /*text*/, const QStringList& /*choices*/,
                         int /*preselected*/) {
     return -1;
   }
 
   // A line of text the user types (initial filled in): the text, or an empty text when the user
   // cancelled. Without a user: empty.
-  virtual QString askText(QWidget* /*parent*/, const QString& /*text*/, const QString& /*initial*/) { return {}; }
+  virtual QString ask_text(QWidget* /*parent*/, const QString& /*text*/, const QString& /*initial*/) { return {}; }
 };
 
 // The dialogs of the desktop: QFileDialog and QMessageBox.
 class QtDialogs : public Dialogs {
  public:
-  QString openFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
-  QStringList openFileNames(QWidget* parent, const QString& caption, const QString& folder,
+  QString open_file_name(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
+  QStringList open_file_names(QWidget* parent, const QString& caption, const QString& folder,
                             const QString& filter) override;
-  QString saveFileName(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
-  QString existingFolder(QWidget* parent, const QString& caption, const QString& folder) override;
+  QString save_file_name(QWidget* parent, const QString& caption, const QString& folder, const QString& filter) override;
+  QString existing_folder(QWidget* parent, const QString& caption, const QString& folder) override;
   void message(QWidget* parent, const QString& text) override;
-  bool askOkCancel(QWidget* parent, const QString& text) override;
-  bool askYesNo(QWidget* parent, const QString& text) override;
-  bool choosePrinter(QWidget* parent, QPrinter& printer) override;
-  int chooseOne(QWidget* parent, const QString& text, const QStringList& choices, int preselected) override;
-  QString askText(QWidget* parent, const QString& text, const QString& initial) override;
+  bool ask_ok_cancel(QWidget* parent, const QString& text) override;
+  bool ask_yes_no(QWidget* parent, const QString& text) override;
+  bool choose_printer(QWidget* parent, QPrinter& printer) override;
+  int choose_one(QWidget* parent, const QString& text, const QStringList& choices, int preselected) override;
+  QString ask_text(QWidget* parent, const QString& text, const QString& initial) override;
 };
 
 // The caption of the program's message boxes.
@@ -78,12 +78,12 @@ namespace morvane {
 // every question is answered with Cancel.
 class ConsoleDialogs : public Dialogs {
  public:
-  QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-  QString existingFolder(QWidget*, const QString&, const QString&) override { return {}; }
+  QString open_file_name(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+  QString save_file_name(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
+  QString existing_folder(QWidget*, const QString&, const QString&) override { return {}; }
   void message(QWidget* parent, const QString& text) override;
-  bool askOkCancel(QWidget*, const QString&) override { return false; }
-  bool askYesNo(QWidget*, const QString&) override { return false; }
+  bool ask_ok_cancel(QWidget*, const QString&) override { return false; }
+  bool ask_yes_no(QWidget*, const QString&) override { return false; }
 };
 
 }  // namespace morvane

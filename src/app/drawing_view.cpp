@@ -17,26 +17,26 @@ DrawingView::DrawingView(QWidget* parent) : QWidget(parent) {
   setPalette(surface);
 }
 
-void DrawingView::setDrawing(Drawing drawing) {
+void DrawingView::set_drawing(Drawing drawing) {
   drawing_ = std::move(drawing);
   text_marks_.clear();
   box_marks_.clear();
-  placeTexts();
+  place_texts();
   update();
 }
 
-void DrawingView::setMarks(std::vector<Text_Mark> text_marks, std::vector<Box_Mark> box_marks) {
+void DrawingView::set_marks(std::vector<TextMark> text_marks, std::vector<BoxMark> box_marks) {
   text_marks_ = std::move(text_marks);
   box_marks_ = std::move(box_marks);
-  placeMarks();
+  place_marks();
   update();
 }
 
-QPoint DrawingView::pixelsToTwips(const QPoint& pixels) const {
-  return {pixels_to_twips(pixels.x(), logicalDpiX()), pixels_to_twips(pixels.y(), logicalDpiY())};
+QPoint DrawingView::pixels_to_twips(const QPoint& pixels) const {
+  return {morvane::pixels_to_twips(pixels.x(), logicalDpiX()), morvane::pixels_to_twips(pixels.y(), logicalDpiY())};
 }
 
-void DrawingView::setSurfaceTwips(int width, int height) {
+void DrawingView::set_surface_twips(int width, int height) {
   width_twips_ = width;
   height_twips_ = height;
   updateGeometry();
@@ -47,12 +47,12 @@ QSize DrawingView::sizeHint() const {
   return {size.x(), size.y()};
 }
 
-void DrawingView::placeTexts() {
+void DrawingView::place_texts() {
   const QFontMetrics metrics(font());
   rects_.clear();
   rects_.reserve(drawing_.size());
   int follow_x = 0;  // where the previous text ended, for texts that continue it
-  for (const Placed_Text& text : drawing_) {
+  for (const PlacedText& text : drawing_) {
     const QString string = QString::fromStdString(text.text);
     const int width = metrics.horizontalAdvance(string);
     const QPoint at = twips_to_pixels(text.x, text.y, *this);
@@ -62,13 +62,13 @@ void DrawingView::placeTexts() {
     rects_.emplace_back(left, at.y(), width, metrics.height());
     follow_x = left + width;
   }
-  placeMarks();
+  place_marks();
 }
 
-void DrawingView::placeMarks() {
+void DrawingView::place_marks() {
   const QFontMetrics metrics(font());
   mark_rects_.clear();
-  for (const Text_Mark& mark : text_marks_) {
+  for (const TextMark& mark : text_marks_) {
     if (mark.text >= drawing_.size()) {
       mark_rects_.emplace_back();  // no such text: nothing to paint
       continue;
@@ -79,7 +79,7 @@ void DrawingView::placeMarks() {
     mark_rects_.emplace_back(left, whole.top(), metrics.horizontalAdvance(text.mid(mark.first_char, mark.char_count)),
                              whole.height());
   }
-  for (const Box_Mark& box : box_marks_) {
+  for (const BoxMark& box : box_marks_) {
     const QPoint top_left = twips_to_pixels(box.x, box.y, *this);
     const QPoint bottom_right = twips_to_pixels(box.x + box.width, box.y + box.height, *this);
     mark_rects_.emplace_back(top_left, QSize(bottom_right.x() - top_left.x(), bottom_right.y() - top_left.y()));
@@ -100,7 +100,7 @@ void DrawingView::paintEvent(QPaintEvent* event) {
   }
   for (size_t i = 0; i < drawing_.size(); ++i) {
     if (!event->rect().intersects(rects_[i])) continue;
-    const Placed_Text& text = drawing_[i];
+    const PlacedText& text = drawing_[i];
     painter.setPen(QColor(text.colour.red, text.colour.green, text.colour.blue));
     painter.drawText(rects_[i].left(), rects_[i].top() + ascent, QString::fromStdString(text.text));
     ++painted_;
@@ -108,7 +108,7 @@ void DrawingView::paintEvent(QPaintEvent* event) {
 }
 
 void DrawingView::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::FontChange) placeTexts();
+  if (event->type() == QEvent::FontChange) place_texts();
   QWidget::changeEvent(event);
 }
 

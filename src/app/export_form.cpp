@@ -38,29 +38,29 @@ QString text_of(std::string_view text) { return QString::fromUtf8(text.data(), s
 
 }  // namespace
 
-Export_Kind export_kind_of(ViewKind kind) {
+ExportKind export_kind_of(ViewKind kind) {
   switch (kind) {
-    case ViewKind::ExportAuxiliary: return Export_Kind::Auxiliary;
-    case ViewKind::ExportDockingStationCalibration: return Export_Kind::DS_Calibration;
-    case ViewKind::ExportSpectra: return Export_Kind::Spectra;
-    default: return Export_Kind::Housekeeping;
+    case ViewKind::ExportAuxiliary: return ExportKind::Auxiliary;
+    case ViewKind::ExportDockingStationCalibration: return ExportKind::DS_Calibration;
+    case ViewKind::ExportSpectra: return ExportKind::Spectra;
+    default: return ExportKind::Housekeeping;
   }
 }
 
-ViewKind view_kind_of(Export_Kind kind) {
+ViewKind view_kind_of(ExportKind kind) {
   switch (kind) {
-    case Export_Kind::Housekeeping: return ViewKind::ExportHousekeeping;
-    case Export_Kind::Auxiliary: return ViewKind::ExportAuxiliary;
-    case Export_Kind::DS_Calibration: return ViewKind::ExportDockingStationCalibration;
-    case Export_Kind::Spectra: return ViewKind::ExportSpectra;
+    case ExportKind::Housekeeping: return ViewKind::ExportHousekeeping;
+    case ExportKind::Auxiliary: return ViewKind::ExportAuxiliary;
+    case ExportKind::DS_Calibration: return ViewKind::ExportDockingStationCalibration;
+    case ExportKind::Spectra: return ViewKind::ExportSpectra;
   }
   return ViewKind::ExportHousekeeping;
 }
 
-Export_Form::Export_Form(Workstation& workstation, ViewKind kind)
+ExportForm::ExportForm(Workstation& workstation, ViewKind kind)
     : ChildView(workstation, kind),
       export_kind_(export_kind_of(kind)),
-      dialog_(std::make_unique<Export_Dialog>(export_kind_, session())) {
+      dialog_(std::make_unique<ExportPresenter>(export_kind_, session())) {
   setWindowTitle(text_of(dialog_->texts().caption));
 
   command1_ = new QPushButton(text_of(kExportCaption), this);
@@ -70,10 +70,10 @@ Export_Form::Export_Form(Workstation& workstation, ViewKind kind)
   command1_->setDefault(true);
 
   auto* layout = new QGridLayout(this);
-  layout->addWidget(makeRangeFrame(), 0, 0);
-  layout->addWidget(makeDelimiterFrame(), 0, 1);
-  layout->addWidget(makeFormatFrame(), 1, 0, 1, 2);
-  if (export_kind_ == Export_Kind::Housekeeping) layout->addWidget(makeSensorFrame(), 2, 0, 1, 2);
+  layout->addWidget(make_range_frame(), 0, 0);
+  layout->addWidget(make_delimiter_frame(), 0, 1);
+  layout->addWidget(make_format_frame(), 1, 0, 1, 2);
+  if (export_kind_ == ExportKind::Housekeeping) layout->addWidget(make_sensor_frame(), 2, 0, 1, 2);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch(1);
   buttons->addWidget(command1_);
@@ -81,17 +81,17 @@ Export_Form::Export_Form(Workstation& workstation, ViewKind kind)
   layout->addLayout(buttons, 3, 0, 1, 2);
   layout->setRowStretch(4, 1);
 
-  connect(check2_, &QCheckBox::toggled, this, &Export_Form::Check2_Click);
-  connect(formats_, &QButtonGroup::idToggled, this, [this] { updateAD590Field(); });
-  connect(command1_, &QPushButton::clicked, this, &Export_Form::Command1_Click);
-  connect(command2_, &QPushButton::clicked, this, &Export_Form::Command2_Click);
+  connect(check2_, &QCheckBox::toggled, this, &ExportForm::Check2_Click);
+  connect(formats_, &QButtonGroup::idToggled, this, [this] { update_ad590_field(); });
+  connect(command1_, &QPushButton::clicked, this, &ExportForm::Command1_Click);
+  connect(command2_, &QPushButton::clicked, this, &ExportForm::Command2_Click);
   for (QLineEdit* field : {text1_, text2_, ad590_}) {
     if (field) connect(field, &QLineEdit::returnPressed, command1_, &QPushButton::click);
   }
-  showDialog();
+  show_dialog();
 }
 
-QWidget* Export_Form::makeRangeFrame() {
+QWidget* ExportForm::make_range_frame() {
   auto* frame = new QGroupBox(text_of(dialog_->texts().range_frame), this);
   frame->setObjectName("Frame1");
   text1_ = new QLineEdit(frame);
@@ -111,7 +111,7 @@ QWidget* Export_Form::makeRangeFrame() {
   return frame;
 }
 
-QWidget* Export_Form::makeDelimiterFrame() {
+QWidget* ExportForm::make_delimiter_frame() {
   auto* frame = new QGroupBox(text_of(kDelimiterFrame), this);
   frame->setObjectName("Frame2");
   delimiters_ = new QButtonGroup(frame);
@@ -126,8 +126,8 @@ QWidget* Export_Form::makeDelimiterFrame() {
   return frame;
 }
 
-QWidget* Export_Form::makeFormatFrame() {
-  const Export_Dialog_Texts& texts = dialog_->texts();
+QWidget* ExportForm::make_format_frame() {
+  const ExportDialogTexts& texts = dialog_->texts();
   auto* frame = new QGroupBox(text_of(texts.format_frame), this);
   frame->setObjectName("Frame3");
   formats_ = new QButtonGroup(frame);
@@ -139,7 +139,7 @@ QWidget* Export_Form::makeFormatFrame() {
     formats_->addButton(option, static_cast<int>(i));
     grid->addWidget(option, row, 0, 1, 2);
   }
-  if (export_kind_ == Export_Kind::Auxiliary) {
+  if (export_kind_ == ExportKind::Auxiliary) {
     ad590_ = new QLineEdit(frame);
     ad590_->setObjectName("Text3");
     ad590_->setMaximumWidth(ad590_->fontMetrics().horizontalAdvance(QString(12, QLatin1Char('0'))));
@@ -152,7 +152,7 @@ QWidget* Export_Form::makeFormatFrame() {
   return frame;
 }
 
-QWidget* Export_Form::makeSensorFrame() {
+QWidget* ExportForm::make_sensor_frame() {
   auto* frame = new QGroupBox(tr("Sensors"), this);
   frame->setObjectName("Frame4");
   auto* grid = new QGridLayout(frame);
@@ -172,18 +172,18 @@ QWidget* Export_Form::makeSensorFrame() {
   return frame;
 }
 
-QRadioButton* Export_Form::delimiterOption(int index) const {
+QRadioButton* ExportForm::delimiter_option(int index) const {
   return qobject_cast<QRadioButton*>(delimiters_->button(index));
 }
 
-QRadioButton* Export_Form::formatOption(int index) const {
+QRadioButton* ExportForm::format_option(int index) const {
   return qobject_cast<QRadioButton*>(formats_->button(index));
 }
 
-int Export_Form::formatCount() const { return static_cast<int>(formats_->buttons().size()); }
+int ExportForm::format_count() const { return static_cast<int>(formats_->buttons().size()); }
 
-void Export_Form::showDialog() {
-  const Export_Range& range = dialog_->range();
+void ExportForm::show_dialog() {
+  const ExportRange& range = dialog_->range();
   text1_->setText(QString::fromStdString(range.from_text()));
   text2_->setText(QString::fromStdString(range.to_text()));
   text1_->setEnabled(range.boxes_enabled());
@@ -198,11 +198,11 @@ void Export_Form::showDialog() {
     check1_[i]->setChecked(dialog_->sensors[i]);
   }
   if (ad590_) ad590_->setText(QString::fromStdString(dialog_->ad590_text));
-  updateAD590Field();
+  update_ad590_field();
 }
 
-void Export_Form::applyChoices(Export_Dialog& dialog) const {
-  Export_Range& range = dialog.range();
+void ExportForm::apply_choices(ExportPresenter& dialog) const {
+  ExportRange& range = dialog.range();
   range.Check2_Click(check2_->isChecked());
   if (!check2_->isChecked()) {
     range.set_from_text(text1_->text().toStdString());
@@ -214,24 +214,24 @@ void Export_Form::applyChoices(Export_Dialog& dialog) const {
   if (ad590_) dialog.ad590_text = ad590_->text().toStdString();
 }
 
-void Export_Form::updateAD590Field() {
+void ExportForm::update_ad590_field() {
   // The temperature counts only for the format that corrects by it.
-  if (ad590_) ad590_->setEnabled(formats_->checkedId() == static_cast<int>(Aux_Format::Calibrated_AD590));
+  if (ad590_) ad590_->setEnabled(formats_->checkedId() == static_cast<int>(AuxFormat::Calibrated_AD590));
 }
 
-void Export_Form::Check2_Click() {
-  Export_Range& range = dialog_->range();
+void ExportForm::Check2_Click() {
+  ExportRange& range = dialog_->range();
   range.set_from_text(text1_->text().toStdString());
   range.set_to_text(text2_->text().toStdString());
   range.Check2_Click(check2_->isChecked());
-  showDialog();
+  show_dialog();
 }
 
-void Export_Form::Command1_Click() {
-  guarded([&] { exportToFile(); });
+void ExportForm::Command1_Click() {
+  guarded([&] { export_to_file(); });
 }
 
-void Export_Form::exportToFile() {
+void ExportForm::export_to_file() {
   Dialogs& dialogs = workstation().dialogs();
   if (const auto refused = export_guard(session(), export_kind_)) {
     dialogs.message(this, QString::fromStdString(*refused));
@@ -239,34 +239,34 @@ void Export_Form::exportToFile() {
   }
   // The entries are counted anew: since the window opened, a load may have replaced the file, a
   // byte-order switch changed its words, or collection added packets.
-  auto current = std::make_unique<Export_Dialog>(export_kind_, session());
-  applyChoices(*current);
+  auto current = std::make_unique<ExportPresenter>(export_kind_, session());
+  apply_choices(*current);
   dialog_ = std::move(current);
-  const Export_Dialog::Validation validation = dialog_->Command1_Click();
+  const ExportPresenter::Validation validation = dialog_->Command1_Click();
   if (!validation.request) {
     dialogs.message(this, QString::fromStdString(validation.message));
-    showDialog();  // the entries as reset
+    show_dialog();  // the entries as reset
     return;
   }
-  showDialog();
+  show_dialog();
 
   const QString folder = start_folder("export", QFileInfo(QString::fromStdString(session().File_Name)).absolutePath());
   // Comma-delimited text is what spreadsheets open as .csv: offered first when Comma is chosen.
   const QString delimited = tr("Delimited text (*.txt *.csv);;Excel workbook (*.xlsx);;All files (*)");
   const bool comma = kDelimiterOptions[static_cast<size_t>(dialog_->delimiter)].character == ',';
-  const QString path = dialogs.saveFileName(this, windowTitle(), folder,
+  const QString path = dialogs.save_file_name(this, windowTitle(), folder,
                                             comma ? tr("Comma-separated values (*.csv);;") + delimited : delimited);
   if (path.isEmpty()) return;  // cancelled: nothing is written
   set_folder_setting("export", QFileInfo(path).absolutePath());
   const std::string file = QFile::encodeName(path).toStdString();
   dialog_->check_fits(file, export_file_type(file), *validation.request);  // before a file is made
-  const std::unique_ptr<Export_Output> output =
+  const std::unique_ptr<ExportOutput> output =
       dialog_->open_output(file, export_file_type(file), *validation.request);
   if (!output) return;  // a file that cannot be created there ends the export silently
-  writeWithProgress(*validation.request, *output);
+  write_with_progress(*validation.request, *output);
 }
 
-void Export_Form::writeWithProgress(const Export_Request& request, Export_Output& output) {
+void ExportForm::write_with_progress(const ExportRequest& request, ExportOutput& output) {
   // The export runs on this thread, serving the windows at each progress report: the views read
   // the session as they paint and the housekeeping export writes its sensor records, so no other
   // thread may touch it. Collection, which extends the catalogue the export reads, waits.
@@ -281,14 +281,14 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
   progress.setAutoClose(false);
   progress.setAutoReset(false);
   progress.setValue(0);  // starts the clock after which the dialog shows itself
-  const Export_Progress report = [&](int64_t done, int64_t total) {
+  const ExportProgress report = [&](int64_t done, int64_t total) {
     // A value at the minimum would start the dialog's clock again.
     const int step = total > 0 ? static_cast<int>(done * kProgressSteps / total) : 0;
     if (step > 0) progress.setValue(step);
     QCoreApplication::processEvents();
     return !progress.wasCanceled();
   };
-  const Export_Result result = dialog_->write(session(), request, output, report);
+  const ExportResult result = dialog_->write(session(), request, output, report);
   if (result.cancelled && !output.partial_path().empty()) {
     const QString partial = QDir::toNativeSeparators(QFile::decodeName(output.partial_path().c_str()));
     const QString text = tr("Export cancelled: %1 is left as it was; the lines written so far are in %2");
@@ -296,7 +296,7 @@ void Export_Form::writeWithProgress(const Export_Request& request, Export_Output
   }
 }
 
-void Export_Form::Command2_Click() {
+void ExportForm::Command2_Click() {
   close_frame();
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "child_view.h"
-#include "export/export_dialog.h"
+#include "export/export_presenter.h"
 
 class QButtonGroup;
 class QCheckBox;
@@ -16,18 +16,18 @@ class QRadioButton;
 namespace morvane {
 
 // The export dialog an export window shows, and back.
-Export_Kind export_kind_of(ViewKind kind);
-ViewKind view_kind_of(Export_Kind kind);
+ExportKind export_kind_of(ViewKind kind);
+ViewKind view_kind_of(ExportKind kind);
 
 // Export_HK, Export_Aux, Export_DS_Cal and Export_Spectra: one window, shaped by its kind, around
-// the Export_Dialog that holds their logic. Export validates the range, asks for the file
+// the ExportPresenter that holds their logic. Export validates the range, asks for the file
 // (delimited text, or a workbook by the .xlsx file type), writes it with a progress dialog whose
 // Cancel keeps the lines written so far, and stays open.
-class Export_Form : public ChildView {
+class ExportForm : public ChildView {
   Q_OBJECT
 
  public:
-  Export_Form(Workstation& workstation, ViewKind kind);
+  ExportForm(Workstation& workstation, ViewKind kind);
 
   // All: the range boxes show "1" and the limit and are disabled; cleared, they are enabled.
   void Check2_Click();
@@ -36,35 +36,35 @@ class Export_Form : public ChildView {
   // Cancel: the window closes, nothing is written.
   void Command2_Click();
 
-  QLineEdit* fromField() const { return text1_; }
-  QLineEdit* toField() const { return text2_; }
-  QCheckBox* allBox() const { return check2_; }
+  QLineEdit* from_field() const { return text1_; }
+  QLineEdit* to_field() const { return text2_; }
+  QCheckBox* all_box() const { return check2_; }
   // Option1..Option3.
-  QRadioButton* delimiterOption(int index) const;
+  QRadioButton* delimiter_option(int index) const;
   // Option4 onwards.
-  QRadioButton* formatOption(int index) const;
-  int formatCount() const;
+  QRadioButton* format_option(int index) const;
+  int format_count() const;
   // The housekeeping sensor boxes (Check1), sensor s at s - 1; none in the other dialogs.
-  const std::vector<QCheckBox*>& sensorBoxes() const { return check1_; }
+  const std::vector<QCheckBox*>& sensor_boxes() const { return check1_; }
   // The auxiliary dialog's AD590 temperature entry; nullptr in the others.
   QLineEdit* ad590Field() const { return ad590_; }
-  QPushButton* exportButton() const { return command1_; }
-  QPushButton* cancelButton() const { return command2_; }
+  QPushButton* export_button() const { return command1_; }
+  QPushButton* cancel_button() const { return command2_; }
 
  private:
-  QWidget* makeRangeFrame();
-  QWidget* makeDelimiterFrame();
-  QWidget* makeFormatFrame();
-  QWidget* makeSensorFrame();
+  QWidget* make_range_frame();
+  QWidget* make_delimiter_frame();
+  QWidget* make_format_frame();
+  QWidget* make_sensor_frame();
   // The dialog's state in the controls, and the controls' choices in a dialog.
-  void showDialog();
-  void applyChoices(Export_Dialog& dialog) const;
-  void updateAD590Field();
-  void exportToFile();
-  void writeWithProgress(const Export_Request& request, Export_Output& output);
+  void show_dialog();
+  void apply_choices(ExportPresenter& dialog) const;
+  void update_ad590_field();
+  void export_to_file();
+  void write_with_progress(const ExportRequest& request, ExportOutput& output);
 
-  Export_Kind export_kind_;
-  std::unique_ptr<Export_Dialog> dialog_;
+  ExportKind export_kind_;
+  std::unique_ptr<ExportPresenter> dialog_;
   QLineEdit* text1_ = nullptr;
   QLineEdit* text2_ = nullptr;
   QCheckBox* check2_ = nullptr;

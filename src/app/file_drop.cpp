@@ -20,11 +20,11 @@ namespace morvane {
 namespace {
 
 // The five load items of the File menu, in menu order.
-struct Load_Choice {
+struct LoadChoice {
   const char* item;
   FileFormat format;
 };
-constexpr Load_Choice kLoadChoices[] = {
+constexpr LoadChoice kLoadChoices[] = {
     {"mnuFileLoad_CSS", FileFormat::CSS},       {"mnuLoadFile_GRM", FileFormat::GRM},
     {"mnuLoadFile_FM", FileFormat::FM},         {"mnuLoadFile_QM", FileFormat::QM},
     {"mnuLoadFile_ZebFormat", FileFormat::ZEB},
@@ -42,7 +42,7 @@ int suggested_choice(const QString& path) {
   if (const std::optional<FileFormat> named = parse_format_tag(QFileInfo(path).suffix().toStdString())) {
     return choice_of(*named);
   }
-  const std::vector<Recent_File> recent = recent_files();
+  const std::vector<RecentFile> recent = recent_files();
   return recent.empty() ? 0 : choice_of(recent.front().format);
 }
 
@@ -57,21 +57,21 @@ QString dropped_file(const QMimeData* data) {
 
 }  // namespace
 
-File_Drop::File_Drop(EGSE_MDI& window) : QObject(&window), window_(window) {
+FileDrop::FileDrop(EGSE_MDI& window) : QObject(&window), window_(window) {
   window.setAcceptDrops(true);
   window.installEventFilter(this);
 }
 
-bool File_Drop::load(const QString& path) {
+bool FileDrop::load(const QString& path) {
   QStringList choices;
-  for (const Load_Choice& choice : kLoadChoices) choices << window_.menuItem(choice.item)->text();
-  const int chosen = window_.dialogs().chooseOne(&window_, tr(kDropFormatQuestion).arg(QDir::toNativeSeparators(path)),
+  for (const LoadChoice& choice : kLoadChoices) choices << window_.menu_item(choice.item)->text();
+  const int chosen = window_.dialogs().choose_one(&window_, tr(kDropFormatQuestion).arg(QDir::toNativeSeparators(path)),
                                                  choices, suggested_choice(path));
   if (chosen < 0 || chosen >= static_cast<int>(std::size(kLoadChoices))) return false;  // cancelled
-  return window_.loadFile(kLoadChoices[chosen].format, path);
+  return window_.load_file(kLoadChoices[chosen].format, path);
 }
 
-bool File_Drop::eventFilter(QObject* watched, QEvent* event) {
+bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
   if (watched != &window_ || (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)) {
     return QObject::eventFilter(watched, event);

@@ -15,11 +15,11 @@ inline constexpr const char* kDropFormatQuestion = "Load %1 as:";
 // the File menu (a format is never guessed; the choice offered first is the one the file's
 // suffix or the last file loaded suggests), and the file is loaded as the File menu loads it.
 // Of several files dropped at once the first is loaded.
-class File_Drop : public QObject {
+class FileDrop : public QObject {
   Q_OBJECT
 
  public:
-  explicit File_Drop(EGSE_MDI& window);
+  explicit FileDrop(EGSE_MDI& window);
 
   // Asks the format of a dropped file and loads it. Returns whether it was loaded.
   bool load(const QString& path);

@@ -27,26 +27,26 @@ QString about_text() {
            QStringLiteral(QT_VERSION_STR), QSettings().fileName());
 }
 
-Help_Menu::Help_Menu(EGSE_MDI& window) : QObject(&window), window_(window) {
+HelpMenu::HelpMenu(EGSE_MDI& window) : QObject(&window), window_(window) {
   init_help_resources();
   QMenu* menu = window.menuBar()->addMenu(tr("&Help"));
   menu->setObjectName("mnuHelp");
   menu->menuAction()->setObjectName("mnuHelp");
-  auto add = [&](const char* name, const QString& caption, void (Help_Menu::*show)()) {
+  auto add = [&](const char* name, const QString& caption, void (HelpMenu::*show)()) {
     QAction* action = menu->addAction(caption);
     action->setObjectName(name);
     connect(action, &QAction::triggered, this, show);
     return action;
   };
-  QAction* guide = add("mnuHelpGuide", tr("&User Guide"), &Help_Menu::openGuide);
+  QAction* guide = add("mnuHelpGuide", tr("&User Guide"), &HelpMenu::open_guide);
   guide->setShortcut(QKeySequence::HelpContents);
   guide->setShortcutContext(Qt::ApplicationShortcut);
-  add("mnuHelpKeyboard", tr("&Keyboard Shortcuts"), &Help_Menu::openShortcuts);
+  add("mnuHelpKeyboard", tr("&Keyboard Shortcuts"), &HelpMenu::open_shortcuts);
   menu->addSeparator();
-  add("mnuHelpAbout", tr("&About Morvane EGSE"), &Help_Menu::showAbout);
+  add("mnuHelpAbout", tr("&About Morvane EGSE"), &HelpMenu::show_about);
 }
 
-QTextBrowser* Help_Menu::showPage(const QString& resource, const QString& title) {
+QTextBrowser* HelpMenu::show_page(const QString& resource, const QString& title) {
   if (!browser_) {
     // A window of its own beside the workstation, so that the guide stays readable while the
     // child windows are arranged.
@@ -65,17 +65,17 @@ QTextBrowser* Help_Menu::showPage(const QString& resource, const QString& title)
   return browser_;
 }
 
-void Help_Menu::openGuide() { showGuide(); }
-void Help_Menu::openShortcuts() { showShortcuts(); }
+void HelpMenu::open_guide() { show_guide(); }
+void HelpMenu::open_shortcuts() { show_shortcuts(); }
 
-QTextBrowser* Help_Menu::showGuide() {
-  return showPage(QString::fromUtf8(kUserGuideResource), tr("Morvane EGSE User Guide"));
+QTextBrowser* HelpMenu::show_guide() {
+  return show_page(QString::fromUtf8(kUserGuideResource), tr("Morvane EGSE User Guide"));
 }
 
-QTextBrowser* Help_Menu::showShortcuts() {
-  return showPage(QString::fromUtf8(kShortcutsResource), tr("Morvane EGSE Keyboard Shortcuts"));
+QTextBrowser* HelpMenu::show_shortcuts() {
+  return show_page(QString::fromUtf8(kShortcutsResource), tr("Morvane EGSE Keyboard Shortcuts"));
 }
 
-void Help_Menu::showAbout() { window_.dialogs().message(&window_, about_text()); }
+void HelpMenu::show_about() { window_.dialogs().message(&window_, about_text()); }
 
 }  // namespace morvane

@@ -14,21 +14,21 @@ class EGSE_MDI;
 // "&Help", the last menu: "&User Guide" (F1) opens the guide shipped inside the program in a
 // help window of its own, "&Keyboard Shortcuts" lists the keys, "&About Morvane EGSE" says the
 // version, the build, the Qt version and where the settings are kept.
-class Help_Menu : public QObject {
+class HelpMenu : public QObject {
   Q_OBJECT
 
  public:
-  explicit Help_Menu(EGSE_MDI& window);
+  explicit HelpMenu(EGSE_MDI& window);
 
   // Shows the help window on the guide (or on the keyboard page); returns it.
-  QTextBrowser* showGuide();
-  QTextBrowser* showShortcuts();
-  void showAbout();
+  QTextBrowser* show_guide();
+  QTextBrowser* show_shortcuts();
+  void show_about();
 
  private:
-  void openGuide();
-  void openShortcuts();
-  QTextBrowser* showPage(const QString& resource, const QString& title);
+  void open_guide();
+  void open_shortcuts();
+  QTextBrowser* show_page(const QString& resource, const QString& title);
 
   EGSE_MDI& window_;
   QPointer<QTextBrowser> browser_;

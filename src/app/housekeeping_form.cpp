@@ -39,8 +39,8 @@ Housekeeping_form::Housekeeping_form(Workstation& workstation)
       scroll_(new QScrollBar(Qt::Vertical, this)),
       picture_(new DrawingView(this)),
       command1_(new QPushButton(QString::fromUtf8(kMoreButton), this)),
-      picker_(new Sensor_Picker(*picture_, [this](int) {
-        if (const std::optional<Raw_Mark> mark = shownMark()) mark_in_open_raw_view(this->workstation(), *mark);
+      picker_(new SensorPicker(*picture_, [this](int) {
+        if (const std::optional<RawMark> mark = shown_mark()) mark_in_open_raw_view(this->workstation(), *mark);
       })) {
   setWindowTitle(QString::fromUtf8(kHousekeepingCaption));
   packet_type_->setObjectName("Label_Packet_Type");
@@ -48,7 +48,7 @@ Housekeeping_form::Housekeeping_form(Workstation& workstation)
   picture_->setObjectName("Picture1");
   command1_->setObjectName("Command1");
   picture_->setFont(page_font(picture_->font()));
-  picture_->setSurfaceTwips(kSurfaceWidth, kSurfaceHeight);
+  picture_->set_surface_twips(kSurfaceWidth, kSurfaceHeight);
   picture_->setMinimumSize(picture_->sizeHint());
 
   // The header: the packet type across the top, then the six values in two rows of three,
@@ -79,11 +79,11 @@ Housekeeping_form::Housekeeping_form(Workstation& workstation)
 
   connect(scroll_, &QScrollBar::valueChanged, this, &Housekeeping_form::VScroll1_Change);
   connect(command1_, &QPushButton::clicked, this, &Housekeeping_form::Command1_Click);
-  add_show_in_raw_frame(*this, [this] { return shownMark(); });
+  add_show_in_raw_frame(*this, [this] { return shown_mark(); });
 
   // Form_Load: without housekeeping packets the bar stops at 1 and nothing is drawn.
   command1_->setVisible(false);
-  const Scroll_Setting opening = HousekeepingState::Form_Load_scroll(session());
+  const ScrollSetting opening = HousekeepingPresenter::Form_Load_scroll(session());
   {
     const QSignalBlocker quiet(scroll_);
     scroll_->setRange(1, std::max<int32_t>(opening.maximum, 1));
@@ -91,11 +91,11 @@ Housekeeping_form::Housekeeping_form(Workstation& workstation)
     scroll_->setValue(opening.value);
   }
   guarded([&] {
-    if (const std::optional<Sensor_Page> page = state_.Form_Load(session())) showSensorPage(*page);
+    if (const std::optional<SensorPage> page = state_.Form_Load(session())) show_sensor_page(*page);
   });
 }
 
-void Housekeeping_form::moveScroll(const Scroll_Setting& setting, bool redraw_anyway) {
+void Housekeeping_form::move_scroll(const ScrollSetting& setting, bool redraw_anyway) {
   if (setting.maximum < 1) return;  // still no housekeeping packet
   bool moved = false;
   {
@@ -107,26 +107,26 @@ void Housekeeping_form::moveScroll(const Scroll_Setting& setting, bool redraw_an
   if (moved || redraw_anyway) VScroll1_Change(scroll_->value());
 }
 
-void Housekeeping_form::updateRealtime() {
+void Housekeeping_form::update_realtime() {
   // A bar that did not move keeps its page (the register page stays open), unless nothing has
   // been drawn yet: the first housekeeping packet of a log that had none.
-  moveScroll(HousekeepingState::UpdateRealtime(session()), !page_shown_);
+  move_scroll(HousekeepingPresenter::UpdateRealtime(session()), !page_shown_);
 }
 
-void Housekeeping_form::showCurrentEntry() {
+void Housekeeping_form::show_current_entry() {
   // The entry already on its sensor page (the view has just opened on it) is not drawn twice.
-  moveScroll(HousekeepingState::Update(session()), state_.Showing_Registers || !page_shown_);
+  move_scroll(HousekeepingPresenter::Update(session()), state_.Showing_Registers || !page_shown_);
 }
 
-void Housekeeping_form::calibrationChanged(CalibrationTable table) {
+void Housekeeping_form::calibration_changed(CalibrationTable table) {
   if (table != CalibrationTable::PressureSensors || !page_shown_) return;
   if (state_.Showing_Registers) return;  // the register page reads no table
-  guarded([&] { showSensorPage(state_.Update_Sensor_readings(session())); });
+  guarded([&] { show_sensor_page(state_.Update_Sensor_readings(session())); });
 }
 
 void Housekeeping_form::VScroll1_Change(int value) {
   command1_->setText(QString::fromUtf8(kMoreButton));
-  const bool drawn = guarded([&] { showSensorPage(state_.VScroll1_Change(session(), value)); });
+  const bool drawn = guarded([&] { show_sensor_page(state_.VScroll1_Change(session(), value)); });
   if (!drawn) {
     picture_->clear();
     picker_->clear();
@@ -138,20 +138,20 @@ void Housekeeping_form::VScroll1_Change(int value) {
 void Housekeeping_form::Command1_Click() {
   guarded([&] {
     auto shown = state_.Command1_Click(session());
-    if (auto* sensors = std::get_if<Sensor_Page>(&shown)) {
-      showSensorPage(*sensors);
+    if (auto* sensors = std::get_if<SensorPage>(&shown)) {
+      show_sensor_page(*sensors);
     } else {
-      picture_->setDrawing(std::move(std::get<Register_Page>(shown).drawing));
+      picture_->set_drawing(std::move(std::get<RegisterPage>(shown).drawing));
       picker_->clear();
     }
     command1_->setText(QString::fromUtf8(state_.button_caption()));
   });
 }
 
-void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
-  picture_->setDrawing(page.drawing);
-  picker_->setLines(page.lines);
-  const HK_Header& h = page.header;
+void Housekeeping_form::show_sensor_page(const SensorPage& page) {
+  picture_->set_drawing(page.drawing);
+  picker_->set_lines(page.lines);
+  const HKHeader& h = page.header;
   packet_type_->setText(QString::fromStdString(h.packet_type));
   const std::string* values[] = {&h.packet_number, &h.sequence, &h.lander_time, &h.packet_count, &h.mode, &h.line};
   for (size_t k = 0; k < std::size(kHKHeaderCaptions); ++k) {
@@ -164,12 +164,12 @@ void Housekeeping_form::showSensorPage(const Sensor_Page& page) {
   if (page.mode_error) workstation().dialogs().message(this, error_text(*page.mode_error));
 }
 
-QString Housekeeping_form::headerText(const std::string& caption) const {
+QString Housekeeping_form::header_text(const std::string& caption) const {
   const auto found = header_.find(caption);
   return found == header_.end() ? QString() : found->second->text();
 }
 
-std::optional<Raw_Mark> Housekeeping_form::shownMark() const {
+std::optional<RawMark> Housekeeping_form::shown_mark() const {
   const Session& s = session();
   const int32_t index = scroll_->value();  // the entry drawn
   if (!page_shown_ || !s.loaded() || index < 1 || index > s.catalogue.HK_Count()) return std::nullopt;
@@ -179,7 +179,7 @@ std::optional<Raw_Mark> Housekeeping_form::shownMark() const {
   return packet_byte_mark(s.File_Type, s.Byte_Reverse, entry, s.config.sensor(sensor).Byte_Offset);
 }
 
-QString Housekeeping_form::packetTypeText() const { return packet_type_->text(); }
+QString Housekeeping_form::packet_type_text() const { return packet_type_->text(); }
 
 void Housekeeping_form::wheelEvent(QWheelEvent* event) {
   const int steps = event->angleDelta().y() / 120;

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "child_view.h"
-#include "views/housekeeping_view.h"
-#include "views/raw_mark.h"
+#include "decoders/housekeeping_presenter.h"
+#include "decoders/raw_mark.h"
 
 class QLabel;
 class QPushButton;
@@ -17,7 +17,7 @@ class QScrollBar;
 namespace morvane {
 
 class DrawingView;
-class Sensor_Picker;
+class SensorPicker;
 
 // Housekeeping_form: one housekeeping packet at a time, its sensor page or (complete packets
 // only) its register page, with a scroll bar over the housekeeping entries. The current entry is
@@ -29,45 +29,45 @@ class Housekeeping_form : public ChildView {
   explicit Housekeeping_form(Workstation& workstation);
 
   // UpdateRealtime: the bar follows the newest housekeeping packet.
-  void updateRealtime() override;
+  void update_realtime() override;
   // Update: the summary chose Current_HK_Index; its sensor page is shown.
-  void showCurrentEntry() override;
+  void show_current_entry() override;
   // The pressure calibration changed: the sensor page is drawn again. (The AD590 setting
   // corrects only auxiliary readings.)
-  void calibrationChanged(CalibrationTable table) override;
+  void calibration_changed(CalibrationTable table) override;
 
   // VScroll1_Change: entry `value` on the sensor page.
   void VScroll1_Change(int value);
   // Command1_Click: switches between the sensor and the register page.
   void Command1_Click();
 
-  bool showingRegisters() const { return state_.Showing_Registers; }
+  bool showing_registers() const { return state_.Showing_Registers; }
   // The value label beside a static caption ("HK Packet number", "Mode", ...).
-  QString headerText(const std::string& caption) const;
-  QString packetTypeText() const;
-  QScrollBar* scrollBar() const { return scroll_; }
-  QPushButton* moreButton() const { return command1_; }
+  QString header_text(const std::string& caption) const;
+  QString packet_type_text() const;
+  QScrollBar* scroll_bar() const { return scroll_; }
+  QPushButton* more_button() const { return command1_; }
   DrawingView* picture() const { return picture_; }
   // Clicking a sensor line chooses it: its byte is marked in the raw view.
-  Sensor_Picker* sensorPicker() const { return picker_; }
+  SensorPicker* sensor_picker() const { return picker_; }
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
 
  private:
   // Moves the bar; a page is drawn when the value changed or when `redraw_anyway`.
-  void moveScroll(const Scroll_Setting& setting, bool redraw_anyway);
-  void showSensorPage(const Sensor_Page& page);
+  void move_scroll(const ScrollSetting& setting, bool redraw_anyway);
+  void show_sensor_page(const SensorPage& page);
   // The packet on view for the raw view, with the chosen sensor's byte; nothing when none is drawn.
-  std::optional<Raw_Mark> shownMark() const;
+  std::optional<RawMark> shown_mark() const;
 
-  HousekeepingState state_;
+  HousekeepingPresenter state_;
   QLabel* packet_type_;
   std::map<std::string, QLabel*> header_;
   QScrollBar* scroll_;
   DrawingView* picture_;
   QPushButton* command1_;
-  Sensor_Picker* picker_;
+  SensorPicker* picker_;
   bool page_shown_ = false;
 };
 

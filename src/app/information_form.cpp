@@ -24,7 +24,7 @@ constexpr int kDumpWidth = 6200;
 constexpr int kDumpRowHeight = 250;
 constexpr int kDumpMargin = 60;
 int dump_height(FileFormat type) {
-  const int last_item = type == FileFormat::ZEB ? kZebItemsPerRecord : Information_Words::kWordTexts;
+  const int last_item = type == FileFormat::ZEB ? kZebItemsPerRecord : InformationWords::kWordTexts;
   return dump_grid_position(last_item, type != FileFormat::ZEB).y + kDumpRowHeight + kDumpMargin;
 }
 
@@ -57,12 +57,12 @@ Information_Form::Information_Form(Workstation& workstation)
   setWindowTitle(QString::fromUtf8(kInformationCaption));
   picture1_->setObjectName("Picture1");
   picture1_->setFont(fixed_pitch_font());
-  fitDumpToFormat();
+  fit_dump_to_format();
   picture2_->setObjectName("Picture2");
   QFont translation_font = font();
   translation_font.setPointSize(kTranslationPointSize);
   picture2_->setFont(translation_font);
-  picture2_->setSurfaceTwips(kTranslationWidth, kTranslationHeight);
+  picture2_->set_surface_twips(kTranslationWidth, kTranslationHeight);
   picture2_->setMinimumSize(picture2_->sizeHint());
   scroll_->setObjectName("VScroll1");
   label5_->setFont(fixed_pitch_font());  // the type label's blanks are part of it
@@ -97,10 +97,10 @@ Information_Form::Information_Form(Workstation& workstation)
 
   // Form_Load: the scroll bar takes the list; a list with entries shows the current one.
   const int32_t count = session().catalogue.Information_Count();
-  scroll_->setRange(1, Information_View::scroll_maximum(session()));
+  scroll_->setRange(1, InformationPresenter::scroll_maximum(session()));
   scroll_->setPageStep(kPageEntries);
   connect(scroll_, &QScrollBar::valueChanged, this, &Information_Form::VScroll1_Change);
-  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+  add_show_in_raw_frame(*this, [this]() -> std::optional<RawMark> {
     // The window outlives a load: its entry belongs to the file it was read from.
     const Session& s = session();
     if (shown_file_.expired() || shown_file_.lock() != s.file) return {};
@@ -120,7 +120,7 @@ void Information_Form::Update() {
   if (just_shown && scroll_->value() == session().Current_Information_Index) return;
   {
     const QSignalBlocker quiet(scroll_);
-    scroll_->setRange(1, Information_View::scroll_maximum(session()));
+    scroll_->setRange(1, InformationPresenter::scroll_maximum(session()));
     scroll_->setValue(session().Current_Information_Index);
   }
   VScroll1_Change(scroll_->value());
@@ -131,24 +131,24 @@ void Information_Form::VScroll1_Change(int value) {
   if (session().catalogue.Information_Count() < 1) return;  // nothing to show
   guarded([&] { view_.show(session(), value); });
   shown_file_ = session().file;
-  showDecoded();
+  show_decoded();
 }
 
-void Information_Form::showDecoded() {
-  const Information_Labels& labels = view_.labels();
+void Information_Form::show_decoded() {
+  const InformationLabels& labels = view_.labels();
   label2_->setText(QString::fromStdString(labels.Label2));
   label3_->setText(QString::fromStdString(labels.Label3));
   label5_->setText(QString::fromStdString(labels.Label5));
   label7_->setText(QString::fromStdString(labels.Label7));
   label9_->setText(QString::fromStdString(labels.Label9));
-  fitDumpToFormat();
-  picture1_->setDrawing(view_.raw_dump());
-  picture2_->setDrawing(view_.translation_drawing());
+  fit_dump_to_format();
+  picture1_->set_drawing(view_.raw_dump());
+  picture2_->set_drawing(view_.translation_drawing());
 }
 
-void Information_Form::fitDumpToFormat() {
+void Information_Form::fit_dump_to_format() {
   // The window outlives a load (it is not rebuilt), so a ZEB file may follow a binary one.
-  picture1_->setSurfaceTwips(kDumpWidth, dump_height(session().File_Type));
+  picture1_->set_surface_twips(kDumpWidth, dump_height(session().File_Type));
   picture1_->setMinimumSize(picture1_->sizeHint());
 }
 

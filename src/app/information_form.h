@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "child_view.h"
-#include "views/information_view.h"
+#include "decoders/information_presenter.h"
 
 class QLabel;
 class QScrollBar;
@@ -27,14 +27,14 @@ class Information_Form : public ChildView {
   // Update: the summary made an entry current; the scroll bar moves there and it is shown,
   // also when it is the entry on display.
   void Update();
-  void showCurrentEntry() override { Update(); }
+  void show_current_entry() override { Update(); }
 
-  QScrollBar* scrollBar() const { return scroll_; }
-  DrawingView* rawDump() const { return picture1_; }      // Picture1
+  QScrollBar* scroll_bar() const { return scroll_; }
+  DrawingView* raw_dump() const { return picture1_; }      // Picture1
   DrawingView* translation() const { return picture2_; }  // Picture2
   // Label2 .. Label9 by number; nullptr for a number the window does not have.
   QLabel* label(int number) const;
-  const Information_View& decoder() const { return view_; }
+  const InformationPresenter& decoder() const { return view_; }
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
@@ -43,11 +43,11 @@ class Information_Form : public ChildView {
   // VScroll1_Change: the entry of the scroll bar, drawn from what the decoder holds afterwards
   // (also after an error, so what was drawn before it stays).
   void VScroll1_Change(int value);
-  void showDecoded();
+  void show_decoded();
   // Picture1 holds the words of a binary packet or the items of a ZEB record.
-  void fitDumpToFormat();
+  void fit_dump_to_format();
 
-  Information_View view_;
+  InformationPresenter view_;
   QLabel* label2_;
   QLabel* label3_;
   QLabel* label5_;

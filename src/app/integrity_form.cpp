@@ -24,11 +24,11 @@ namespace {
 
 const char* const kNoFileMessage = "Please load an EGSE data file";
 
-constexpr Finding_Kind kKinds[] = {
-    Finding_Kind::SequenceGap,       Finding_Kind::SequenceRepeat, Finding_Kind::TimeBackwards,
-    Finding_Kind::TimeJump,          Finding_Kind::PastFrameEnd,   Finding_Kind::EmptyFrame,
-    Finding_Kind::UnknownIdentifier, Finding_Kind::PartialFrame,   Finding_Kind::PastEndOfFile,
-    Finding_Kind::Restart,
+constexpr FindingKind kKinds[] = {
+    FindingKind::SequenceGap,       FindingKind::SequenceRepeat, FindingKind::TimeBackwards,
+    FindingKind::TimeJump,          FindingKind::PastFrameEnd,   FindingKind::EmptyFrame,
+    FindingKind::UnknownIdentifier, FindingKind::PartialFrame,   FindingKind::PastEndOfFile,
+    FindingKind::Restart,
 };
 static_assert(std::size(kKinds) == kFindingKinds);
 
@@ -38,7 +38,7 @@ bool same_entry(const Finding& a, const Finding& b) {
 
 }  // namespace
 
-Integrity_Form::Integrity_Form(Workstation& workstation) : ChildView(workstation, ViewKind::Integrity) {
+IntegrityForm::IntegrityForm(Workstation& workstation) : ChildView(workstation, ViewKind::Integrity) {
   model_ = new IntegrityModel(this);
   table_ = new QTableView(this);
   table_->setObjectName("FindingList");
@@ -59,7 +59,7 @@ Integrity_Form::Integrity_Form(Workstation& workstation) : ChildView(workstation
   table_->setMinimumWidth(100 * character);
   table_->setMinimumHeight(16 * table_->verticalHeader()->defaultSectionSize());
   connect(table_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
-    if (index.isValid()) openFinding(index.row());
+    if (index.isValid()) open_finding(index.row());
   });
 
   summary_ = new QLabel(this);
@@ -68,12 +68,12 @@ Integrity_Form::Integrity_Form(Workstation& workstation) : ChildView(workstation
   table_side->addWidget(summary_);
   table_side->addWidget(table_, 1);
   auto* layout = new QHBoxLayout(this);
-  layout->addWidget(makeCountPanel());
+  layout->addWidget(make_count_panel());
   layout->addLayout(table_side, 1);
   guarded([&] { check(); });
 }
 
-QWidget* Integrity_Form::makeCountPanel() {
+QWidget* IntegrityForm::make_count_panel() {
   auto* panel = new QWidget(this);
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -83,14 +83,14 @@ QWidget* Integrity_Form::makeCountPanel() {
   time_jump_ = new QSpinBox(panel);
   time_jump_->setObjectName("TimeJump");
   time_jump_->setRange(1, std::numeric_limits<int>::max());
-  time_jump_->setValue(Integrity_Options{}.time_jump_seconds);
+  time_jump_->setValue(IntegrityOptions{}.time_jump_seconds);
   time_jump_->setSuffix(QStringLiteral(" s"));
   time_jump_->setKeyboardTracking(false);  // checked once the number is typed, not at each digit
   time_jump_->setToolTip(tr("A step in housekeeping lander time longer than this is reported"));
   grid->addWidget(time_jump_, row++, 1);
   connect(time_jump_, &QSpinBox::valueChanged, this, [this] { guarded([&] { check(); }); });
   grid->setRowMinimumHeight(row++, 8);
-  for (const Finding_Kind kind : kKinds) {
+  for (const FindingKind kind : kKinds) {
     grid->addWidget(new QLabel(finding_kind_title(kind), panel), row, 0);
     auto* count = new QLabel(panel);
     count->setObjectName(QString::fromUtf8(finding_kind_name(kind).data()));
@@ -102,12 +102,12 @@ QWidget* Integrity_Form::makeCountPanel() {
   return panel;
 }
 
-void Integrity_Form::check() {
+void IntegrityForm::check() {
   // On a worker thread: a big file takes seconds. A cancel leaves the findings and the threshold
   // they were found with.
-  Integrity_Options options;
+  IntegrityOptions options;
   options.time_jump_seconds = time_jump_->value();
-  Integrity_Report report;
+  IntegrityReport report;
   bool finished = false;
   try {
     finished = run_view_pass(*this, tr("Checking the file"), [&](const ProgressFunction& progress) {
@@ -115,11 +115,11 @@ void Integrity_Form::check() {
       report = check_integrity(session(), options);
     });
   } catch (...) {
-    showThreshold();
+    show_threshold();
     throw;
   }
   if (!finished) {
-    showThreshold();
+    show_threshold();
     return;
   }
   checked_threshold_ = options.time_jump_seconds;
@@ -127,7 +127,7 @@ void Integrity_Form::check() {
   const int scrolled = table_->verticalScrollBar()->value();
   std::optional<Finding> chosen;
   if (const QModelIndex current = table_->currentIndex(); current.isValid()) chosen = model_->finding(current.row());
-  model_->setReport(std::move(report));
+  model_->set_report(std::move(report));
   if (chosen) {
     for (int row = 0; row < model_->rowCount(); ++row) {
       if (same_entry(model_->finding(row), *chosen)) {
@@ -137,18 +137,18 @@ void Integrity_Form::check() {
     }
   }
   table_->verticalScrollBar()->setValue(scrolled);
-  showCounts();
+  show_counts();
 }
 
-void Integrity_Form::showThreshold() {
+void IntegrityForm::show_threshold() {
   const QSignalBlocker quiet(time_jump_);
   time_jump_->setValue(checked_threshold_);
 }
 
-void Integrity_Form::showCounts() {
-  const Integrity_Report& report = model_->report();
+void IntegrityForm::show_counts() {
+  const IntegrityReport& report = model_->report();
   int64_t total = 0;
-  for (const Finding_Kind kind : kKinds) {
+  for (const FindingKind kind : kKinds) {
     const int64_t count = report.counts[static_cast<size_t>(kind)];
     counts_[static_cast<size_t>(kind)]->setText(QString::number(count));
     total += count;
@@ -164,31 +164,31 @@ void Integrity_Form::showCounts() {
   }
 }
 
-QString Integrity_Form::countText(Finding_Kind kind) const { return counts_[static_cast<size_t>(kind)]->text(); }
+QString IntegrityForm::count_text(FindingKind kind) const { return counts_[static_cast<size_t>(kind)]->text(); }
 
-void Integrity_Form::updateRealtime() {
+void IntegrityForm::update_realtime() {
   guarded([&] { check(); });
 }
 
-void Integrity_Form::sessionReloaded() {
+void IntegrityForm::session_reloaded() {
   table_->setCurrentIndex({});
   table_->scrollToTop();
   guarded([&] { check(); });
 }
 
-void Integrity_Form::openFinding(int row) {
+void IntegrityForm::open_finding(int row) {
   guarded([&] {
     if (row < 0 || row >= model_->rowCount()) return;
     const Finding finding = model_->finding(row);
     Session& s = session();
     const Catalogue& c = s.catalogue;
     switch (finding.list) {
-      case Catalogue_List::HK:
+      case CatalogueList::HK:
         if (finding.index < 1 || finding.index > c.HK_Count()) return;
         s.Current_HK_Index = finding.index;
         workstation().show_entry(ViewKind::Housekeeping);
         break;
-      case Catalogue_List::Science:
+      case CatalogueList::Science:
         if (finding.index < 1 || finding.index > c.Science_Count()) return;
         s.Current_Science_Index = finding.index;
         switch (c.Science_List[finding.index].Label) {
@@ -203,7 +203,7 @@ void Integrity_Form::openFinding(int row) {
             break;  // other science packets have no window
         }
         break;
-      case Catalogue_List::Information:
+      case CatalogueList::Information:
         if (finding.index < 1 || finding.index > c.Information_Count()) return;
         s.Current_Information_Index = finding.index;
         workstation().show_entry(ViewKind::Information);

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "child_view.h"
-#include "views/integrity.h"
+#include "decoders/integrity.h"
 
 class QLabel;
 class QSpinBox;
@@ -18,14 +18,14 @@ class IntegrityModel;
 // (kind, list, entry, text), the count of each kind, and the lander-time step beyond which
 // housekeeping counts as jumping. Checked again after a load and on every live-follow pass. A
 // double click opens the finding's entry in its window, as a summary double click does.
-class Integrity_Form : public ChildView {
+class IntegrityForm : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Integrity_Form(Workstation& workstation);
+  explicit IntegrityForm(Workstation& workstation);
 
-  void updateRealtime() override;
-  void sessionReloaded() override;
+  void update_realtime() override;
+  void session_reloaded() override;
 
   // Checks the file again with the threshold shown, on a worker thread with progress. A cancel
   // or a failure leaves the findings shown, and the threshold they were found with.
@@ -34,25 +34,25 @@ class Integrity_Form : public ChildView {
   // entries go to the housekeeping view, auxiliary packets to the auxiliary view, spectra to
   // the spectrum view, information entries to the information view; other science packets have
   // no window.
-  void openFinding(int row);
+  void open_finding(int row);
 
   IntegrityModel* model() const { return model_; }
   QTableView* table() const { return table_; }
-  QSpinBox* timeJumpField() const { return time_jump_; }
+  QSpinBox* time_jump_field() const { return time_jump_; }
   // The count shown beside a kind.
-  QString countText(Finding_Kind kind) const;
+  QString count_text(FindingKind kind) const;
 
  private:
-  QWidget* makeCountPanel();
-  void showCounts();
-  void showThreshold();
+  QWidget* make_count_panel();
+  void show_counts();
+  void show_threshold();
 
   IntegrityModel* model_ = nullptr;
   QTableView* table_ = nullptr;
   QSpinBox* time_jump_ = nullptr;
   std::array<QLabel*, kFindingKinds> counts_{};
   QLabel* summary_ = nullptr;
-  int checked_threshold_ = Integrity_Options{}.time_jump_seconds;  // of the findings shown
+  int checked_threshold_ = IntegrityOptions{}.time_jump_seconds;  // of the findings shown
 };
 
 }  // namespace morvane

@@ -3,39 +3,39 @@
 
 namespace morvane {
 
-QString finding_kind_title(Finding_Kind kind) {
+QString finding_kind_title(FindingKind kind) {
   switch (kind) {
-    case Finding_Kind::SequenceGap:
+    case FindingKind::SequenceGap:
       return QStringLiteral("Sequence gap");
-    case Finding_Kind::SequenceRepeat:
+    case FindingKind::SequenceRepeat:
       return QStringLiteral("Sequence repeat");
-    case Finding_Kind::TimeBackwards:
+    case FindingKind::TimeBackwards:
       return QStringLiteral("Time going back");
-    case Finding_Kind::TimeJump:
+    case FindingKind::TimeJump:
       return QStringLiteral("Time jump");
-    case Finding_Kind::PastFrameEnd:
+    case FindingKind::PastFrameEnd:
       return QStringLiteral("Past frame end");
-    case Finding_Kind::EmptyFrame:
+    case FindingKind::EmptyFrame:
       return QStringLiteral("Empty frame");
-    case Finding_Kind::UnknownIdentifier:
+    case FindingKind::UnknownIdentifier:
       return QStringLiteral("Unknown identifier");
-    case Finding_Kind::PartialFrame:
+    case FindingKind::PartialFrame:
       return QStringLiteral("Partial frame");
-    case Finding_Kind::PastEndOfFile:
+    case FindingKind::PastEndOfFile:
       return QStringLiteral("Past end of file");
-    case Finding_Kind::Restart:
+    case FindingKind::Restart:
       return QStringLiteral("Restart");
   }
   return {};
 }
 
-QString catalogue_list_title(Catalogue_List list) {
+QString catalogue_list_title(CatalogueList list) {
   switch (list) {
-    case Catalogue_List::HK:
+    case CatalogueList::HK:
       return QStringLiteral("Housekeeping");
-    case Catalogue_List::Science:
+    case CatalogueList::Science:
       return QStringLiteral("Science");
-    case Catalogue_List::Information:
+    case CatalogueList::Information:
       return QStringLiteral("Information");
   }
   return {};
@@ -43,7 +43,7 @@ QString catalogue_list_title(Catalogue_List list) {
 
 IntegrityModel::IntegrityModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-void IntegrityModel::setReport(Integrity_Report report) {
+void IntegrityModel::set_report(IntegrityReport report) {
   beginResetModel();
   report_ = std::move(report);
   endResetModel();

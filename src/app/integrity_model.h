@@ -3,7 +3,7 @@
 
 #include <QAbstractTableModel>
 
-#include "views/integrity.h"
+#include "decoders/integrity.h"
 
 namespace morvane {
 
@@ -18,8 +18,8 @@ class IntegrityModel : public QAbstractTableModel {
   explicit IntegrityModel(QObject* parent = nullptr);
 
   // Shows another report's findings.
-  void setReport(Integrity_Report report);
-  const Integrity_Report& report() const { return report_; }
+  void set_report(IntegrityReport report);
+  const IntegrityReport& report() const { return report_; }
   const Finding& finding(int row) const { return report_.findings[static_cast<size_t>(row)]; }
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -28,12 +28,12 @@ class IntegrityModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
  private:
-  Integrity_Report report_;
+  IntegrityReport report_;
 };
 
 // What a user calls a kind of finding ("Sequence gap", "Unknown identifier", ...) and a list
 // ("Housekeeping", "Science", "Information", as the summary's tabs are named).
-QString finding_kind_title(Finding_Kind kind);
-QString catalogue_list_title(Catalogue_List list);
+QString finding_kind_title(FindingKind kind);
+QString catalogue_list_title(CatalogueList list);
 
 }  // namespace morvane

@@ -18,7 +18,7 @@ namespace {
 constexpr int kCollectionIntervalMilliseconds = 500;
 }  // namespace
 
-Live_Follow::Live_Follow(Session& session, Dialogs& dialogs, QWidget& window, Hooks hooks)
+LiveFollow::LiveFollow(Session& session, Dialogs& dialogs, QWidget& window, Hooks hooks)
     : QObject(&window),
       session_(session),
       dialogs_(dialogs),
@@ -28,10 +28,10 @@ Live_Follow::Live_Follow(Session& session, Dialogs& dialogs, QWidget& window, Ho
   setObjectName("LiveFollow");
   timer_->setObjectName("Timer1");
   timer_->setInterval(kCollectionIntervalMilliseconds);
-  connect(timer_, &QTimer::timeout, this, &Live_Follow::Timer1_Timer);
+  connect(timer_, &QTimer::timeout, this, &LiveFollow::Timer1_Timer);
 }
 
-void Live_Follow::toggle() {
+void LiveFollow::toggle() {
   if (collecting_) {
     stop();
   } else {
@@ -39,7 +39,7 @@ void Live_Follow::toggle() {
   }
 }
 
-void Live_Follow::start() {
+void LiveFollow::start() {
   const QString path = QString::fromStdString(resolve_windows_path(log_file().toStdString()));
   const bool started = hooks_.load_log(path);
   collecting_ = started || collecting_;
@@ -48,16 +48,16 @@ void Live_Follow::start() {
     waiting_ = false;
     timer_->start();
   }
-  emit collectingChanged(collecting_);
+  emit collecting_changed(collecting_);
 }
 
-void Live_Follow::stop() {
+void LiveFollow::stop() {
   timer_->stop();
   collecting_ = false;
-  emit collectingChanged(false);
+  emit collecting_changed(false);
 }
 
-void Live_Follow::Timer1_Timer() {
+void LiveFollow::Timer1_Timer() {
   if (in_tick_ || (hooks_.busy && hooks_.busy())) return;
   in_tick_ = true;
   try {
@@ -73,7 +73,7 @@ void Live_Follow::Timer1_Timer() {
   in_tick_ = false;
 }
 
-bool Live_Follow::log_changed() {
+bool LiveFollow::log_changed() {
   if (!session_.file || !collecting_) return false;
   const FileIdentity named = file_identity(session_.File_Name);
   if (named == identity_) {
@@ -95,13 +95,13 @@ bool Live_Follow::log_changed() {
   return true;
 }
 
-QString Live_Follow::log_file() const { return log_file_setting(); }
+QString LiveFollow::log_file() const { return log_file_setting(); }
 
-void Live_Follow::set_log_file(const QString& path) { set_log_file_setting(path); }
+void LiveFollow::set_log_file(const QString& path) { set_log_file_setting(path); }
 
-void Live_Follow::choose_log_file() {
+void LiveFollow::choose_log_file() {
   const QString current = QString::fromStdString(resolve_windows_path(log_file().toStdString()));
-  const QString path = dialogs_.openFileName(&window_, tr("Log file to follow"), QFileInfo(current).absolutePath(),
+  const QString path = dialogs_.open_file_name(&window_, tr("Log file to follow"), QFileInfo(current).absolutePath(),
                                              tr("All files (*)"));
   if (!path.isEmpty()) set_log_file(path);
 }

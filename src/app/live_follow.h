@@ -22,7 +22,7 @@ struct Session;
 // replaced by a new file (renamed over it, or deleted and made again: a new inode) is followed
 // anew from its first frame, as a stop and a start would; a deleted log is waited for and followed
 // from its first frame once it is back. Each change of file is said in a message.
-class Live_Follow : public QObject {
+class LiveFollow : public QObject {
   Q_OBJECT
 
  public:
@@ -38,7 +38,7 @@ class Live_Follow : public QObject {
   };
 
   // Collection of `session`, whose messages go through `dialogs` over `window`.
-  Live_Follow(Session& session, Dialogs& dialogs, QWidget& window, Hooks hooks);
+  LiveFollow(Session& session, Dialogs& dialogs, QWidget& window, Hooks hooks);
 
   // The collection timer (500 ms); the concise view's Pause/Continue switches it.
   QTimer* timer() const { return timer_; }
@@ -66,7 +66,7 @@ class Live_Follow : public QObject {
 
  signals:
   // Collection went on or off (also after a start that failed: the state it kept).
-  void collectingChanged(bool on);
+  void collecting_changed(bool on);
 
  private:
   // True when the log's path no longer names the file collection opened: the pass has nothing

@@ -74,8 +74,8 @@ int main(int argc, char** argv) {
 
   // The file of the last run comes back with the views that showed it (unless the user turned
   // that off, or named a file).
-  if (!type && !screenshots && morvane::reopen_last_file_setting() && !window->mdiArea()->subWindowList().isEmpty()) {
-    const std::vector<morvane::Recent_File> recent = morvane::recent_files();
+  if (!type && !screenshots && morvane::reopen_last_file_setting() && !window->mdi_area()->subWindowList().isEmpty()) {
+    const std::vector<morvane::RecentFile> recent = morvane::recent_files();
     if (!recent.empty() && QFileInfo(recent.front().path).isFile()) {
       type = recent.front().format;
       file = recent.front().path;
@@ -83,10 +83,10 @@ int main(int argc, char** argv) {
   }
 
   QTimer::singleShot(0, window.get(), [&] {
-    if (type) window->loadFile(*type, file);
+    if (type) window->load_file(*type, file);
     // A file given with no window to show it opens on its summary.
-    if (type && !screenshots && window->mdiArea()->subWindowList().isEmpty()) {
-      window->showView(morvane::ViewKind::Summary);
+    if (type && !screenshots && window->mdi_area()->subWindowList().isEmpty()) {
+      window->show_view(morvane::ViewKind::Summary);
     }
     if (screenshots) {
       for (const QString& path : morvane::write_screenshots(*window, parser.value(screenshots_option))) {

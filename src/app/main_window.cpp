@@ -15,7 +15,7 @@
 #include "error_trap.h"
 #include "file_drop.h"
 #include "help_menu.h"
-#include "export/export_dialog.h"
+#include "export/export_presenter.h"
 #include "main_workstation.h"
 #include "recent_files.h"
 #include "settings.h"
@@ -54,24 +54,24 @@ EGSE_MDI::EGSE_MDI(Configuration configuration, Dialogs& dialogs, QWidget* paren
   setWindowTitle(kProgramCaption);
   mdi_->setObjectName("MDIClient");
   setCentralWidget(mdi_);
-  Live_Follow::Hooks hooks;
+  LiveFollow::Hooks hooks;
   hooks.load_log = [this](const QString& path) {
-    return loadSession(FileFormat::CSS, path, collecting_caption(path));
+    return load_session(FileFormat::CSS, path, collecting_caption(path));
   };
   hooks.update_views = [this] { views_->Update_Open_Views(); };
   hooks.busy = [this] { return loading_; };
-  follow_ = new Live_Follow(session_, dialogs_, *this, std::move(hooks));
-  createMenus();
-  connect(views_, &ViewManager::registered, this, &EGSE_MDI::updateMenuAvailability);
-  connect(follow_, &Live_Follow::collectingChanged, this,
-          [this](bool on) { menuItem("mnuDisplayRealTimeDataCollection")->setChecked(on); });
-  new Recent_Files_Menu(*this);
-  new File_Drop(*this);
-  new Window_Menu(*this);
-  new Help_Menu(*this);
-  new Status_Line(*this);
+  follow_ = new LiveFollow(session_, dialogs_, *this, std::move(hooks));
+  create_menus();
+  connect(views_, &ViewManager::registered, this, &EGSE_MDI::update_menu_availability);
+  connect(follow_, &LiveFollow::collecting_changed, this,
+          [this](bool on) { menu_item("mnuDisplayRealTimeDataCollection")->setChecked(on); });
+  new RecentFilesMenu(*this);
+  new FileDrop(*this);
+  new WindowMenu(*this);
+  new HelpMenu(*this);
+  new StatusLine(*this);
   // One for the whole program, however many main windows (the tests make several).
-  if (!qApp->findChild<View_Keys*>()) new View_Keys(qApp);
+  if (!qApp->findChild<ViewKeys*>()) new ViewKeys(qApp);
   register_standard_views(*views_);
   resize(1100, 760);
 }
@@ -82,7 +82,7 @@ EGSE_MDI::~EGSE_MDI() {
   delete mdi_;
 }
 
-QAction* EGSE_MDI::menuItem(const QString& name) const { return findChild<QAction*>(name); }
+QAction* EGSE_MDI::menu_item(const QString& name) const { return findChild<QAction*>(name); }
 
 // --- Menus -------------------------------------------------------------------------------
 
@@ -95,7 +95,7 @@ QAction* EGSE_MDI::addItem(QMenu* menu, const char* name, const char* caption, c
   return action;
 }
 
-void EGSE_MDI::createMenus() {
+void EGSE_MDI::create_menus() {
   auto menu = [this](const char* name, const char* caption) {
     QMenu* m = menuBar()->addMenu(QString::fromUtf8(caption));
     m->setObjectName(name);
@@ -120,15 +120,15 @@ void EGSE_MDI::createMenus() {
   addItem(file, "mnuExit", "E&xit", [] { QCoreApplication::exit(0); });
 
   QMenu* display = menu("mnuDisplay", "&Display          ");
-  addItem(display, "mnuDisplayConciseData", "&Concise Data", [this] { views_->showView(ViewKind::Concise); },
+  addItem(display, "mnuDisplayConciseData", "&Concise Data", [this] { views_->show_view(ViewKind::Concise); },
           ViewKind::Concise);
-  addItem(display, "mnuDisplayRawData", "&Raw Data", [this] { views_->showView(ViewKind::RawData); },
+  addItem(display, "mnuDisplayRawData", "&Raw Data", [this] { views_->show_view(ViewKind::RawData); },
           ViewKind::RawData);
-  addItem(display, "mnuDisplaySUmmary", "&Summary", [this] { views_->showView(ViewKind::Summary); },
+  addItem(display, "mnuDisplaySUmmary", "&Summary", [this] { views_->show_view(ViewKind::Summary); },
           ViewKind::Summary);
-  addItem(display, "mnuDisplayTrendPlot", "Trend &Plot...", [this] { views_->showView(ViewKind::Trend); },
+  addItem(display, "mnuDisplayTrendPlot", "Trend &Plot...", [this] { views_->show_view(ViewKind::Trend); },
           ViewKind::Trend);
-  addItem(display, "mnuDisplayDataIntegrity", "Data &Integrity", [this] { views_->showView(ViewKind::Integrity); },
+  addItem(display, "mnuDisplayDataIntegrity", "Data &Integrity", [this] { views_->show_view(ViewKind::Integrity); },
           ViewKind::Integrity);
   separator(display, "mnuSeparator2");
   addItem(display, "mnuDisplayByteReverse", "&Byte Reverse", [this] { mnuDisplayByteReverse_Click(); })
@@ -139,17 +139,17 @@ void EGSE_MDI::createMenus() {
   addItem(display, "mnuDisplayRealTimeLogFile", "Real Time &Log File...", [this] { follow_->choose_log_file(); });
 
   QMenu* calibration = menu("mnuCalibration", "&Calibration          ");
-  addItem(calibration, "mnuAuxAD590Temp", "&Aux AD590 Temp", [this] { views_->showView(ViewKind::AD590); },
+  addItem(calibration, "mnuAuxAD590Temp", "&Aux AD590 Temp", [this] { views_->show_view(ViewKind::AD590); },
           ViewKind::AD590);
   addItem(calibration, "mnuCalibrate_Pressure_Sensors", "&Pressure Sensors",
-          [this] { views_->showView(ViewKind::PressureCalibration); }, ViewKind::PressureCalibration);
+          [this] { views_->show_view(ViewKind::PressureCalibration); }, ViewKind::PressureCalibration);
 
   QMenu* test = menu("mnuTest", "&Test          ");
   addItem(test, "mnuTest_Cruise_Phase_mode", "&Cruise Phase Mode", [this] { mnuTest_Cruise_Phase_mode_Click(); },
           ViewKind::ShortTestList);
   addItem(test, "mnuTest_EAFT_mode", "&EAFT", [this] { mnuTest_EAFT_mode_Click(); },
           ViewKind::ShortTestList);
-  addItem(test, "mnuGeneraltests", "&General Tests", [this] { views_->showView(ViewKind::GeneralTests); },
+  addItem(test, "mnuGeneraltests", "&General Tests", [this] { views_->show_view(ViewKind::GeneralTests); },
           ViewKind::GeneralTests);
 
   QMenu* exports = menu("mnuExport", "&Export           ");
@@ -162,11 +162,11 @@ void EGSE_MDI::createMenus() {
   addItem(exports, "mnuExportDockingStationCalibration", "&Docking Station Calibration",
           [this] { mnuExportDockingStationCalibration_Click(); },
           ViewKind::ExportDockingStationCalibration);
-  updateMenuAvailability();
+  update_menu_availability();
 }
 
-void EGSE_MDI::updateMenuAvailability() {
-  for (const auto& [action, kind] : action_views_) action->setEnabled(views_->isRegistered(kind));
+void EGSE_MDI::update_menu_availability() {
+  for (const auto& [action, kind] : action_views_) action->setEnabled(views_->is_registered(kind));
 }
 
 bool EGSE_MDI::guarded(const std::function<void()>& work) { return run_trapped(dialogs_, this, work); }
@@ -175,22 +175,22 @@ bool EGSE_MDI::guarded(const std::function<void()>& work) { return run_trapped(d
 
 bool EGSE_MDI::Open_EGSE_File(FileFormat type) {
   const QString tag = QString::fromUtf8(format_tag(type).data());
-  const QString path = dialogs_.openFileName(this, tr("Open %1 file").arg(tag), last_folder_setting(),
+  const QString path = dialogs_.open_file_name(this, tr("Open %1 file").arg(tag), last_folder_setting(),
                                              tr("All files (*);;%1 files (*.%2)").arg(tag, tag.toLower()));
   if (path.isEmpty()) return false;  // cancelled: nothing changes
   set_last_folder_setting(QFileInfo(path).absolutePath());
-  return loadFile(type, path);
+  return load_file(type, path);
 }
 
-bool EGSE_MDI::loadFile(FileFormat type, const QString& path) {
-  if (!loadSession(type, path, {})) return false;
+bool EGSE_MDI::load_file(FileFormat type, const QString& path) {
+  if (!load_session(type, path, {})) return false;
   setWindowTitle(loaded_caption(type, path));
   follow_->stop();
-  emit fileLoaded(type, path);
+  emit file_loaded(type, path);
   return true;
 }
 
-bool EGSE_MDI::loadSession(FileFormat type, const QString& path, const QString& caption) {
+bool EGSE_MDI::load_session(FileFormat type, const QString& path, const QString& caption) {
   // The load fills a fresh session on a worker thread while the views go on reading the old
   // one; only a finished load replaces it.
   Session loaded;
@@ -235,47 +235,47 @@ bool EGSE_MDI::loadSession(FileFormat type, const QString& path, const QString& 
 
 // --- Byte order --------------------------------------------------------------------------
 
-void EGSE_MDI::setByteReverse(bool on) {
+void EGSE_MDI::set_byte_reverse(bool on) {
   session_.Byte_Reverse = on;
-  menuItem("mnuDisplayByteReverse")->setChecked(on);
+  menu_item("mnuDisplayByteReverse")->setChecked(on);
 }
 
 void EGSE_MDI::mnuDisplayByteReverse_Click() {
   session_.Byte_Reverse = !session_.Byte_Reverse;
-  menuItem("mnuDisplayByteReverse")->setChecked(session_.Byte_Reverse);
+  menu_item("mnuDisplayByteReverse")->setChecked(session_.Byte_Reverse);
   // The catalogue keeps the positions found under the old order; only the views decode anew.
   views_->Reload_Open_Views();
 }
 
 // --- Guarded menu handlers ---------------------------------------------------------------
 
-void EGSE_MDI::showExport(ViewKind kind, Export_Kind export_kind) {
+void EGSE_MDI::show_export(ViewKind kind, ExportKind export_kind) {
   if (const auto refused = export_guard(session_, export_kind)) {
     dialogs_.message(this, QString::fromStdString(*refused));
     return;
   }
-  if (ChildView* shown = views_->showView(kind)) shown->place_at(kExportLeft, kExportTop);
+  if (ChildView* shown = views_->show_view(kind)) shown->place_at(kExportLeft, kExportTop);
 }
 
-void EGSE_MDI::mnuExportHousekeeping_Click() { showExport(ViewKind::ExportHousekeeping, Export_Kind::Housekeeping); }
+void EGSE_MDI::mnuExportHousekeeping_Click() { show_export(ViewKind::ExportHousekeeping, ExportKind::Housekeeping); }
 
-void EGSE_MDI::mnuExportScienceAuxilliary_Click() { showExport(ViewKind::ExportAuxiliary, Export_Kind::Auxiliary); }
+void EGSE_MDI::mnuExportScienceAuxilliary_Click() { show_export(ViewKind::ExportAuxiliary, ExportKind::Auxiliary); }
 
 void EGSE_MDI::mnuExportDockingStationCalibration_Click() {
-  showExport(ViewKind::ExportDockingStationCalibration, Export_Kind::DS_Calibration);
+  show_export(ViewKind::ExportDockingStationCalibration, ExportKind::DS_Calibration);
 }
 
-void EGSE_MDI::mnuExportScienceSpectra_Click() { showExport(ViewKind::ExportSpectra, Export_Kind::Spectra); }
+void EGSE_MDI::mnuExportScienceSpectra_Click() { show_export(ViewKind::ExportSpectra, ExportKind::Spectra); }
 
-void EGSE_MDI::mnuTest_Cruise_Phase_mode_Click() { showShortTestList("Cruise Phase"); }
+void EGSE_MDI::mnuTest_Cruise_Phase_mode_Click() { show_short_test_list("Cruise Phase"); }
 
-void EGSE_MDI::mnuTest_EAFT_mode_Click() { showShortTestList("EAFT"); }
+void EGSE_MDI::mnuTest_EAFT_mode_Click() { show_short_test_list("EAFT"); }
 
-void EGSE_MDI::showShortTestList(const char* mode) {
+void EGSE_MDI::show_short_test_list(const char* mode) {
   session_.Test_Mode = mode;
   // A list already open was made for its mode and the catalogue of its time: it is made anew.
-  views_->closeView(ViewKind::ShortTestList);
-  views_->showView(ViewKind::ShortTestList);
+  views_->close_view(ViewKind::ShortTestList);
+  views_->show_view(ViewKind::ShortTestList);
 }
 
 void EGSE_MDI::closeEvent(QCloseEvent* event) {

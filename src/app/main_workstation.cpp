@@ -16,23 +16,23 @@ Dialogs& MainWorkstation::dialogs() { return window_.dialogs(); }
 
 ChildView* MainWorkstation::view(ViewKind kind) { return window_.views().view(kind); }
 
-ChildView* MainWorkstation::showView(ViewKind kind) { return window_.views().showView(kind); }
+ChildView* MainWorkstation::show_view(ViewKind kind) { return window_.views().show_view(kind); }
 
-void MainWorkstation::closeView(ViewKind kind) { window_.views().closeView(kind); }
+void MainWorkstation::close_view(ViewKind kind) { window_.views().close_view(kind); }
 
 void MainWorkstation::show_entry(ViewKind kind) { window_.views().show_entry(kind); }
 
-bool MainWorkstation::loadFile(FileFormat type, const QString& path) { return window_.loadFile(type, path); }
+bool MainWorkstation::load_file(FileFormat type, const QString& path) { return window_.load_file(type, path); }
 
-void MainWorkstation::setByteReverse(bool on) { window_.setByteReverse(on); }
+void MainWorkstation::set_byte_reverse(bool on) { window_.set_byte_reverse(on); }
 
-bool MainWorkstation::collection_ticking() const { return window_.collectionTimer()->isActive(); }
+bool MainWorkstation::collection_ticking() const { return window_.collection_timer()->isActive(); }
 
 void MainWorkstation::set_collection_ticking(bool on) {
   if (on) {
-    window_.collectionTimer()->start();
+    window_.collection_timer()->start();
   } else {
-    window_.collectionTimer()->stop();
+    window_.collection_timer()->stop();
   }
 }
 

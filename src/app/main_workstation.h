@@ -18,11 +18,11 @@ class MainWorkstation final : public Workstation {
   Session& session() override;
   Dialogs& dialogs() override;
   ChildView* view(ViewKind kind) override;
-  ChildView* showView(ViewKind kind) override;
-  void closeView(ViewKind kind) override;
+  ChildView* show_view(ViewKind kind) override;
+  void close_view(ViewKind kind) override;
   void show_entry(ViewKind kind) override;
-  bool loadFile(FileFormat type, const QString& path) override;
-  void setByteReverse(bool on) override;
+  bool load_file(FileFormat type, const QString& path) override;
+  void set_byte_reverse(bool on) override;
   bool collection_ticking() const override;
   void set_collection_ticking(bool on) override;
   void set_menus_enabled(bool on) override;

@@ -12,10 +12,10 @@ PlaceholderView::PlaceholderView(Workstation& workstation, ViewKind kind)
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label_);
   label_->setMargin(12);
-  showCurrentEntry();
+  show_current_entry();
 }
 
-void PlaceholderView::showCurrentEntry() {
+void PlaceholderView::show_current_entry() {
   const Session& s = session();
   int32_t entry = 0;
   switch (kind()) {

@@ -14,7 +14,7 @@ class PlaceholderView : public ChildView {
 
  public:
   PlaceholderView(Workstation& workstation, ViewKind kind);
-  void showCurrentEntry() override;
+  void show_current_entry() override;
   QString text() const { return label_->text(); }
 
  private:

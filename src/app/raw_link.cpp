@@ -10,17 +10,17 @@
 
 namespace morvane {
 
-RawData* show_in_raw_frame(Workstation& workstation, const Raw_Mark& mark) {
-  auto* raw = qobject_cast<RawData*>(workstation.showView(ViewKind::RawData));
-  if (raw) raw->showMark(mark);
+RawData* show_in_raw_frame(Workstation& workstation, const RawMark& mark) {
+  auto* raw = qobject_cast<RawData*>(workstation.show_view(ViewKind::RawData));
+  if (raw) raw->show_mark(mark);
   return raw;
 }
 
-void mark_in_open_raw_view(Workstation& workstation, const Raw_Mark& mark) {
-  if (auto* raw = qobject_cast<RawData*>(workstation.view(ViewKind::RawData))) raw->showMark(mark);
+void mark_in_open_raw_view(Workstation& workstation, const RawMark& mark) {
+  if (auto* raw = qobject_cast<RawData*>(workstation.view(ViewKind::RawData))) raw->show_mark(mark);
 }
 
-QAction* add_show_in_raw_frame(ChildView& view, std::function<std::optional<Raw_Mark>()> shown) {
+QAction* add_show_in_raw_frame(ChildView& view, std::function<std::optional<RawMark>()> shown) {
   auto* action = new QAction(QString::fromUtf8(kShowInRawFrame), &view);
   action->setObjectName("actShowInRawFrame");
   action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
@@ -28,7 +28,7 @@ QAction* add_show_in_raw_frame(ChildView& view, std::function<std::optional<Raw_
   QObject::connect(action, &QAction::triggered, &view, [&view, shown = std::move(shown)] {
     Workstation& workstation = view.workstation();
     run_trapped(workstation.dialogs(), &view, [&] {
-      if (const std::optional<Raw_Mark> mark = shown()) show_in_raw_frame(workstation, *mark);
+      if (const std::optional<RawMark> mark = shown()) show_in_raw_frame(workstation, *mark);
     });
   });
   view.addAction(action);

@@ -13,7 +13,7 @@
 #include "core/session.h"
 #include "drawing_view.h"
 #include "fixed_font.h"
-#include "views/raw_frame.h"
+#include "decoders/raw_frame.h"
 
 namespace morvane {
 
@@ -39,7 +39,7 @@ RawData::RawData(Workstation& workstation)
   scroll_->setObjectName("VScroll1");
   picture_->setObjectName("Picture1");
   picture_->setFont(fixed_pitch_font());
-  picture_->setSurfaceTwips(kSurfaceWidth, kSurfaceHeight);
+  picture_->set_surface_twips(kSurfaceWidth, kSurfaceHeight);
   picture_->setMinimumSize(picture_->sizeHint());
 
   auto* layout = new QGridLayout(this);
@@ -50,21 +50,21 @@ RawData::RawData(Workstation& workstation)
   layout->setRowStretch(2, 1);
 
   label1_->setText(QString::fromStdString(raw_count_label(s.Packet_Count)));
-  setFrameRange();
+  set_frame_range();
   scroll_->setValue(1);
   current_frame_ = 1;
   label2_->setText(QString::fromStdString(raw_frame_label(current_frame_)));
   connect(scroll_, &QScrollBar::valueChanged, this, &RawData::VScroll1_Change);
-  drawFrame();
+  draw_frame();
 
   auto* clear_mark = new QAction(tr("Clear mark"), this);
   clear_mark->setObjectName("actClearMark");
-  connect(clear_mark, &QAction::triggered, this, &RawData::clearMark);
+  connect(clear_mark, &QAction::triggered, this, &RawData::clear_mark);
   addAction(clear_mark);
   setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-void RawData::setFrameRange() {
+void RawData::set_frame_range() {
   // Packet_Count is a 32-bit count and so is the scroll bar's range: every frame has a step.
   const QSignalBlocker quiet(scroll_);
   scroll_->setRange(1, std::max<int32_t>(session().Packet_Count, 1));
@@ -75,49 +75,49 @@ void RawData::setFrameRange() {
 void RawData::VScroll1_Change(int value) {
   current_frame_ = value;
   label2_->setText(QString::fromStdString(raw_frame_label(current_frame_)));
-  drawFrame();
+  draw_frame();
 }
 
-void RawData::drawFrame() {
+void RawData::draw_frame() {
   // With no file there is nothing to read: the grid stays empty.
   if (!session().loaded()) {
     picture_->clear();
     return;
   }
-  const bool drawn = guarded([&] { picture_->setDrawing(Display_Raw_Frame(session(), current_frame_).words); });
+  const bool drawn = guarded([&] { picture_->set_drawing(Display_Raw_Frame(session(), current_frame_).words); });
   if (!drawn) picture_->clear();
-  paintMark();
+  paint_mark();
 }
 
-void RawData::paintMark() {
+void RawData::paint_mark() {
   if (!mark_ || picture_->drawing().empty()) return;
   const Session& s = session();
-  const Raw_Mark_Cells cells = raw_mark_cells(s.File_Type, s.Byte_Reverse, *mark_, current_frame_);
-  std::vector<DrawingView::Text_Mark> marks;
-  auto add = [&](const std::vector<Marked_Cell>& marked, const Colour& colour) {
-    for (const Marked_Cell& cell : marked) {
+  const RawMarkCells cells = raw_mark_cells(s.File_Type, s.Byte_Reverse, *mark_, current_frame_);
+  std::vector<DrawingView::TextMark> marks;
+  auto add = [&](const std::vector<MarkedCell>& marked, const Colour& colour) {
+    for (const MarkedCell& cell : marked) {
       const auto text = static_cast<size_t>(cell.word - 1);
       if (text >= picture_->drawing().size()) continue;
-      const Text_Run run = cell_part_characters(cell.part, static_cast<int>(picture_->drawing()[text].text.size()));
+      const TextRun run = cell_part_characters(cell.part, static_cast<int>(picture_->drawing()[text].text.size()));
       marks.push_back({text, run.first, run.count, colour});
     }
   };
   add(cells.packet, kPacketMarkColour);
   add(cells.byte, kByteMarkColour);
-  picture_->setMarks(std::move(marks));
+  picture_->set_marks(std::move(marks));
 }
 
-void RawData::showMark(const Raw_Mark& mark) {
+void RawData::show_mark(const RawMark& mark) {
   mark_ = mark;
-  showFrame(std::max<int32_t>(mark.frame, 1));
+  show_frame(std::max<int32_t>(mark.frame, 1));
 }
 
-void RawData::clearMark() {
+void RawData::clear_mark() {
   mark_.reset();
-  picture_->setMarks({});
+  picture_->set_marks({});
 }
 
-void RawData::showFrame(int32_t n) {
+void RawData::show_frame(int32_t n) {
   if (n == scroll_->value()) {
     VScroll1_Change(n);
   } else {
@@ -125,10 +125,10 @@ void RawData::showFrame(int32_t n) {
   }
 }
 
-void RawData::updateRealtime() {
+void RawData::update_realtime() {
   const int32_t newest = session().Packet_Count;
   label1_->setText(QString::fromStdString(raw_count_label(newest)));
-  setFrameRange();
+  set_frame_range();
   {
     const QSignalBlocker quiet(scroll_);
     scroll_->setValue(std::max<int32_t>(newest, 1));
@@ -137,9 +137,9 @@ void RawData::updateRealtime() {
   VScroll1_Change(scroll_->value());
 }
 
-QString RawData::countLabel() const { return label1_->text(); }
+QString RawData::count_label() const { return label1_->text(); }
 
-QString RawData::frameLabel() const { return label2_->text(); }
+QString RawData::frame_label() const { return label2_->text(); }
 
 void RawData::wheelEvent(QWheelEvent* event) {
   const int steps = event->angleDelta().y() / 120;

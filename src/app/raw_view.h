@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "child_view.h"
-#include "views/raw_mark.h"
+#include "decoders/raw_mark.h"
 
 class QLabel;
 class QScrollBar;
@@ -24,38 +24,38 @@ class RawData : public ChildView {
   explicit RawData(Workstation& workstation);
 
   // UpdateRawData: the count again, and the newest frame.
-  void updateRealtime() override;
+  void update_realtime() override;
   // Shows frame n (the scroll bar moves there).
-  void showFrame(int32_t n);
-  int32_t currentFrame() const { return current_frame_; }
+  void show_frame(int32_t n);
+  int32_t current_frame() const { return current_frame_; }
 
   // Shows the frame a decoded view sent with its packet (and chosen byte) marked; the mark stays
   // while the frames are stepped through, so a packet's end is marked in the next frame.
-  void showMark(const Raw_Mark& mark);
-  void clearMark();
-  const std::optional<Raw_Mark>& mark() const { return mark_; }
+  void show_mark(const RawMark& mark);
+  void clear_mark();
+  const std::optional<RawMark>& mark() const { return mark_; }
 
-  QString countLabel() const;
-  QString frameLabel() const;
-  QScrollBar* scrollBar() const { return scroll_; }
+  QString count_label() const;
+  QString frame_label() const;
+  QScrollBar* scroll_bar() const { return scroll_; }
   DrawingView* picture() const { return picture_; }
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  void setFrameRange();
+  void set_frame_range();
   // VScroll1_Change: the frame of the scroll bar, its label and its words.
   void VScroll1_Change(int value);
-  void drawFrame();
-  void paintMark();
+  void draw_frame();
+  void paint_mark();
 
   QLabel* label1_;
   QLabel* label2_;
   QScrollBar* scroll_;
   DrawingView* picture_;
   int32_t current_frame_ = 1;
-  std::optional<Raw_Mark> mark_;
+  std::optional<RawMark> mark_;
 };
 
 }  // namespace morvane

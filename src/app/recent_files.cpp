@@ -21,7 +21,7 @@ constexpr const char* kFormatKey = "format";
 constexpr const char* kPathKey = "path";
 constexpr const char* kReopenKey = "files/reopen_last";
 
-void store(const std::vector<Recent_File>& files) {
+void store(const std::vector<RecentFile>& files) {
   QSettings settings;
   settings.remove(kRecentKey);
   settings.beginWriteArray(kRecentKey, static_cast<int>(files.size()));
@@ -37,9 +37,9 @@ QString format_text(FileFormat format) { return QString::fromUtf8(format_tag(for
 
 }  // namespace
 
-std::vector<Recent_File> recent_files() {
+std::vector<RecentFile> recent_files() {
   QSettings settings;
-  std::vector<Recent_File> files;
+  std::vector<RecentFile> files;
   const int count = settings.beginReadArray(kRecentKey);
   for (int i = 0; i < count; ++i) {
     settings.setArrayIndex(i);
@@ -51,29 +51,29 @@ std::vector<Recent_File> recent_files() {
   return files;
 }
 
-void remember_recent_file(const Recent_File& file) {
-  std::vector<Recent_File> files = recent_files();
-  std::erase_if(files, [&](const Recent_File& f) { return f.path == file.path; });
+void remember_recent_file(const RecentFile& file) {
+  std::vector<RecentFile> files = recent_files();
+  std::erase_if(files, [&](const RecentFile& f) { return f.path == file.path; });
   files.insert(files.begin(), file);
   if (files.size() > static_cast<size_t>(kRecentFileCount)) files.resize(kRecentFileCount);
   store(files);
 }
 
 void forget_recent_file(const QString& path) {
-  std::vector<Recent_File> files = recent_files();
-  std::erase_if(files, [&](const Recent_File& f) { return f.path == path; });
+  std::vector<RecentFile> files = recent_files();
+  std::erase_if(files, [&](const RecentFile& f) { return f.path == path; });
   store(files);
 }
 
 FileFormat last_format() {
-  const std::vector<Recent_File> files = recent_files();
+  const std::vector<RecentFile> files = recent_files();
   return files.empty() ? FileFormat::QM : files.front().format;
 }
 
 bool reopen_last_file_setting() { return QSettings().value(kReopenKey, true).toBool(); }
 void set_reopen_last_file_setting(bool on) { QSettings().setValue(kReopenKey, on); }
 
-Recent_Files_Menu::Recent_Files_Menu(EGSE_MDI& window)
+RecentFilesMenu::RecentFilesMenu(EGSE_MDI& window)
     : QObject(&window),
       window_(window),
       menu_(new QMenu(tr("Recent &Files"), &window)),
@@ -90,31 +90,31 @@ Recent_Files_Menu::Recent_Files_Menu(EGSE_MDI& window)
   reopen->setChecked(reopen_last_file_setting());
   connect(reopen, &QAction::toggled, this, [](bool on) { set_reopen_last_file_setting(on); });
   auto* file = window.findChild<QMenu*>("mnuFile");
-  QAction* separator = window.menuItem("mnuSeparartor1");
+  QAction* separator = window.menu_item("mnuSeparartor1");
   if (file) {
     file->insertAction(separator, open_last_format_);
     file->insertMenu(separator, menu_);
     file->insertAction(separator, reopen);
   }
-  connect(&window, &EGSE_MDI::fileLoaded, this, [this](FileFormat format, const QString& path) {
+  connect(&window, &EGSE_MDI::file_loaded, this, [this](FileFormat format, const QString& path) {
     remember_recent_file({format, path});
     rebuild();
   });
   // Another run of the program may have loaded files since.
-  connect(menu_, &QMenu::aboutToShow, this, &Recent_Files_Menu::rebuild);
+  connect(menu_, &QMenu::aboutToShow, this, &RecentFilesMenu::rebuild);
   rebuild();
 }
 
-void Recent_Files_Menu::rebuild() {
+void RecentFilesMenu::rebuild() {
   open_last_format_->setText(tr("&Open %1 file...").arg(format_text(last_format())));
   menu_->clear();
-  const std::vector<Recent_File> files = recent_files();
+  const std::vector<RecentFile> files = recent_files();
   if (files.empty()) {
     menu_->addAction(tr("(none)"))->setEnabled(false);
     return;
   }
   for (int i = 0; i < static_cast<int>(files.size()); ++i) {
-    const Recent_File& f = files[static_cast<size_t>(i)];
+    const RecentFile& f = files[static_cast<size_t>(i)];
     QString shown = QDir::toNativeSeparators(f.path);
     shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
     QAction* item = menu_->addAction(QStringLiteral("&%1  %2  %3").arg(i + 1).arg(format_text(f.format), shown));
@@ -123,10 +123,10 @@ void Recent_Files_Menu::rebuild() {
   }
 }
 
-bool Recent_Files_Menu::open(int i) {
-  const std::vector<Recent_File> files = recent_files();
+bool RecentFilesMenu::open(int i) {
+  const std::vector<RecentFile> files = recent_files();
   if (i < 0 || i >= static_cast<int>(files.size())) return false;
-  const Recent_File file = files[static_cast<size_t>(i)];
+  const RecentFile file = files[static_cast<size_t>(i)];
   if (!QFileInfo(file.path).isFile()) {
     forget_recent_file(file.path);
     rebuild();
@@ -134,7 +134,7 @@ bool Recent_Files_Menu::open(int i) {
         &window_, tr("%1 is no longer there; it leaves the recent files.").arg(QDir::toNativeSeparators(file.path)));
     return false;
   }
-  return window_.loadFile(file.format, file.path);
+  return window_.load_file(file.format, file.path);
 }
 
 }  // namespace morvane

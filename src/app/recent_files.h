@@ -16,17 +16,17 @@ namespace morvane {
 class EGSE_MDI;
 
 // A file loaded before, with the format it was loaded as (a format is never guessed).
-struct Recent_File {
+struct RecentFile {
   FileFormat format = FileFormat::CSS;
   QString path;
-  bool operator==(const Recent_File&) const = default;
+  bool operator==(const RecentFile&) const = default;
 };
 inline constexpr int kRecentFileCount = 8;
 
 // The files loaded last, most recent first, as the program's settings keep them.
-std::vector<Recent_File> recent_files();
+std::vector<RecentFile> recent_files();
 // Puts a file at the top of the list, once, with the format it was last loaded as.
-void remember_recent_file(const Recent_File& file);
+void remember_recent_file(const RecentFile& file);
 void forget_recent_file(const QString& path);
 // The format of the file loaded last (QM when none was): what Ctrl+O asks for.
 FileFormat last_format();
@@ -40,12 +40,12 @@ void set_reopen_last_file_setting(bool on);
 // choosing one loads it again in that format. A file that is no longer there is a message and
 // leaves the list. Beside it: "&Open <format> file..." (Ctrl+O), the open dialog for the format
 // loaded last, and "Reopen &Last File at Start", the setting.
-class Recent_Files_Menu : public QObject {
+class RecentFilesMenu : public QObject {
   Q_OBJECT
 
  public:
   // Puts the items in the File menu, before the separator above "E&xit".
-  explicit Recent_Files_Menu(EGSE_MDI& window);
+  explicit RecentFilesMenu(EGSE_MDI& window);
 
   QMenu* menu() const { return menu_; }
   // Loads recent file i (from 0) as its item does. Returns whether it was loaded.

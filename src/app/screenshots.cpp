@@ -13,7 +13,7 @@
 #include "functest/short_message_load.h"
 #include "main_window.h"
 #include "short_test_view.h"
-#include "test_form_view.h"
+#include "short_test_form_view.h"
 #include "trend_chart.h"
 #include "trend_form.h"
 
@@ -44,7 +44,7 @@ bool choose_first_entry(Session& session, ViewKind kind) {
     case ViewKind::ShortTest: {
       // The second test of the mode is the faulty one: its failures show in red.
       session.Test_Mode = "Cruise Phase";
-      const Short_Test_List tests = find_short_tests(session);
+      const ShortTestList tests = find_short_tests(session);
       if (tests.Test_Count() == 0) return false;
       session.Current_Science_Index = science_index_of_line(tests, tests.Test_Count() >= 2 ? 2 : 1);
       return true;
@@ -58,15 +58,15 @@ bool choose_first_entry(Session& session, ViewKind kind) {
 void stage(ChildView* view) {
   if (auto* test = qobject_cast<ShortTest*>(view)) test->tabs()->setCurrentIndex(test->tabs()->count() - 1);
   if (auto* form = qobject_cast<TestForm*>(view)) {
-    form->sensorField()->setText("28");
-    form->voltageField()->setText("2.98");
+    form->sensor_field()->setText("28");
+    form->voltage_field()->setText("2.98");
     form->Command1_Click();
   }
   // The board temperature with its limits and the docking station, each on its own axis.
-  if (auto* trend = qobject_cast<Trend_Form*>(view)) {
-    trend->setSensorChosen(28, true);
-    trend->setSensorChosen(29, true);
-    trend->separateAxesButton()->setChecked(true);
+  if (auto* trend = qobject_cast<TrendForm*>(view)) {
+    trend->set_sensor_chosen(28, true);
+    trend->set_sensor_chosen(29, true);
+    trend->separate_axes_button()->setChecked(true);
   }
 }
 
@@ -89,23 +89,23 @@ QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
   window.resize(1280, 860);
   window.show();
   for (const ViewKind kind : kAllViewKinds) {
-    if (!window.isRegistered(kind) || !choose_first_entry(window.session(), kind)) continue;
-    ChildView* view = window.showView(kind);
+    if (!window.is_registered(kind) || !choose_first_entry(window.session(), kind)) continue;
+    ChildView* view = window.show_view(kind);
     if (!view) continue;
-    if (is_entry_view(kind)) view->showCurrentEntry();
+    if (is_entry_view(kind)) view->show_current_entry();
     stage(view);
-    QMdiSubWindow* frame = window.frameOf(view);
+    QMdiSubWindow* frame = window.frame_of(view);
     frame->adjustSize();
     save(frame, QString::fromUtf8(view_name(kind)));
-    window.closeView(kind);
+    window.close_view(kind);
   }
   // The packet overview as a user sees it: the summary, with the raw and concise views beside it.
   window.resize(1400, 900);
   int right = 0;
   int below_raw = 0;
   for (const ViewKind kind : {ViewKind::Summary, ViewKind::RawData, ViewKind::Concise}) {
-    if (!window.isRegistered(kind)) continue;
-    QMdiSubWindow* frame = window.frameOf(window.showView(kind));
+    if (!window.is_registered(kind)) continue;
+    QMdiSubWindow* frame = window.frame_of(window.show_view(kind));
     frame->adjustSize();
     if (kind == ViewKind::Summary) {
       frame->move(0, 0);
@@ -119,9 +119,9 @@ QStringList write_screenshots(EGSE_MDI& window, const QString& folder) {
   }
   // The main window just holds them.
   QRect bounds;
-  for (QMdiSubWindow* frame : window.mdiArea()->subWindowList()) bounds |= frame->geometry();
+  for (QMdiSubWindow* frame : window.mdi_area()->subWindowList()) bounds |= frame->geometry();
   if (bounds.isValid()) {
-    const QSize chrome = window.size() - window.mdiArea()->viewport()->size();
+    const QSize chrome = window.size() - window.mdi_area()->viewport()->size();
     window.resize(bounds.right() + 1 + chrome.width() + 8, bounds.bottom() + 1 + chrome.height() + 8);
   }
   save(&window, QStringLiteral("morvane-egse"));

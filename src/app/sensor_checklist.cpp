@@ -38,13 +38,13 @@ void check_sensor(QListWidget& list, int sensor, bool checked) {
   }
 }
 
-std::vector<std::optional<Trend_Limits>> series_limits(const std::vector<Trend_Series>& series,
-                                                       const std::optional<Test_Ranges>& ranges) {
-  std::vector<std::optional<Trend_Limits>> limits;
-  for (const Trend_Series& one : series) {
-    std::optional<Limit_Pair> pair;
+std::vector<std::optional<TrendLimits>> series_limits(const std::vector<TrendSeries>& series,
+                                                       const std::optional<TestRanges>& ranges) {
+  std::vector<std::optional<TrendLimits>> limits;
+  for (const TrendSeries& one : series) {
+    std::optional<LimitPair> pair;
     if (ranges) pair = sensor_limits(*ranges, one.number);
-    limits.push_back(pair ? std::optional<Trend_Limits>(Trend_Limits{pair->min, pair->max}) : std::nullopt);
+    limits.push_back(pair ? std::optional<TrendLimits>(TrendLimits{pair->min, pair->max}) : std::nullopt);
   }
   return limits;
 }

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "functest/test_ranges.h"
-#include "views/trend_plot.h"
+#include "functest/short_test_ranges.h"
+#include "decoders/trend_plot.h"
 
 class QListWidget;
 class QWidget;
@@ -24,7 +24,7 @@ void check_sensor(QListWidget& list, int sensor, bool checked);
 
 // The limits each series is held to in a limit file: none without a file, or for a sensor
 // without a limit record.
-std::vector<std::optional<Trend_Limits>> series_limits(const std::vector<Trend_Series>& series,
-                                                       const std::optional<Test_Ranges>& ranges);
+std::vector<std::optional<TrendLimits>> series_limits(const std::vector<TrendSeries>& series,
+                                                       const std::optional<TestRanges>& ranges);
 
 }  // namespace morvane

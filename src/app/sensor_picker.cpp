@@ -13,34 +13,34 @@ constexpr Colour kChosenLineColour{200, 222, 255};
 
 }  // namespace
 
-Sensor_Picker::Sensor_Picker(DrawingView& page, std::function<void(int sensor)> chosen)
+SensorPicker::SensorPicker(DrawingView& page, std::function<void(int sensor)> chosen)
     : QObject(&page), page_(page), chosen_(std::move(chosen)) {
   page_.installEventFilter(this);
 }
 
-void Sensor_Picker::setLines(std::vector<Sensor_Line> lines) {
+void SensorPicker::set_lines(std::vector<SensorLine> lines) {
   lines_ = std::move(lines);
   picked_ = -1;
 }
 
-void Sensor_Picker::pickAt(const QPoint& pixels) {
-  const QPoint twips = page_.pixelsToTwips(pixels);
+void SensorPicker::pick_at(const QPoint& pixels) {
+  const QPoint twips = page_.pixels_to_twips(pixels);
   picked_ = sensor_line_at(lines_, twips.x(), twips.y());
   if (picked_ < 0) {
-    page_.setMarks({});
+    page_.set_marks({});
     return;
   }
-  const Twips_Box box = sensor_line_box(lines_[static_cast<size_t>(picked_)]);
-  page_.setMarks({}, {{box.x, box.y, box.width, box.height, kChosenLineColour}});
+  const TwipsBox box = sensor_line_box(lines_[static_cast<size_t>(picked_)]);
+  page_.set_marks({}, {{box.x, box.y, box.width, box.height, kChosenLineColour}});
   if (chosen_) chosen_(sensor());
 }
 
-int Sensor_Picker::sensor() const { return picked_ < 0 ? 0 : lines_[static_cast<size_t>(picked_)].sensor; }
+int SensorPicker::sensor() const { return picked_ < 0 ? 0 : lines_[static_cast<size_t>(picked_)].sensor; }
 
-bool Sensor_Picker::eventFilter(QObject* watched, QEvent* event) {
+bool SensorPicker::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &page_ && event->type() == QEvent::MouseButtonPress) {
     const auto* press = static_cast<QMouseEvent*>(event);
-    if (press->button() == Qt::LeftButton) pickAt(press->position().toPoint());
+    if (press->button() == Qt::LeftButton) pick_at(press->position().toPoint());
   }
   return QObject::eventFilter(watched, event);
 }

@@ -6,7 +6,7 @@
 
 #include <QObject>
 
-#include "views/hk_sensors.h"
+#include "decoders/hk_sensors.h"
 
 namespace morvane {
 
@@ -15,18 +15,18 @@ class DrawingView;
 // Lets the user choose a line of a sensor page by clicking it: the line is marked on the page and
 // the window is told which sensor was chosen. A new page, or a page without sensor lines,
 // chooses none.
-class Sensor_Picker : public QObject {
+class SensorPicker : public QObject {
   Q_OBJECT
 
  public:
-  Sensor_Picker(DrawingView& page, std::function<void(int sensor)> chosen);
+  SensorPicker(DrawingView& page, std::function<void(int sensor)> chosen);
 
   // A sensor page was drawn with these lines; none is chosen.
-  void setLines(std::vector<Sensor_Line> lines);
+  void set_lines(std::vector<SensorLine> lines);
   // What is drawn has no sensor lines (the register page, nothing).
-  void clear() { setLines({}); }
+  void clear() { set_lines({}); }
   // Chooses the line under a point of the page (pixels); a point on no line chooses none.
-  void pickAt(const QPoint& pixels);
+  void pick_at(const QPoint& pixels);
   // The chosen sensor's number, 0 when none is chosen.
   int sensor() const;
 
@@ -36,7 +36,7 @@ class Sensor_Picker : public QObject {
  private:
   DrawingView& page_;
   std::function<void(int)> chosen_;
-  std::vector<Sensor_Line> lines_;
+  std::vector<SensorLine> lines_;
   int picked_ = -1;  // index in lines_
 };
 

@@ -24,13 +24,13 @@ namespace {
 // The list line: the test number in 6 characters, "Short form test", the sequence count ending 9
 // characters later and the lander time 15 after that. Each heading stands right-aligned over its
 // column, wrapped within it as the narrow captions over the list are.
-struct Heading_Column {
+struct HeadingColumn {
   const char* name;
   const char* caption;
   int start;  // first character column
   int width;  // characters
 };
-constexpr Heading_Column kHeadings[] = {
+constexpr HeadingColumn kHeadings[] = {
     {"Label3", kTestListSequenceHeading, 21, 9},
     {"Label4", kTestListTimeHeading, 33, 12},
 };
@@ -43,7 +43,7 @@ QWidget* make_headings(const QListWidget& list, QWidget* parent) {
   const QFontMetrics metrics(font);
   const int character = metrics.horizontalAdvance(QLatin1Char('0'));
   const int offset = list.frameWidth() + list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1;
-  for (const Heading_Column& column : kHeadings) {
+  for (const HeadingColumn& column : kHeadings) {
     auto* label = new QLabel(QString::fromUtf8(column.caption), headings);
     label->setObjectName(column.name);
     label->setFont(font);
@@ -108,24 +108,24 @@ void ShortMessageLoad::List1_DblClick(int row) {
     return;
   }
   session().Current_Science_Index = science_index_of_line(tests_, row + 1);
-  workstation().closeView(ViewKind::ShortTest);
+  workstation().close_view(ViewKind::ShortTest);
   // An evaluation that cannot be made (no limit file, say) was reported; the list stays for
   // another choice.
-  ChildView* shown = workstation().showView(ViewKind::ShortTest);
+  ChildView* shown = workstation().show_view(ViewKind::ShortTest);
   if (!shown) return;
-  if (auto* test = qobject_cast<ShortTest*>(shown)) test->setListPosition(row + 1, tests_.Test_Count());
-  closeLater();
+  if (auto* test = qobject_cast<ShortTest*>(shown)) test->set_list_position(row + 1, tests_.Test_Count());
+  close_later();
 }
 
-void ShortMessageLoad::Command2_Click() { closeLater(); }
+void ShortMessageLoad::Command2_Click() { close_later(); }
 
-void ShortMessageLoad::closeLater() {
+void ShortMessageLoad::close_later() {
   // The list closes once the click that asked for it is over: the widget sending it must
   // outlive its signal.
   QPointer<ShortMessageLoad> self(this);
   Workstation* station = &workstation();
   QTimer::singleShot(0, station, [self, station] {
-    if (self && station->view(ViewKind::ShortTestList) == self) station->closeView(ViewKind::ShortTestList);
+    if (self && station->view(ViewKind::ShortTestList) == self) station->close_view(ViewKind::ShortTestList);
   });
   if (QWidget* outer = frame()) outer->hide();
 }

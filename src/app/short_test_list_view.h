@@ -33,14 +33,14 @@ class ShortMessageLoad : public ChildView {
   QListWidget* list() const { return list1_; }
   QString label1() const;
   QString label2() const;
-  QPushButton* cancelButton() const { return command2_; }
-  const Short_Test_List& tests() const { return tests_; }
+  QPushButton* cancel_button() const { return command2_; }
+  const ShortTestList& tests() const { return tests_; }
 
  private:
   void Form_Load();
-  void closeLater();
+  void close_later();
 
-  Short_Test_List tests_;
+  ShortTestList tests_;
   // The file the list was made from: after another load its lines no longer name its entries.
   std::weak_ptr<const TelemetryFile> scanned_file_;
   QListWidget* list1_;

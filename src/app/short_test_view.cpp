@@ -32,9 +32,9 @@ namespace morvane {
 namespace {
 
 constexpr Qt::Alignment kNumber = Qt::AlignRight | Qt::AlignVCenter;
-constexpr Qt::Alignment kText = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment k_text = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment kResult = Qt::AlignHCenter | Qt::AlignVCenter;
-const QColor kFailRed(255, 0, 0);
+const QColor k_fail_red(255, 0, 0);
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
@@ -42,7 +42,7 @@ void show_cell(QLabel* label, const Cell& cell) {
   label->setText(text_of(cell.text));
   if (cell.red) {
     QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, kFailRed);
+    palette.setColor(QPalette::WindowText, k_fail_red);
     label->setPalette(palette);
   }
 }
@@ -71,13 +71,13 @@ QWidget* grid_page(QGridLayout*& grid) {
 }
 
 // The report's file type, by the extension of its name.
-enum class Report_Format { Text, Html, Pdf };
+enum class ReportFormat { Text, Html, Pdf };
 
-Report_Format report_format(const QString& path) {
+ReportFormat report_format(const QString& path) {
   const QString suffix = QFileInfo(path).suffix().toLower();
-  if (suffix == "pdf") return Report_Format::Pdf;
-  if (suffix == "html" || suffix == "htm") return Report_Format::Html;
-  return Report_Format::Text;
+  if (suffix == "pdf") return ReportFormat::Pdf;
+  if (suffix == "html" || suffix == "htm") return ReportFormat::Html;
+  return ReportFormat::Text;
 }
 
 // The report's page: landscape, since the heater tables are eleven columns wide.
@@ -115,25 +115,25 @@ ShortTest::ShortTest(Workstation& workstation)
 
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName("SSTab1");
-  tabs_->addTab(makeSensorTab(), kShortTestTabs[0]);
-  tabs_->addTab(makeCurrentTab(kValveHeadings[0], "Label14", "Label15", "Label16", "Label17", test_.valves),
+  tabs_->addTab(make_sensor_tab(), kShortTestTabs[0]);
+  tabs_->addTab(make_current_tab(kValveHeadings[0], "Label14", "Label15", "Label16", "Label17", test_.valves),
                 kShortTestTabs[1]);
-  tabs_->addTab(makeCurrentTab(kInjectorValveHeadings[0], "Label20", "Label21", "Label22", "Label23",
+  tabs_->addTab(make_current_tab(kInjectorValveHeadings[0], "Label20", "Label21", "Label22", "Label23",
                                test_.injector_valves),
                 kShortTestTabs[2]);
   // The heater, reactor and L-valve tabs share one set of cells, numbered on from tab to tab.
-  tabs_->addTab(makeHeatedTab(kHeatedItemHeadings[0], test_.heaters, 0), kShortTestTabs[3]);
-  tabs_->addTab(makeHeatedTab(kHeatedItemHeadings[1], test_.large_reactors, 6), kShortTestTabs[4]);
-  tabs_->addTab(makeHeatedTab(kHeatedItemHeadings[2], test_.small_reactors, 11), kShortTestTabs[5]);
-  tabs_->addTab(makeHeatedTab(kHeatedItemHeadings[3], test_.l_valves, 16), kShortTestTabs[6]);
-  tabs_->addTab(makeSummaryTab(), kShortTestTabs[7]);
+  tabs_->addTab(make_heated_tab(kHeatedItemHeadings[0], test_.heaters, 0), kShortTestTabs[3]);
+  tabs_->addTab(make_heated_tab(kHeatedItemHeadings[1], test_.large_reactors, 6), kShortTestTabs[4]);
+  tabs_->addTab(make_heated_tab(kHeatedItemHeadings[2], test_.small_reactors, 11), kShortTestTabs[5]);
+  tabs_->addTab(make_heated_tab(kHeatedItemHeadings[3], test_.l_valves, 16), kShortTestTabs[6]);
+  tabs_->addTab(make_summary_tab(), kShortTestTabs[7]);
 
   print_ = new QPushButton(tr("Print..."), this);
   print_->setObjectName("PrintButton");
   save_ = new QPushButton(tr("Save report..."), this);
   save_->setObjectName("SaveReportButton");
-  connect(print_, &QPushButton::clicked, this, [this] { guarded([&] { printReport(); }); });
-  connect(save_, &QPushButton::clicked, this, [this] { guarded([&] { saveReport(); }); });
+  connect(print_, &QPushButton::clicked, this, [this] { guarded([&] { print_report(); }); });
+  connect(save_, &QPushButton::clicked, this, [this] { guarded([&] { save_report(); }); });
 
   auto* top = new QHBoxLayout;
   top->addWidget(start_label_);
@@ -150,7 +150,7 @@ ShortTest::ShortTest(Workstation& workstation)
   layout->addLayout(buttons);
 }
 
-QLabel* ShortTest::addCell(QGridLayout* grid, QWidget* page, int row, int column, const char* name, int index,
+QLabel* ShortTest::add_cell(QGridLayout* grid, QWidget* page, int row, int column, const char* name, int index,
                            const Cell& cell, Qt::Alignment alignment) {
   auto* label = new QLabel(page);
   label->setObjectName(QStringLiteral("%1_%2").arg(QString::fromUtf8(name)).arg(index));
@@ -164,26 +164,26 @@ QLabel* ShortTest::cell(const char* name, int index) const {
   return findChild<QLabel*>(QStringLiteral("%1_%2").arg(QString::fromUtf8(name)).arg(index));
 }
 
-QWidget* ShortTest::makeSensorTab() {
+QWidget* ShortTest::make_sensor_tab() {
   QGridLayout* grid = nullptr;
   QWidget* page = grid_page(grid);
   grid->addWidget(heading(kSensorHeadings[0], page), 0, 0);
   grid->addWidget(heading(kSensorHeadings[1], page), 0, 1, 1, 3, Qt::AlignHCenter);
   grid->addWidget(heading(kSensorHeadings[2], page), 0, 4, Qt::AlignHCenter);
   for (int i = 0; i < static_cast<int>(test_.sensors.size()); ++i) {
-    const Sensor_Row& row = test_.sensors[static_cast<size_t>(i)];
+    const SensorRow& row = test_.sensors[static_cast<size_t>(i)];
     const int r = i + 1;
-    addCell(grid, page, r, 0, "Label3", i, Cell{row.name}, kText);
-    addCell(grid, page, r, 1, "Label4", i, row.initial, kNumber);
-    addCell(grid, page, r, 2, "Label5", i, row.final, kNumber);
-    addCell(grid, page, r, 3, "Label6", i, Cell{row.unit}, kText);
-    addCell(grid, page, r, 4, "Label7", i, row.result, kResult);
+    add_cell(grid, page, r, 0, "Label3", i, Cell{row.name}, k_text);
+    add_cell(grid, page, r, 1, "Label4", i, row.initial, kNumber);
+    add_cell(grid, page, r, 2, "Label5", i, row.final, kNumber);
+    add_cell(grid, page, r, 3, "Label6", i, Cell{row.unit}, k_text);
+    add_cell(grid, page, r, 4, "Label7", i, row.result, kResult);
   }
   return page;
 }
 
-QWidget* ShortTest::makeCurrentTab(const char* item_heading, const char* names, const char* rise_28v,
-                                   const char* rise_5v, const char* result, const std::vector<Item_Row>& rows) {
+QWidget* ShortTest::make_current_tab(const char* item_heading, const char* names, const char* rise_28v,
+                                   const char* rise_5v, const char* result, const std::vector<ItemRow>& rows) {
   QGridLayout* grid = nullptr;
   QWidget* page = grid_page(grid);
   grid->addWidget(heading(item_heading, page), 0, 0);
@@ -191,17 +191,17 @@ QWidget* ShortTest::makeCurrentTab(const char* item_heading, const char* names, 
   grid->addWidget(heading(kValveHeadings[2], page), 0, 2, Qt::AlignRight);
   grid->addWidget(heading(kValveHeadings[3], page), 0, 3, Qt::AlignHCenter);
   for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-    const Item_Row& row = rows[static_cast<size_t>(i)];
+    const ItemRow& row = rows[static_cast<size_t>(i)];
     const int r = i + 1;
-    addCell(grid, page, r, 0, names, i, Cell{row.name}, kText);
-    addCell(grid, page, r, 1, rise_28v, i, row.rise_28v, kNumber);
-    addCell(grid, page, r, 2, rise_5v, i, row.rise_5v, kNumber);
-    addCell(grid, page, r, 3, result, i, row.result, kResult);
+    add_cell(grid, page, r, 0, names, i, Cell{row.name}, k_text);
+    add_cell(grid, page, r, 1, rise_28v, i, row.rise_28v, kNumber);
+    add_cell(grid, page, r, 2, rise_5v, i, row.rise_5v, kNumber);
+    add_cell(grid, page, r, 3, result, i, row.result, kResult);
   }
   return page;
 }
 
-QWidget* ShortTest::makeHeatedTab(const char* item_heading, const std::vector<Item_Row>& rows, int first_index) {
+QWidget* ShortTest::make_heated_tab(const char* item_heading, const std::vector<ItemRow>& rows, int first_index) {
   QGridLayout* grid = nullptr;
   QWidget* page = grid_page(grid);
   // "28V Current (mA)", "5V Current (mA)", "Initial", "Final", "Increase", "Test Result", "Temperatures (   C)"
@@ -215,21 +215,21 @@ QWidget* ShortTest::makeHeatedTab(const char* item_heading, const std::vector<It
   grid->addWidget(heading(h[4], page), 1, 5, Qt::AlignRight);
   grid->addWidget(heading(h[5], page), 1, 6, Qt::AlignHCenter);
   for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-    const Item_Row& row = rows[static_cast<size_t>(i)];
+    const ItemRow& row = rows[static_cast<size_t>(i)];
     const int index = first_index + i;
     const int r = i + 2;
-    addCell(grid, page, r, 0, "Label25", index, Cell{row.name}, kText);
-    addCell(grid, page, r, 1, "Label26", index, row.rise_28v, kNumber);
-    addCell(grid, page, r, 2, "Label27", index, row.rise_5v, kNumber);
-    addCell(grid, page, r, 3, "Label28", index, row.initial, kNumber);
-    addCell(grid, page, r, 4, "Label29", index, row.final, kNumber);
-    addCell(grid, page, r, 5, "Label30", index, row.increase, kNumber);
-    addCell(grid, page, r, 6, "Label31", index, row.result, kResult);
+    add_cell(grid, page, r, 0, "Label25", index, Cell{row.name}, k_text);
+    add_cell(grid, page, r, 1, "Label26", index, row.rise_28v, kNumber);
+    add_cell(grid, page, r, 2, "Label27", index, row.rise_5v, kNumber);
+    add_cell(grid, page, r, 3, "Label28", index, row.initial, kNumber);
+    add_cell(grid, page, r, 4, "Label29", index, row.final, kNumber);
+    add_cell(grid, page, r, 5, "Label30", index, row.increase, kNumber);
+    add_cell(grid, page, r, 6, "Label31", index, row.result, kResult);
   }
   return page;
 }
 
-QWidget* ShortTest::makeSummaryTab() {
+QWidget* ShortTest::make_summary_tab() {
   auto* page = new QWidget;
 
   auto* rails = new QGridLayout;
@@ -238,12 +238,12 @@ QWidget* ShortTest::makeSummaryTab() {
   rails->addWidget(heading(kRailsHeading, page), 0, 0, 1, 4);
   rails->addWidget(new QLabel(QString::fromUtf8(kRailsSubheading), page), 1, 0, 1, 4);
   for (int i = 0; i < static_cast<int>(test_.rails.size()); ++i) {
-    const Rail_Row& row = test_.rails[static_cast<size_t>(i)];
+    const RailRow& row = test_.rails[static_cast<size_t>(i)];
     const int r = i + 2;
-    addCell(rails, page, r, 0, "Label10", i, Cell{row.name}, kText);
-    addCell(rails, page, r, 1, "Label11", i, row.value, kNumber);
-    addCell(rails, page, r, 2, "Label13", i, Cell{row.unit}, kText);
-    addCell(rails, page, r, 3, "Label33", i, row.result, kResult);
+    add_cell(rails, page, r, 0, "Label10", i, Cell{row.name}, k_text);
+    add_cell(rails, page, r, 1, "Label11", i, row.value, kNumber);
+    add_cell(rails, page, r, 2, "Label13", i, Cell{row.unit}, k_text);
+    add_cell(rails, page, r, 3, "Label33", i, row.result, kResult);
   }
 
   auto* subsystems = new QGridLayout;
@@ -252,9 +252,9 @@ QWidget* ShortTest::makeSummaryTab() {
   subsystems->addWidget(heading(kSubsystemHeadings[0], page), 0, 0);
   subsystems->addWidget(heading(kSubsystemHeadings[1], page), 0, 1, Qt::AlignHCenter);
   for (int i = 0; i < static_cast<int>(test_.subsystems.size()); ++i) {
-    const Subsystem_Row& row = test_.subsystems[static_cast<size_t>(i)];
-    addCell(subsystems, page, i + 1, 0, "Label1", i, Cell{row.name}, kText);
-    addCell(subsystems, page, i + 1, 1, "Label2", i, row.result, kResult);
+    const SubsystemRow& row = test_.subsystems[static_cast<size_t>(i)];
+    add_cell(subsystems, page, i + 1, 0, "Label1", i, Cell{row.name}, k_text);
+    add_cell(subsystems, page, i + 1, 1, "Label2", i, row.result, kResult);
   }
 
   auto* overall_caption = heading(kOverallCaption, page);
@@ -284,18 +284,18 @@ QWidget* ShortTest::makeSummaryTab() {
   return page;
 }
 
-void ShortTest::setListPosition(int32_t line, int32_t count) {
+void ShortTest::set_list_position(int32_t line, int32_t count) {
   source_.test_number = line;
   source_.test_count = count;
 }
 
-Test_Report ShortTest::report() {
+TestReport ShortTest::report() {
   // Opened from the list, the window was told its line; otherwise it is found in the list of the
   // file evaluated, while that file is still the one loaded.
   if (source_.test_number == 0 && evaluated_file_.lock() == session().file && session().loaded()) {
-    const Short_Test_List list = find_short_tests(session(), test_.mode);
+    const ShortTestList list = find_short_tests(session(), test_.mode);
     for (int32_t t = 1; t <= list.Test_Count(); ++t) {
-      if (list.Test_Index[static_cast<size_t>(t - 1)] == source_.science_index) setListPosition(t, list.Test_Count());
+      if (list.Test_Index[static_cast<size_t>(t - 1)] == source_.science_index) set_list_position(t, list.Test_Count());
     }
   }
   // The file's digest is read once, when a report is first made (a long file takes a moment).
@@ -309,32 +309,32 @@ Test_Report ShortTest::report() {
   return make_test_report(test_, source_);
 }
 
-void ShortTest::printReport() {
+void ShortTest::print_report() {
   const std::string html = test_report_html(report());
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(tr("Short form test %1").arg(QFileInfo(text_of(source_.file_name)).fileName()));
   printer.setPageLayout(report_page());  // the user may choose another in the dialog
-  if (!workstation().dialogs().choosePrinter(this, printer)) return;
+  if (!workstation().dialogs().choose_printer(this, printer)) return;
   print_html(html, printer);
 }
 
-void ShortTest::saveReport() {
+void ShortTest::save_report() {
   const QFileInfo telemetry(text_of(source_.file_name));
   const QString name = telemetry.completeBaseName() + tr(" short form test %1.pdf").arg(test_.packets.Start_Time);
   const QString suggested = QDir(start_folder("report", telemetry.absolutePath())).filePath(name);
-  const QString path = workstation().dialogs().saveFileName(this, tr("Save the test report"), suggested,
+  const QString path = workstation().dialogs().save_file_name(this, tr("Save the test report"), suggested,
                                                     tr("PDF (*.pdf);;HTML (*.html *.htm);;Text (*.txt)"));
   if (path.isEmpty()) return;  // cancelled
   set_folder_setting("report", QFileInfo(path).absolutePath());
-  writeReport(path);
+  write_report(path);
 }
 
-void ShortTest::writeReport(const QString& path) {
-  const Test_Report made = report();
+void ShortTest::write_report(const QString& path) {
+  const TestReport made = report();
   QByteArray content;
-  Partial_Content keep = Partial_Content::Whole_Lines;
+  PartialContent keep = PartialContent::Whole_Lines;
   switch (report_format(path)) {
-    case Report_Format::Pdf: {
+    case ReportFormat::Pdf: {
       QBuffer buffer(&content);
       buffer.open(QIODevice::WriteOnly);
       {
@@ -344,11 +344,11 @@ void ShortTest::writeReport(const QString& path) {
         pdf.setPageLayout(report_page());
         print_html(test_report_html(made), pdf);
       }
-      keep = Partial_Content::Nothing;  // a part of a PDF is of no use
+      keep = PartialContent::Nothing;  // a part of a PDF is of no use
       break;
     }
-    case Report_Format::Html: content = QByteArray::fromStdString(test_report_html(made)); break;
-    case Report_Format::Text: content = QByteArray::fromStdString(test_report_text(made)); break;
+    case ReportFormat::Html: content = QByteArray::fromStdString(test_report_html(made)); break;
+    case ReportFormat::Text: content = QByteArray::fromStdString(test_report_text(made)); break;
   }
   // The report replaces the chosen file only once it is whole on the disk; a link is followed.
   replace_file(QFile::encodeName(path).toStdString(), std::string_view(content.constData(), size_t(content.size())),

@@ -6,7 +6,7 @@
 
 #include "child_view.h"
 #include "functest/short_test.h"
-#include "functest/test_report.h"
+#include "functest/short_test_report.h"
 
 class QGridLayout;
 class QLabel;
@@ -29,42 +29,42 @@ class ShortTest : public ChildView {
   // Evaluates the test; a missing or short limit file or an unknown mode fails the opening.
   explicit ShortTest(Workstation& workstation);
 
-  const Short_Test_Evaluation& evaluation() const { return test_; }
+  const ShortTestEvaluation& evaluation() const { return test_; }
   // The test's line in the selection list and the lines of that list, for the report heading.
-  void setListPosition(int32_t line, int32_t count);
+  void set_list_position(int32_t line, int32_t count);
   // The report of the test as shown.
-  Test_Report report();
+  TestReport report();
 
   // "Print...": the report on a printer the user sets up.
-  void printReport();
+  void print_report();
   // "Save report...": the report in a file the user names: PDF for .pdf, HTML for .html or
   // .htm, plain text otherwise.
-  void saveReport();
+  void save_report();
   // Writes the report to path, in the format its extension names. A file that cannot be
   // written is a RuntimeError naming it.
-  void writeReport(const QString& path);
+  void write_report(const QString& path);
 
   QTabWidget* tabs() const { return tabs_; }
   // A cell by its control name and index ("Label7", 9), or nullptr.
   QLabel* cell(const char* name, int index) const;
-  QLabel* startLabel() const { return start_label_; }
-  QLabel* modeTitle() const { return mode_title_; }
-  QLabel* overallResult() const { return overall_; }
-  QLabel* packetMessage() const { return packet_message_; }
-  QPushButton* printButton() const { return print_; }
-  QPushButton* saveButton() const { return save_; }
+  QLabel* start_label() const { return start_label_; }
+  QLabel* mode_title() const { return mode_title_; }
+  QLabel* overall_result() const { return overall_; }
+  QLabel* packet_message() const { return packet_message_; }
+  QPushButton* print_button() const { return print_; }
+  QPushButton* save_button() const { return save_; }
 
  private:
-  QWidget* makeSensorTab();
-  QWidget* makeCurrentTab(const char* item_heading, const char* names, const char* rise_28v, const char* rise_5v,
-                          const char* result, const std::vector<Item_Row>& rows);
-  QWidget* makeHeatedTab(const char* item_heading, const std::vector<Item_Row>& rows, int first_index);
-  QWidget* makeSummaryTab();
-  QLabel* addCell(QGridLayout* grid, QWidget* page, int row, int column, const char* name, int index,
+  QWidget* make_sensor_tab();
+  QWidget* make_current_tab(const char* item_heading, const char* names, const char* rise_28v, const char* rise_5v,
+                          const char* result, const std::vector<ItemRow>& rows);
+  QWidget* make_heated_tab(const char* item_heading, const std::vector<ItemRow>& rows, int first_index);
+  QWidget* make_summary_tab();
+  QLabel* add_cell(QGridLayout* grid, QWidget* page, int row, int column, const char* name, int index,
                   const Cell& cell, Qt::Alignment alignment);
 
-  Short_Test_Evaluation test_;
-  Test_Report_Source source_;
+  ShortTestEvaluation test_;
+  TestReportSource source_;
   std::weak_ptr<const TelemetryFile> evaluated_file_;
   QLabel* start_label_ = nullptr;
   QLabel* mode_title_ = nullptr;

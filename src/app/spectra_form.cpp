@@ -19,24 +19,24 @@ namespace morvane {
 
 namespace {
 
-// The labels beside the header headings, in the order of Spectrum_View::header_rows().
+// The labels beside the header headings, in the order of SpectrumPresenter::header_rows().
 constexpr int kHeaderLabelNumbers[] = {24, 25, 28, 29, 30, 31, 26, 27};
 constexpr int kPageSpectra = 10;
 
 // The buttons carry arrows only; what each does is in its tool tip.
-struct Button_Face {
-  Spectrum_Button button;
+struct ButtonFace {
+  SpectrumButton button;
   const char* name;
   const char* arrows;
   const char* tip;
 };
-constexpr Button_Face kButtonFaces[] = {
-    {Spectrum_Button::ZoomOut, "Command1", "\u2190 \u2192", "Zoom the X axis out"},
-    {Spectrum_Button::ZoomIn, "Command2", "\u2192 \u2190", "Zoom the X axis in"},
-    {Spectrum_Button::ScaleUp, "Command3", "\u2191", "Raise the Y-axis scale maximum"},
-    {Spectrum_Button::ScaleDown, "Command4", "\u2193", "Lower the Y-axis scale maximum"},
-    {Spectrum_Button::PanLeft, "Command5", "\u25C4", "Move the X axis to lower bins"},
-    {Spectrum_Button::PanRight, "Command6", "\u25BA", "Move the X axis to higher bins"},
+constexpr ButtonFace kButtonFaces[] = {
+    {SpectrumButton::ZoomOut, "Command1", "\u2190 \u2192", "Zoom the X axis out"},
+    {SpectrumButton::ZoomIn, "Command2", "\u2192 \u2190", "Zoom the X axis in"},
+    {SpectrumButton::ScaleUp, "Command3", "\u2191", "Raise the Y-axis scale maximum"},
+    {SpectrumButton::ScaleDown, "Command4", "\u2193", "Lower the Y-axis scale maximum"},
+    {SpectrumButton::PanLeft, "Command5", "\u25C4", "Move the X axis to lower bins"},
+    {SpectrumButton::PanRight, "Command6", "\u25BA", "Move the X axis to higher bins"},
 };
 
 QLabel* named_label(const QString& name, const QString& text, QWidget* parent) {
@@ -78,7 +78,7 @@ Spectra_Form::Spectra_Form(Workstation& workstation)
   QFont bold = title_->font();
   bold.setBold(true);
   title_->setFont(bold);
-  for (const Button_Face& face : kButtonFaces) {
+  for (const ButtonFace& face : kButtonFaces) {
     auto* command = new QPushButton(QString::fromUtf8(face.arrows), this);
     command->setObjectName(face.name);
     command->setToolTip(QString::fromUtf8(face.tip));
@@ -109,8 +109,8 @@ Spectra_Form::Spectra_Form(Workstation& workstation)
 
   auto* scale_buttons = new QVBoxLayout;
   scale_buttons->addStretch(1);
-  scale_buttons->addWidget(button(Spectrum_Button::ScaleUp));
-  scale_buttons->addWidget(button(Spectrum_Button::ScaleDown));
+  scale_buttons->addWidget(button(SpectrumButton::ScaleUp));
+  scale_buttons->addWidget(button(SpectrumButton::ScaleDown));
   scale_buttons->addStretch(1);
   auto* graph_row = new QHBoxLayout;
   graph_row->addLayout(scale_buttons);
@@ -118,8 +118,8 @@ Spectra_Form::Spectra_Form(Workstation& workstation)
 
   auto* x_buttons = new QHBoxLayout;
   x_buttons->addStretch(1);
-  for (const Spectrum_Button which :
-       {Spectrum_Button::PanLeft, Spectrum_Button::ZoomOut, Spectrum_Button::ZoomIn, Spectrum_Button::PanRight}) {
+  for (const SpectrumButton which :
+       {SpectrumButton::PanLeft, SpectrumButton::ZoomOut, SpectrumButton::ZoomIn, SpectrumButton::PanRight}) {
     x_buttons->addWidget(button(which));
   }
   x_buttons->addStretch(1);
@@ -127,15 +127,15 @@ Spectra_Form::Spectra_Form(Workstation& workstation)
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(counts);
   layout->addLayout(spectrum_row);
-  layout->addWidget(makeHeaderPanel());
+  layout->addWidget(make_header_panel());
   layout->addLayout(graph_row, 1);
   layout->addLayout(x_buttons);
-  layout->addWidget(makeAxisPanel());
+  layout->addWidget(make_axis_panel());
 
   hscroll1_->setPageStep(kPageSpectra);
   connect(hscroll1_, &QScrollBar::valueChanged, this, &Spectra_Form::HScroll1_Change);
   connect(hscroll2_, &QScrollBar::valueChanged, this, &Spectra_Form::HScroll2_Change);
-  add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+  add_show_in_raw_frame(*this, [this]() -> std::optional<RawMark> {
     // The sub-packet whose header is on view, in the file the window opened on.
     if (opened_on_.lock() != session().file || view_.science_index() < 1) return {};
     return packet_mark(session().File_Type, session().catalogue.Science_List.at(view_.science_index()));
@@ -159,7 +159,7 @@ void Spectra_Form::Form_Load() {
   Update_Graph();
 }
 
-bool Spectra_Form::reloadedFile() {
+bool Spectra_Form::reloaded_file() {
   // The window is not rebuilt by a load, and its spectra are entries of the file it opened on:
   // once another file is loaded, the next step starts again on that one.
   if (opened_on_.lock() == session().file) return false;
@@ -167,13 +167,13 @@ bool Spectra_Form::reloadedFile() {
   return true;
 }
 
-void Spectra_Form::showCurrentEntry() { reloadedFile(); }
+void Spectra_Form::show_current_entry() { reloaded_file(); }
 
-bool Spectra_Form::showSpectrumOf(int32_t science_index) {
-  reloadedFile();
+bool Spectra_Form::show_spectrum_of(int32_t science_index) {
+  reloaded_file();
   const Spectrum_Table& table = view_.table();
   for (int32_t s = 1; s <= table.spectrum_count(); ++s) {
-    const Spectrum_Column& column = table.column(s);
+    const SpectrumColumn& column = table.column(s);
     if (std::find(column.begin(), column.end(), science_index) == column.end()) continue;
     hscroll1_->setValue(s);  // HScroll1_Change shows it
     return true;
@@ -181,11 +181,11 @@ bool Spectra_Form::showSpectrumOf(int32_t science_index) {
   return false;
 }
 
-QWidget* Spectra_Form::makeHeaderPanel() {
+QWidget* Spectra_Form::make_header_panel() {
   auto* panel = new QWidget(this);
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(0, 0, 0, 0);
-  const std::vector<Header_Row> rows = view_.header_rows();
+  const std::vector<HeaderRow> rows = view_.header_rows();
   constexpr int kColumns = 4;
   for (size_t i = 0; i < rows.size(); ++i) {
     const int row = static_cast<int>(i) / kColumns * 2;
@@ -197,7 +197,7 @@ QWidget* Spectra_Form::makeHeaderPanel() {
   return panel;
 }
 
-QWidget* Spectra_Form::makeAxisPanel() {
+QWidget* Spectra_Form::make_axis_panel() {
   auto* panel = new QWidget(this);
   auto* grid = new QGridLayout(panel);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -218,14 +218,14 @@ QWidget* Spectra_Form::makeAxisPanel() {
 QLabel* Spectra_Form::label(int number) const { return findChild<QLabel*>(QStringLiteral("Label%1").arg(number)); }
 
 void Spectra_Form::HScroll1_Change(int value) {
-  if (reloadedFile()) return;
+  if (reloaded_file()) return;
   guarded([&] { view_.show_spectrum(session(), value); });
   Display_Spectrum_Information();
   Update_Graph();
 }
 
 void Spectra_Form::HScroll2_Change(int value) {
-  if (reloadedFile()) return;
+  if (reloaded_file()) return;
   guarded([&] { view_.show_sub_packet(session(), value); });
   Display_Spectrum_Information();
 }
@@ -243,22 +243,22 @@ void Spectra_Form::Display_Spectrum_Information() {
     hscroll2_->setRange(1, view_.sub_packet_count());
     hscroll2_->setValue(view_.current_sub_packet());
   }
-  const std::vector<Header_Row> rows = view_.header_rows();
+  const std::vector<HeaderRow> rows = view_.header_rows();
   for (size_t i = 0; i < rows.size(); ++i) set_coloured(header_values_[i], rows[i].value.text, rows[i].value.colour);
 }
 
 void Spectra_Form::Update_Graph() {
-  const Spectrum_Axis& axis = view_.axis();
+  const SpectrumAxis& axis = view_.axis();
   label(20)->setText(QString::fromStdString(axis.range_text()));
   label(21)->setText(QString::fromStdString(axis.scale_text()));
   label(22)->setText(QString::fromStdString(axis.start_text()));
   label(23)->setText(QString::fromStdString(axis.end_text()));
-  for (const Spectrum_Button which : kSpectrumButtons) button(which)->setEnabled(view_.enabled(which));
-  plot_->setBins(&view_.bins(), view_.bin_count(), axis);
-  plot_->setGraph(view_.graph());
+  for (const SpectrumButton which : kSpectrumButtons) button(which)->setEnabled(view_.enabled(which));
+  plot_->set_bins(&view_.bins(), view_.bin_count(), axis);
+  plot_->set_graph(view_.graph());
 }
 
-void Spectra_Form::Command_Click(Spectrum_Button which) {
+void Spectra_Form::Command_Click(SpectrumButton which) {
   guarded([&] { view_.press(which); });
   Update_Graph();
 }

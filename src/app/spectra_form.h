@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "child_view.h"
-#include "views/spectrum_view.h"
+#include "decoders/spectrum_presenter.h"
 
 class QLabel;
 class QPushButton;
@@ -28,28 +28,28 @@ class Spectra_Form : public ChildView {
 
   // A summary double click on a spectrum line: the window comes to the front as it was (on a
   // file loaded since it opened, it starts again on spectrum 1).
-  void showCurrentEntry() override;
+  void show_current_entry() override;
   // The spectrum that science entry k belongs to, shown as the upper scroll bar would show it
   // (the summary's "Show this spectrum"). Returns false when k is in no spectrum.
-  bool showSpectrumOf(int32_t science_index);
+  bool show_spectrum_of(int32_t science_index);
   // The six buttons: the decoder's step, then Update_Graph.
-  void Command_Click(Spectrum_Button button);
+  void Command_Click(SpectrumButton button);
 
-  QScrollBar* spectrumScroll() const { return hscroll1_; }   // HScroll1
-  QScrollBar* subPacketScroll() const { return hscroll2_; }  // HScroll2
-  QPushButton* button(Spectrum_Button which) const { return buttons_[static_cast<size_t>(which)]; }
+  QScrollBar* spectrum_scroll() const { return hscroll1_; }   // HScroll1
+  QScrollBar* sub_packet_scroll() const { return hscroll2_; }  // HScroll2
+  QPushButton* button(SpectrumButton which) const { return buttons_[static_cast<size_t>(which)]; }
   SpectrumPlot* plot() const { return plot_; }  // Picture1
   // The window's labels by number (Label3, Label14, Label20, ...); the spectrum's title is
-  // titleLabel(). nullptr for a number the window does not have.
+  // title_label(). nullptr for a number the window does not have.
   QLabel* label(int number) const;
-  QLabel* titleLabel() const { return title_; }
-  const Spectrum_View& decoder() const { return view_; }
+  QLabel* title_label() const { return title_; }
+  const SpectrumPresenter& decoder() const { return view_; }
 
  private:
   // Form_Load: the spectra of the loaded file, spectrum 1 on the whole range.
   void Form_Load();
   // Whether another file was loaded since Form_Load; if so, Form_Load again.
-  bool reloadedFile();
+  bool reloaded_file();
   // HScroll1_Change: spectrum s, then Update_Graph.
   void HScroll1_Change(int value);
   // HScroll2_Change: the header of sub-packet k of the complete spectrum on view.
@@ -58,10 +58,10 @@ class Spectra_Form : public ChildView {
   void Display_Spectrum_Information();
   // Update_Graph: the axis labels, the buttons' enabling and the graph.
   void Update_Graph();
-  QWidget* makeHeaderPanel();
-  QWidget* makeAxisPanel();
+  QWidget* make_header_panel();
+  QWidget* make_axis_panel();
 
-  Spectrum_View view_;
+  SpectrumPresenter view_;
   std::weak_ptr<TelemetryFile> opened_on_;  // the file of Form_Load
   QLabel* title_;
   QLabel* label14_;
@@ -69,7 +69,7 @@ class Spectra_Form : public ChildView {
   QScrollBar* hscroll2_;
   SpectrumPlot* plot_;
   std::array<QPushButton*, 6> buttons_{};
-  std::array<QLabel*, 8> header_values_{};  // in the order of Spectrum_View::header_rows()
+  std::array<QLabel*, 8> header_values_{};  // in the order of SpectrumPresenter::header_rows()
 };
 
 }  // namespace morvane

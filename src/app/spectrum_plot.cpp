@@ -20,7 +20,7 @@ constexpr int kGap = 4;         // pixels between a tick and its label
 // The graph's natural size in twips (about 6.5 by 3 inches).
 constexpr int kWidthTwips = 9400;
 constexpr int kHeightTwips = 4300;
-const QColor kGridColour(224, 224, 224);
+const QColor k_grid_colour(224, 224, 224);
 
 QColor qt_colour(const Colour& c) { return {c.red, c.green, c.blue}; }
 
@@ -35,14 +35,14 @@ SpectrumPlot::SpectrumPlot(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);  // the readout follows the pointer
 }
 
-void SpectrumPlot::setBins(const Spectrum_Bins* bins, int32_t bin_count, const Spectrum_Axis& axis) {
+void SpectrumPlot::set_bins(const Spectrum_Bins* bins, int32_t bin_count, const SpectrumAxis& axis) {
   bins_ = bins;
   bin_count_ = bin_count;
   axis_ = axis;
 }
 
-QString SpectrumPlot::readoutAt(const QPoint& at) const {
-  const QRect area = plotArea();
+QString SpectrumPlot::readout_at(const QPoint& at) const {
+  const QRect area = plot_area();
   if (!bins_ || !area.contains(at) || area.width() < 2 || graph_.width <= 0 || axis_.X_Zoom <= 0) return {};
   // Bin b starts at (b - X_Start) x X_Zoom plot units from the left of the axes.
   const double units = (at.x() - area.left()) * graph_.width / area.width();
@@ -53,7 +53,7 @@ QString SpectrumPlot::readoutAt(const QPoint& at) const {
 }
 
 void SpectrumPlot::mouseMoveEvent(QMouseEvent* event) {
-  const QString text = readoutAt(event->position().toPoint());
+  const QString text = readout_at(event->position().toPoint());
   if (text.isEmpty()) {
     QToolTip::hideText();
   } else {
@@ -62,7 +62,7 @@ void SpectrumPlot::mouseMoveEvent(QMouseEvent* event) {
   QWidget::mouseMoveEvent(event);
 }
 
-void SpectrumPlot::setGraph(Spectrum_Graph graph) {
+void SpectrumPlot::set_graph(SpectrumGraph graph) {
   graph_ = std::move(graph);
   update();
 }
@@ -74,10 +74,10 @@ QSize SpectrumPlot::sizeHint() const {
 
 QSize SpectrumPlot::minimumSizeHint() const { return sizeHint() / 2; }
 
-QRect SpectrumPlot::plotArea() const {
+QRect SpectrumPlot::plot_area() const {
   const QFontMetrics metrics(font());
   int widest_y_label = 0;
-  for (const Graph_Tick& tick : graph_.y_ticks) {
+  for (const GraphTick& tick : graph_.y_ticks) {
     widest_y_label = std::max(widest_y_label, metrics.horizontalAdvance(QString::fromStdString(tick.label)));
   }
   const int last_x_label =
@@ -89,48 +89,48 @@ QRect SpectrumPlot::plotArea() const {
   return QRect(QPoint(left, top), QPoint(width() - 1 - right, height() - 1 - bottom));
 }
 
-QPointF SpectrumPlot::toPixels(const Graph_Point& point, const QRect& area) const {
+QPointF SpectrumPlot::to_pixels(const GraphPoint& point, const QRect& area) const {
   const double across = graph_.width > 0 ? point.x / graph_.width : 0;
   return {area.left() + across * area.width(), area.bottom() - point.y * area.height()};
 }
 
-QPolygonF SpectrumPlot::outlinePixels() const {
-  const QRect area = plotArea();
+QPolygonF SpectrumPlot::outline_pixels() const {
+  const QRect area = plot_area();
   QPolygonF outline;
   outline.reserve(static_cast<qsizetype>(graph_.outline.size()));
-  for (const Graph_Point& point : graph_.outline) outline << toPixels(point, area);
+  for (const GraphPoint& point : graph_.outline) outline << to_pixels(point, area);
   return outline;
 }
 
 void SpectrumPlot::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QRect area = plotArea();
+  const QRect area = plot_area();
   if (area.width() < 2 || area.height() < 2) return;
   const QFontMetrics metrics(font());
 
   // Grid lines at the ticks, then the axes over them.
-  painter.setPen(kGridColour);
-  for (const Graph_Tick& tick : graph_.x_ticks) {
-    const double x = toPixels({tick.at, 0}, area).x();
+  painter.setPen(k_grid_colour);
+  for (const GraphTick& tick : graph_.x_ticks) {
+    const double x = to_pixels({tick.at, 0}, area).x();
     painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
   }
-  for (const Graph_Tick& tick : graph_.y_ticks) {
-    const double y = toPixels({0, tick.at}, area).y();
+  for (const GraphTick& tick : graph_.y_ticks) {
+    const double y = to_pixels({0, tick.at}, area).y();
     painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
   }
 
   painter.setPen(Qt::black);
   painter.drawLine(area.bottomLeft(), area.bottomRight());
   painter.drawLine(area.bottomLeft(), area.topLeft());
-  for (const Graph_Tick& tick : graph_.x_ticks) {
-    const double x = toPixels({tick.at, 0}, area).x();
+  for (const GraphTick& tick : graph_.x_ticks) {
+    const double x = to_pixels({tick.at, 0}, area).x();
     painter.drawLine(QPointF(x, area.bottom()), QPointF(x, area.bottom() + kTickLength));
     const QString label = QString::fromStdString(tick.label);
     const int width = metrics.horizontalAdvance(label);
     painter.drawText(QPointF(x - width / 2.0, area.bottom() + kTickLength + kGap + metrics.ascent()), label);
   }
-  for (const Graph_Tick& tick : graph_.y_ticks) {
-    const double y = toPixels({0, tick.at}, area).y();
+  for (const GraphTick& tick : graph_.y_ticks) {
+    const double y = to_pixels({0, tick.at}, area).y();
     painter.drawLine(QPointF(area.left() - kTickLength, y), QPointF(area.left(), y));
     const QString label = QString::fromStdString(tick.label);
     const int width = metrics.horizontalAdvance(label);
@@ -144,7 +144,7 @@ void SpectrumPlot::paintEvent(QPaintEvent*) {
   if (graph_.outline.empty()) return;
   painter.setClipRect(area.adjusted(0, -1, 1, 0));
   painter.setPen(QPen(qt_colour(graph_.outline_colour), 0));
-  painter.drawPolyline(outlinePixels());
+  painter.drawPolyline(outline_pixels());
 }
 
 }  // namespace morvane

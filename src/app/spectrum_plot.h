@@ -5,9 +5,9 @@
 #include <QRect>
 #include <QWidget>
 
-#include "views/spectrum_axis.h"
-#include "views/spectrum_graph.h"
-#include "views/spectrum_table.h"
+#include "decoders/spectrum_axis.h"
+#include "decoders/spectrum_graph.h"
+#include "decoders/spectrum_table.h"
 
 namespace morvane {
 
@@ -21,19 +21,19 @@ class SpectrumPlot : public QWidget {
   explicit SpectrumPlot(QWidget* parent = nullptr);
 
   // Replaces what is drawn and repaints.
-  void setGraph(Spectrum_Graph graph);
-  const Spectrum_Graph& graph() const { return graph_; }
+  void set_graph(SpectrumGraph graph);
+  const SpectrumGraph& graph() const { return graph_; }
   // What hovering reads out: the counts of the bins drawn (owned by the caller, which sets them
   // again with the graph), the axis range and the number of bins read.
-  void setBins(const Spectrum_Bins* bins, int32_t bin_count, const Spectrum_Axis& axis);
+  void set_bins(const Spectrum_Bins* bins, int32_t bin_count, const SpectrumAxis& axis);
   // "Bin b: n counts" for the bin under a point of this widget; empty outside the bins drawn.
-  QString readoutAt(const QPoint& at) const;
+  QString readout_at(const QPoint& at) const;
 
   // The area inside the axes, in pixels of this widget: the ticks' labels and the title are
   // outside it.
-  QRect plotArea() const;
+  QRect plot_area() const;
   // The outline in pixels of this widget.
-  QPolygonF outlinePixels() const;
+  QPolygonF outline_pixels() const;
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
@@ -43,12 +43,12 @@ class SpectrumPlot : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
-  QPointF toPixels(const Graph_Point& point, const QRect& area) const;
+  QPointF to_pixels(const GraphPoint& point, const QRect& area) const;
 
-  Spectrum_Graph graph_;
+  SpectrumGraph graph_;
   const Spectrum_Bins* bins_ = nullptr;
   int32_t bin_count_ = 0;
-  Spectrum_Axis axis_;
+  SpectrumAxis axis_;
 };
 
 }  // namespace morvane

@@ -35,7 +35,7 @@ Configuration read_startup_configuration(const QString& working_folder, Dialogs&
   QString folder = remembered;
   for (;;) {
     dialogs.message(nullptr, problem + QStringLiteral("\n\n") + QString::fromUtf8(kChooseBase));
-    folder = dialogs.existingFolder(nullptr, QString::fromUtf8(kChooseBase), folder);
+    folder = dialogs.existing_folder(nullptr, QString::fromUtf8(kChooseBase), folder);
     if (folder.isEmpty()) return {};
     try {
       Configuration configuration = load_configuration(folder.toStdString());
@@ -51,7 +51,7 @@ std::unique_ptr<EGSE_MDI> Main(Dialogs& dialogs, const QString& working_folder, 
   Configuration configuration = read_startup_configuration(working_folder, dialogs);
   auto window = std::make_unique<EGSE_MDI>(std::move(configuration), dialogs);
   window->show();
-  window->setByteReverse(true);
+  window->set_byte_reverse(true);
   if (remember_layout) {
     restore_window_layout(*window);
     keep_window_layout_on_quit(*window);

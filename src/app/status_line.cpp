@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "main_window.h"
-#include "views/format_check.h"
+#include "decoders/format_check.h"
 
 namespace morvane {
 
@@ -35,7 +35,7 @@ QString follow_state_text(bool collecting, bool timer_running, qint64 log_bytes)
   return (timer_running ? QObject::tr("Live: following, %1") : QObject::tr("Live: paused, %1")).arg(size);
 }
 
-Status_Line::Status_Line(EGSE_MDI& window) : QObject(&window), window_(window), timer_(new QTimer(this)) {
+StatusLine::StatusLine(EGSE_MDI& window) : QObject(&window), window_(window), timer_(new QTimer(this)) {
   setObjectName("StatusLine");
   QStatusBar* bar = window.statusBar();
   bar->setObjectName("StatusBar");
@@ -46,24 +46,24 @@ Status_Line::Status_Line(EGSE_MDI& window) : QObject(&window), window_(window), 
   byte_order_ = add_label(bar, "StatusByteOrder", true);
   frames_ = add_label(bar, "StatusFrames", true);
   follow_ = add_label(bar, "StatusFollow", true);
-  connect(&window, &EGSE_MDI::fileLoaded, this, &Status_Line::fileLoaded);
-  connect(timer_, &QTimer::timeout, this, &Status_Line::refresh);
+  connect(&window, &EGSE_MDI::file_loaded, this, &StatusLine::file_loaded);
+  connect(timer_, &QTimer::timeout, this, &StatusLine::refresh);
   timer_->start(kRefreshMilliseconds);
   refresh();
 }
 
-void Status_Line::fileLoaded() {
+void StatusLine::file_loaded() {
   const auto warning = format_warning(window_.session());
-  setWarning(warning ? QString::fromStdString(*warning) : QString());
+  set_warning(warning ? QString::fromStdString(*warning) : QString());
   refresh();
 }
 
-void Status_Line::setWarning(const QString& text) {
+void StatusLine::set_warning(const QString& text) {
   warning_->setText(text.isEmpty() ? QString() : tr("Warning: %1").arg(text));
   warning_->setToolTip(text);
 }
 
-void Status_Line::refresh() {
+void StatusLine::refresh() {
   const Session& s = window_.session();
   const bool loaded = s.loaded();
   file_->setText(loaded ? QFileInfo(QString::fromStdString(s.File_Name)).fileName() : tr("No file loaded"));
@@ -73,15 +73,15 @@ void Status_Line::refresh() {
   const bool binary = !loaded || is_binary(s.File_Type);
   byte_order_->setText(binary ? (s.Byte_Reverse ? tr("Low byte first") : tr("High byte first")) : QString());
   frames_->setText(!loaded ? QString() : s.Packet_Count == 1 ? tr("1 frame") : tr("%1 frames").arg(s.Packet_Count));
-  const qint64 log_bytes = window_.isCollecting() ? QFileInfo(QString::fromStdString(s.File_Name)).size() : 0;
-  follow_->setText(follow_state_text(window_.isCollecting(), window_.collectionTimer()->isActive(), log_bytes));
+  const qint64 log_bytes = window_.is_collecting() ? QFileInfo(QString::fromStdString(s.File_Name)).size() : 0;
+  follow_->setText(follow_state_text(window_.is_collecting(), window_.collection_timer()->isActive(), log_bytes));
 }
 
-QString Status_Line::fileText() const { return file_->text(); }
-QString Status_Line::formatText() const { return format_->text(); }
-QString Status_Line::byteOrderText() const { return byte_order_->text(); }
-QString Status_Line::framesText() const { return frames_->text(); }
-QString Status_Line::followText() const { return follow_->text(); }
-QString Status_Line::warningText() const { return warning_->text(); }
+QString StatusLine::file_text() const { return file_->text(); }
+QString StatusLine::format_text() const { return format_->text(); }
+QString StatusLine::byte_order_text() const { return byte_order_->text(); }
+QString StatusLine::frames_text() const { return frames_->text(); }
+QString StatusLine::follow_text() const { return follow_->text(); }
+QString StatusLine::warning_text() const { return warning_->text(); }
 
 }  // namespace morvane

@@ -15,26 +15,26 @@ class EGSE_MDI;
 // the state of live following (following / paused / stopped, with the size of the log), and
 // the last warning (a format that looks wrong). It reads the window's state on a load and twice
 // a second, so that no handler has to remember to tell it.
-class Status_Line : public QObject {
+class StatusLine : public QObject {
   Q_OBJECT
 
  public:
-  explicit Status_Line(EGSE_MDI& window);
+  explicit StatusLine(EGSE_MDI& window);
 
   // Shows the window's state now.
   void refresh();
   // A warning shown until the next load replaces it.
-  void setWarning(const QString& text);
+  void set_warning(const QString& text);
 
-  QString fileText() const;
-  QString formatText() const;
-  QString byteOrderText() const;
-  QString framesText() const;
-  QString followText() const;
-  QString warningText() const;
+  QString file_text() const;
+  QString format_text() const;
+  QString byte_order_text() const;
+  QString frames_text() const;
+  QString follow_text() const;
+  QString warning_text() const;
 
  private:
-  void fileLoaded();
+  void file_loaded();
 
   EGSE_MDI& window_;
   QLabel* file_;

@@ -32,20 +32,20 @@ constexpr int kSliceMilliseconds = 15;
 
 constexpr int kAllTypes = -1;  // the type choice's "All types"
 
-struct Field_Face {
+struct FieldFace {
   const char* name;
   const char* placeholder;
   int characters;  // the widest number the field is made for
 };
-constexpr Field_Face kFieldFaces[] = {
+constexpr FieldFace kFieldFaces[] = {
     {"FindSequenceFrom", "from", 6}, {"FindSequenceTo", "to", 6},   {"FindTimeFrom", "from", 11},
     {"FindTimeTo", "to", 11},        {"FindFrameFrom", "from", 10}, {"FindFrameTo", "to", 10},
 };
 
 // The type choice offers the labels of the list as it stands when it opens.
-class Label_Choice : public QComboBox {
+class LabelChoice : public QComboBox {
  public:
-  Label_Choice(std::function<void()> before_popup, QWidget* parent)
+  LabelChoice(std::function<void()> before_popup, QWidget* parent)
       : QComboBox(parent), before_popup_(std::move(before_popup)) {}
   void showPopup() override {
     before_popup_();
@@ -64,11 +64,11 @@ std::optional<int64_t> whole_number(const QLineEdit* field) {
 
 }  // namespace
 
-Summary_Find_Bar::Summary_Find_Bar(SummaryListModel& model, QListView& list, QWidget* parent)
+SummaryFindBar::SummaryFindBar(SummaryListModel& model, QListView& list, QWidget* parent)
     : QWidget(parent),
       model_(model),
       list_(list),
-      label_choice_(new Label_Choice([this] { refreshLabels(); }, this)),
+      label_choice_(new LabelChoice([this] { refresh_labels(); }, this)),
       only_matches_(new QCheckBox(tr("Only matches"), this)),
       next_(new QPushButton(tr("Next"), this)),
       clear_(new QPushButton(tr("Clear"), this)),
@@ -98,7 +98,7 @@ Summary_Find_Bar::Summary_Find_Bar(SummaryListModel& model, QListView& list, QWi
         new QIntValidator(std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max(), field));
     field->setFixedWidth(metrics.horizontalAdvance(QString(kFieldFaces[i].characters + 2, QLatin1Char('0'))));
     fields_[i] = field;
-    connect(field, &QLineEdit::textChanged, this, &Summary_Find_Bar::conditionsChanged);
+    connect(field, &QLineEdit::textChanged, this, &SummaryFindBar::conditions_changed);
   }
 
   auto range = [&](QHBoxLayout* row, const QString& caption, Field from, Field to) {
@@ -130,15 +130,15 @@ Summary_Find_Bar::Summary_Find_Bar(SummaryListModel& model, QListView& list, QWi
   layout->addLayout(actions);
   layout->addLayout(buttons);
 
-  connect(label_choice_, &QComboBox::currentIndexChanged, this, &Summary_Find_Bar::conditionsChanged);
-  connect(only_matches_, &QCheckBox::toggled, this, &Summary_Find_Bar::applyOnlyMatches);
-  connect(next_, &QPushButton::clicked, this, &Summary_Find_Bar::findNext);
-  connect(clear_, &QPushButton::clicked, this, &Summary_Find_Bar::clear);
-  connect(slice_timer_, &QTimer::timeout, this, &Summary_Find_Bar::runSlice);
+  connect(label_choice_, &QComboBox::currentIndexChanged, this, &SummaryFindBar::conditions_changed);
+  connect(only_matches_, &QCheckBox::toggled, this, &SummaryFindBar::apply_only_matches);
+  connect(next_, &QPushButton::clicked, this, &SummaryFindBar::find_next);
+  connect(clear_, &QPushButton::clicked, this, &SummaryFindBar::clear);
+  connect(slice_timer_, &QTimer::timeout, this, &SummaryFindBar::run_slice);
 }
 
-Summary_Filter Summary_Find_Bar::filter() const {
-  Summary_Filter filter;
+SummaryFilter SummaryFindBar::filter() const {
+  SummaryFilter filter;
   const int label = label_choice_->currentData().toInt();
   if (label != kAllTypes) filter.labels.insert(static_cast<LabelCode>(label));
   filter.sequence = {whole_number(field(Field::SequenceFrom)), whole_number(field(Field::SequenceTo))};
@@ -147,7 +147,7 @@ Summary_Filter Summary_Find_Bar::filter() const {
   return filter;
 }
 
-void Summary_Find_Bar::refreshLabels() {
+void SummaryFindBar::refresh_labels() {
   const int chosen = label_choice_->currentData().toInt();
   QSignalBlocker quiet(label_choice_);
   label_choice_->clear();
@@ -160,92 +160,92 @@ void Summary_Find_Bar::refreshLabels() {
   label_choice_->setCurrentIndex(std::max(label_choice_->findData(chosen), 0));
 }
 
-void Summary_Find_Bar::conditionsChanged() {
+void SummaryFindBar::conditions_changed() {
   filter_ = filter();
   active_ = !filter_.empty();
   tested_ = 0;
   find_waiting_ = false;
   slice_timer_->stop();
-  model_.restartMatches();
-  applyOnlyMatches();
+  model_.restart_matches();
+  apply_only_matches();
   // The first slice runs at once: a short list is done before the next event.
-  if (active_) runSlice();
-  showCount();
+  if (active_) run_slice();
+  show_count();
 }
 
-void Summary_Find_Bar::applyOnlyMatches() {
+void SummaryFindBar::apply_only_matches() {
   const bool only = active_ && only_matches_->isChecked();
-  if (only != model_.showsOnlyMatches()) {
-    const int32_t kept = selectedEntry();
-    model_.showOnlyMatches(only);
-    if (kept > 0) selectEntry(kept);
+  if (only != model_.shows_only_matches()) {
+    const int32_t kept = selected_entry();
+    model_.show_only_matches(only);
+    if (kept > 0) select_entry(kept);
   }
-  showCount();
+  show_count();
 }
 
-void Summary_Find_Bar::runSlice() {
+void SummaryFindBar::run_slice() {
   slice_timer_->stop();
   if (!active_) return;
   QElapsedTimer clock;
   clock.start();
   std::vector<int32_t> found;
-  const int32_t known = model_.entryCount();
+  const int32_t known = model_.entry_count();
   while (tested_ < known) {
     const int32_t last = tested_ + std::min(slice_block_, known - tested_);
     filter_entries(model_.entries(), filter_, tested_ + 1, last, found);
     tested_ = last;
     if (clock.elapsed() >= slice_milliseconds_) break;
   }
-  model_.addMatches(found);
+  model_.add_matches(found);
   if (tested_ < known) slice_timer_->start();
-  resolvePendingFind();
-  showCount();
+  resolve_pending_find();
+  show_count();
 }
 
-void Summary_Find_Bar::entriesAppended() {
+void SummaryFindBar::entries_appended() {
   if (active_ && !slice_timer_->isActive()) {
-    runSlice();
+    run_slice();
   } else {
-    showCount();
+    show_count();
   }
 }
 
-void Summary_Find_Bar::setSlice(int32_t block_entries, int milliseconds) {
+void SummaryFindBar::set_slice(int32_t block_entries, int milliseconds) {
   slice_block_ = std::max(block_entries, 1);
   slice_milliseconds_ = std::max(milliseconds, 0);
 }
 
-bool Summary_Find_Bar::searching() const { return active_ && tested_ < model_.entryCount(); }
+bool SummaryFindBar::searching() const { return active_ && tested_ < model_.entry_count(); }
 
-QString Summary_Find_Bar::countText() const {
+QString SummaryFindBar::count_text() const {
   if (!active_) return {};
-  const QString count = tr("%1 of %2").arg(model_.matches().size()).arg(model_.entryCount());
+  const QString count = tr("%1 of %2").arg(model_.matches().size()).arg(model_.entry_count());
   return searching() ? count + QStringLiteral("...") : count;
 }
 
-void Summary_Find_Bar::showCount() { count_->setText(countText()); }
+void SummaryFindBar::show_count() { count_->setText(count_text()); }
 
-void Summary_Find_Bar::findNext() {
+void SummaryFindBar::find_next() {
   if (!active_) return;
-  const int32_t after = selectedEntry();
+  const int32_t after = selected_entry();
   const int32_t next = next_match(model_.matches(), after);
   // While the search goes on, a match after the selection may still be to come.
-  if (next > after || (!searching() && next > 0)) return selectEntry(next);
+  if (next > after || (!searching() && next > 0)) return select_entry(next);
   if (searching()) {
     find_waiting_ = true;
     find_after_ = after;
   }
 }
 
-void Summary_Find_Bar::resolvePendingFind() {
+void SummaryFindBar::resolve_pending_find() {
   if (!find_waiting_) return;
   const int32_t next = next_match(model_.matches(), find_after_);
   if (next <= find_after_ && searching()) return;
   find_waiting_ = false;
-  if (next > 0) selectEntry(next);
+  if (next > 0) select_entry(next);
 }
 
-void Summary_Find_Bar::clear() {
+void SummaryFindBar::clear() {
   {
     QSignalBlocker quiet_choice(label_choice_);
     label_choice_->setCurrentIndex(0);
@@ -254,25 +254,25 @@ void Summary_Find_Bar::clear() {
       field->clear();
     }
   }
-  conditionsChanged();
+  conditions_changed();
 }
 
-void Summary_Find_Bar::selectEntry(int32_t entry) {
-  const int row = model_.rowOf(entry);
+void SummaryFindBar::select_entry(int32_t entry) {
+  const int row = model_.row_of(entry);
   if (row < 0) return;
   const QModelIndex index = model_.index(row);
   list_.setCurrentIndex(index);
   list_.scrollTo(index, QAbstractItemView::PositionAtCenter);
 }
 
-int32_t Summary_Find_Bar::selectedEntry() const {
+int32_t SummaryFindBar::selected_entry() const {
   const QModelIndex current = list_.currentIndex();
-  return current.isValid() ? model_.entryNumber(current.row()) : 0;
+  return current.isValid() ? model_.entry_number(current.row()) : 0;
 }
 
-void Summary_Find_Bar::keyPressEvent(QKeyEvent* event) {
+void SummaryFindBar::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    findNext();
+    find_next();
     event->accept();
     return;
   }

@@ -7,7 +7,7 @@
 
 #include <QWidget>
 
-#include "views/summary_filter.h"
+#include "decoders/summary_filter.h"
 
 class QCheckBox;
 class QComboBox;
@@ -32,56 +32,56 @@ class SummaryListModel;
 // filters: the list shows the matching lines alone, and Enter then steps through them. Clear
 // empties the conditions, and the list shows every line again. During live follow the entries
 // that arrive are tested as they come.
-class Summary_Find_Bar : public QWidget {
+class SummaryFindBar : public QWidget {
   Q_OBJECT
 
  public:
   enum class Field { SequenceFrom, SequenceTo, TimeFrom, TimeTo, FrameFrom, FrameTo };
 
-  Summary_Find_Bar(SummaryListModel& model, QListView& list, QWidget* parent = nullptr);
+  SummaryFindBar(SummaryListModel& model, QListView& list, QWidget* parent = nullptr);
 
   // The conditions as the fields give them; a field that holds no whole number is left out.
-  Summary_Filter filter() const;
+  SummaryFilter filter() const;
   // Enter: selects the next match after the selected line (from the top when none is), at once
   // when it has been found, otherwise as soon as it is. Nothing when there are no conditions.
-  void findNext();
+  void find_next();
   // Empties every condition.
   void clear();
   // The model took in entries that live follow added: they are tested too.
-  void entriesAppended();
+  void entries_appended();
   // The labels the type choice offers: those in the list now (refreshed as the choice opens).
-  void refreshLabels();
+  void refresh_labels();
 
   // Whether matches are still being looked for.
   bool searching() const;
   // "N of M" (M the entries of the list), "..." after it while searching; "" without conditions.
-  QString countText() const;
+  QString count_text() const;
 
   // How much a slice tests: blocks of this many entries until it has run this long (the
   // defaults keep a window live over millions of entries; tests make the slices small).
-  void setSlice(int32_t block_entries, int milliseconds);
+  void set_slice(int32_t block_entries, int milliseconds);
 
-  QComboBox* labelChoice() const { return label_choice_; }
+  QComboBox* label_choice() const { return label_choice_; }
   QLineEdit* field(Field which) const { return fields_[static_cast<size_t>(which)]; }
-  QCheckBox* onlyMatches() const { return only_matches_; }
-  QPushButton* nextButton() const { return next_; }
-  QPushButton* clearButton() const { return clear_; }
+  QCheckBox* only_matches() const { return only_matches_; }
+  QPushButton* next_button() const { return next_; }
+  QPushButton* clear_button() const { return clear_; }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   // The conditions changed: the matches are looked for afresh.
-  void conditionsChanged();
+  void conditions_changed();
   // Shows every line or the matches alone, keeping the selected entry selected.
-  void applyOnlyMatches();
+  void apply_only_matches();
   // Tests the next slice of entries, for a moment at most, and comes back for more.
-  void runSlice();
-  void showCount();
+  void run_slice();
+  void show_count();
   // Carries out a find that waited for its match.
-  void resolvePendingFind();
-  void selectEntry(int32_t entry);
-  int32_t selectedEntry() const;
+  void resolve_pending_find();
+  void select_entry(int32_t entry);
+  int32_t selected_entry() const;
 
   SummaryListModel& model_;
   QListView& list_;
@@ -93,7 +93,7 @@ class Summary_Find_Bar : public QWidget {
   QLabel* count_;
   QTimer* slice_timer_;
 
-  Summary_Filter filter_;
+  SummaryFilter filter_;
   bool active_ = false;  // there are conditions
   int32_t tested_ = 0;   // entries 1..tested_ have been tested
   bool find_waiting_ = false;

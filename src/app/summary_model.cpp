@@ -6,7 +6,7 @@
 #include <QColor>
 
 #include "core/error.h"
-#include "views/summary_lines.h"
+#include "decoders/summary_lines.h"
 
 namespace morvane {
 
@@ -31,7 +31,7 @@ int SummaryListModel::rowCount(const QModelIndex& parent) const {
 QVariant SummaryListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) return {};
   if (role != Qt::DisplayRole && role != Qt::ForegroundRole) return {};
-  const int32_t i = entryNumber(index.row());
+  const int32_t i = entry_number(index.row());
   try {
     const QString line = QString::fromStdString(line_text(i));
     return role == Qt::DisplayRole ? QVariant(line) : QVariant();
@@ -52,7 +52,7 @@ std::string SummaryListModel::line_text(int32_t i) const {
   return {};
 }
 
-int SummaryListModel::appendNewEntries() {
+int SummaryListModel::append_new_entries() {
   const int now = entries().size();
   if (now <= rows_) return 0;
   const int added = now - rows_;
@@ -66,24 +66,24 @@ int SummaryListModel::appendNewEntries() {
   return added;
 }
 
-int32_t SummaryListModel::entryNumber(int row) const {
+int32_t SummaryListModel::entry_number(int row) const {
   return only_matches_ ? matches_[static_cast<size_t>(row)] : row + 1;
 }
 
-int SummaryListModel::rowOf(int32_t entry) const {
+int SummaryListModel::row_of(int32_t entry) const {
   if (!only_matches_) return entry >= 1 && entry <= rows_ ? entry - 1 : -1;
   const auto found = std::lower_bound(matches_.begin(), matches_.end(), entry);
   return found != matches_.end() && *found == entry ? static_cast<int>(found - matches_.begin()) : -1;
 }
 
-void SummaryListModel::showOnlyMatches(bool only) {
+void SummaryListModel::show_only_matches(bool only) {
   if (only == only_matches_) return;
   beginResetModel();
   only_matches_ = only;
   endResetModel();
 }
 
-void SummaryListModel::restartMatches() {
+void SummaryListModel::restart_matches() {
   if (!only_matches_) {
     matches_.clear();
     return;
@@ -93,7 +93,7 @@ void SummaryListModel::restartMatches() {
   endResetModel();
 }
 
-void SummaryListModel::addMatches(const std::vector<int32_t>& found) {
+void SummaryListModel::add_matches(const std::vector<int32_t>& found) {
   if (found.empty()) return;
   if (!only_matches_) {
     matches_.insert(matches_.end(), found.begin(), found.end());

@@ -13,11 +13,11 @@ namespace morvane {
 // One list of the summary view as a model: the line of an entry is made when the view asks for
 // it, so a list of millions of entries costs nothing until it is scrolled. The model shows the
 // entries that were in the list when it was made or last appended to; entries the catalogue
-// gains later appear with appendNewEntries().
+// gains later appear with append_new_entries().
 //
 // Find and filter: the model keeps the entries that match the find bar's conditions, as the bar
 // finds them. While it shows only those, row r is the r-th match; each line still begins with
-// its entry number, and entryNumber() maps a row to its entry.
+// its entry number, and entry_number() maps a row to its entry.
 class SummaryListModel : public QAbstractListModel {
   Q_OBJECT
 
@@ -35,24 +35,24 @@ class SummaryListModel : public QAbstractListModel {
   // The catalogue list the model shows.
   const EntryList& entries() const;
   // The catalogue entry of a row (0-based).
-  const Packet_Entry& entry(int row) const { return entries()[entryNumber(row)]; }
+  const Packet_Entry& entry(int row) const { return entries()[entry_number(row)]; }
   // Inserts rows for the entries added to the catalogue since the last call. Returns how many
   // entries were added (rows only when every entry is shown).
-  int appendNewEntries();
+  int append_new_entries();
   // The entries the model knows of: its rows when every entry is shown.
-  int32_t entryCount() const { return rows_; }
+  int32_t entry_count() const { return rows_; }
 
   // The 1-based entry number of a row, and the row of an entry (-1 when it is not shown).
-  int32_t entryNumber(int row) const;
-  int rowOf(int32_t entry) const;
+  int32_t entry_number(int row) const;
+  int row_of(int32_t entry) const;
   // Shows only the matches (true) or every entry.
-  void showOnlyMatches(bool only);
-  bool showsOnlyMatches() const { return only_matches_; }
+  void show_only_matches(bool only);
+  bool shows_only_matches() const { return only_matches_; }
   // The matches so far, ascending entry numbers. Starting afresh forgets them; more arrive in
   // ascending order at the end.
   const std::vector<int32_t>& matches() const { return matches_; }
-  void restartMatches();
-  void addMatches(const std::vector<int32_t>& found);
+  void restart_matches();
+  void add_matches(const std::vector<int32_t>& found);
 
  private:
   // The list line of entry i (1-based).

@@ -17,8 +17,8 @@
 #include "raw_link.h"
 #include "spectra_form.h"
 #include "summary_find_bar.h"
-#include "views/format_check.h"
-#include "views/summary_lines.h"
+#include "decoders/format_check.h"
+#include "decoders/summary_lines.h"
 #include "workstation.h"
 
 namespace morvane {
@@ -30,11 +30,11 @@ constexpr const char* kStaticCaptions[] = {"Sequence count from", "Lander Time (
 
 // Where the headings stand over each list: the first character column and the width, in
 // characters, of the type, sequence count, lander time and frame columns of its lines.
-struct Heading_Columns {
+struct HeadingColumns {
   int start[4];
   int width[4];
 };
-constexpr Heading_Columns kHeadingColumns[] = {
+constexpr HeadingColumns kHeadingColumns[] = {
     {{8, 18, 28, 39}, {10, 10, 11, 9}},  // housekeeping
     {{8, 26, 35, 46}, {18, 9, 11, 9}},   // science
     {{8, 33, 41, 50}, {25, 8, 9, 9}},    // information
@@ -44,7 +44,7 @@ constexpr int kHeadingOrder[] = {1, 2, 3, 0};
 
 // The headings above a list, each over its column and wrapped within its width as the narrow
 // captions of the list's columns are.
-QWidget* make_headings(const Heading_Columns& columns, const QListView& list, QWidget* parent) {
+QWidget* make_headings(const HeadingColumns& columns, const QListView& list, QWidget* parent) {
   auto* headings = new QWidget(parent);
   const QFont font = fixed_pitch_font();
   const QFontMetrics metrics(font);
@@ -81,12 +81,12 @@ Summary::Summary(Workstation& workstation) : ChildView(workstation, ViewKind::Su
 
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName("SSTab1");
-  tabs_->addTab(makeListTab(0, SummaryListModel::List::Housekeeping), "Housekeeping");
-  tabs_->addTab(makeListTab(1, SummaryListModel::List::Science), "Science");
-  tabs_->addTab(makeListTab(2, SummaryListModel::List::Information), "Information");
+  tabs_->addTab(make_list_tab(0, SummaryListModel::List::Housekeeping), "Housekeeping");
+  tabs_->addTab(make_list_tab(1, SummaryListModel::List::Science), "Science");
+  tabs_->addTab(make_list_tab(2, SummaryListModel::List::Information), "Information");
 
   auto* body = new QHBoxLayout;
-  body->addWidget(makeCountPanel());
+  body->addWidget(make_count_panel());
   body->addWidget(tabs_, 1);
   // A doubt about the format chosen, in red under the file name (hidden when there is none).
   format_warning_ = new QLabel(this);
@@ -105,9 +105,9 @@ Summary::Summary(Workstation& workstation) : ChildView(workstation, ViewKind::Su
 
   // Ctrl+F goes to the find bar of the list on view.
   auto* find = new QShortcut(QKeySequence::Find, this,
-                             [this] { findBar(tabs_->currentIndex())->labelChoice()->setFocus(); });
+                             [this] { find_bar(tabs_->currentIndex())->label_choice()->setFocus(); });
   find->setContext(Qt::WidgetWithChildrenShortcut);
-  QAction* raw_frame = add_show_in_raw_frame(*this, [this]() -> std::optional<Raw_Mark> {
+  QAction* raw_frame = add_show_in_raw_frame(*this, [this]() -> std::optional<RawMark> {
     const int tab = tabs_->currentIndex();
     const QModelIndex line = list(tab)->currentIndex();
     if (!session().loaded() || !line.isValid()) return {};
@@ -119,25 +119,25 @@ Summary::Summary(Workstation& workstation) : ChildView(workstation, ViewKind::Su
   show_spectrum->setObjectName("actShowThisSpectrum");
   connect(show_spectrum, &QAction::triggered, this, [this] {
     const QModelIndex line = list(1)->currentIndex();
-    if (line.isValid()) showThisSpectrum(models_[1]->entryNumber(line.row()));
+    if (line.isValid()) show_this_spectrum(models_[1]->entry_number(line.row()));
   });
   list(1)->addAction(raw_frame);
   list(1)->addAction(show_spectrum);
   list(1)->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-void Summary::showThisSpectrum(int32_t science_index) {
+void Summary::show_this_spectrum(int32_t science_index) {
   guarded([&] {
     const LabelCode label = session().catalogue.Science_List.at(science_index).Label;
     if (label != LabelCode::GcSpectrum && label != LabelCode::IsotopeSpectrum) return;
     session().Current_Science_Index = science_index;
-    if (auto* spectra = qobject_cast<Spectra_Form*>(workstation().showView(ViewKind::Spectra))) {
-      spectra->showSpectrumOf(science_index);
+    if (auto* spectra = qobject_cast<Spectra_Form*>(workstation().show_view(ViewKind::Spectra))) {
+      spectra->show_spectrum_of(science_index);
     }
   });
 }
 
-QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
+QWidget* Summary::make_list_tab(int tab, SummaryListModel::List which) {
   auto* page = new QWidget;
   auto* list = new QListView(page);
   list->setObjectName(QStringLiteral("List%1").arg(tab + 1));
@@ -157,7 +157,7 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
   connect(list, &QListView::doubleClicked, this, [this, tab](const QModelIndex& index) {
     if (!index.isValid()) return;
     // A filtered list's row is not its line: the entry number says which line it is.
-    const int line = models_[static_cast<size_t>(tab)]->entryNumber(index.row()) - 1;
+    const int line = models_[static_cast<size_t>(tab)]->entry_number(index.row()) - 1;
     if (tab == 0) List1_DblClick(line);
     if (tab == 1) List2_DblClick(line);
     if (tab == 2) List3_DblClick(line);
@@ -166,7 +166,7 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
                        list->verticalScrollBar()->sizeHint().width() + 2 * list->frameWidth());
   lists_[static_cast<size_t>(tab)] = list;
   models_[static_cast<size_t>(tab)] = model;
-  auto* find_bar = new Summary_Find_Bar(*model, *list, page);
+  auto* find_bar = new SummaryFindBar(*model, *list, page);
   find_bars_[static_cast<size_t>(tab)] = find_bar;
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(make_headings(kHeadingColumns[tab], *list, page));
@@ -175,12 +175,12 @@ QWidget* Summary::makeListTab(int tab, SummaryListModel::List which) {
   return page;
 }
 
-QWidget* Summary::makeCountPanel() {
+QWidget* Summary::make_count_panel() {
   auto* panel = new QWidget;
   auto* grid = new QGridLayout(panel);
   grid->setVerticalSpacing(2);
   int row = 0;
-  for (const Summary_Count& count : summary_counts(session())) {
+  for (const SummaryCount& count : summary_counts(session())) {
     auto* caption = new QLabel(QString::fromStdString(count.caption), panel);
     if (count.key.empty()) {
       grid->addWidget(caption, row++, 0, 1, 2);
@@ -200,25 +200,25 @@ QWidget* Summary::makeCountPanel() {
 }
 
 void Summary::Enter_Label_Information() {
-  for (const Summary_Count& count : summary_counts(session())) {
+  for (const SummaryCount& count : summary_counts(session())) {
     const auto found = count_labels_.find(count.key);
     if (found != count_labels_.end()) found->second->setText(QString::fromStdString(count.value));
   }
 }
 
-QString Summary::countText(const std::string& key) const {
+QString Summary::count_text(const std::string& key) const {
   const auto found = count_labels_.find(key);
   return found == count_labels_.end() ? QString() : found->second->text();
 }
 
-QString Summary::formatWarningText() const { return format_warning_->text(); }
+QString Summary::format_warning_text() const { return format_warning_->text(); }
 
-void Summary::updateRealtime() {
+void Summary::update_realtime() {
   guarded([&] {
     for (size_t tab = 0; tab < models_.size(); ++tab) {
       const bool follow = at_end(lists_[tab]);
-      const int added = models_[tab]->appendNewEntries();
-      if (added > 0) find_bars_[tab]->entriesAppended();  // the new entries are tested at once
+      const int added = models_[tab]->append_new_entries();
+      if (added > 0) find_bars_[tab]->entries_appended();  // the new entries are tested at once
       if (added > 0 && follow) lists_[tab]->scrollToBottom();
     }
     Enter_Label_Information();

@@ -27,9 +27,9 @@ const char* const kWidestValueLabel = "-000000.000";
 const char* const kWidestTimeLabel = "000000000";
 const char* const kTimeTitle = "Lander time (s)";
 
-const QColor kFrameColour(160, 160, 160);
-const QColor kGridColour(228, 228, 228);
-const QColor kLimitColour(255, 0, 0);
+const QColor k_frame_colour(160, 160, 160);
+const QColor k_grid_colour(228, 228, 228);
+const QColor k_limit_colour(255, 0, 0);
 // Series colours, none of them the limits' red.
 const QColor kSeriesColours[] = {{31, 119, 180},  {255, 127, 14},  {44, 160, 44},  {148, 103, 189}, {140, 86, 75},
                                  {227, 119, 194}, {127, 127, 127}, {188, 189, 34}, {23, 190, 207}};
@@ -38,7 +38,7 @@ QColor series_colour(size_t s) { return kSeriesColours[s % std::size(kSeriesColo
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
-const std::vector<Trend_Series> kNoSeries;
+const std::vector<TrendSeries> kNoSeries;
 
 }  // namespace
 
@@ -56,20 +56,20 @@ TrendChart::TrendChart(QWidget* parent) : QWidget(parent) {
   band_->hide();
 }
 
-TrendChart::~TrendChart() { stopPlotting(); }
+TrendChart::~TrendChart() { stop_plotting(); }
 
 QSize TrendChart::sizeHint() const { return {760, 440}; }
 
 QSize TrendChart::minimumSizeHint() const { return {320, 200}; }
 
-void TrendChart::setSeries(const std::vector<Trend_Series>* series, std::vector<std::optional<Trend_Limits>> limits) {
+void TrendChart::set_series(const std::vector<TrendSeries>* series, std::vector<std::optional<TrendLimits>> limits) {
   series_ = series;
   limits_ = std::move(limits);
-  seriesChanged();
+  series_changed();
 }
 
-void TrendChart::seriesChanged() {
-  const Time_Window whole = series_ ? whole_time_window(*series_) : Time_Window{};
+void TrendChart::series_changed() {
+  const TimeWindow whole = series_ ? whole_time_window(*series_) : TimeWindow{};
   if (whole_) {
     window_ = whole;
   } else if (window_.to >= latest_time_ && whole.to > latest_time_) {
@@ -78,56 +78,56 @@ void TrendChart::seriesChanged() {
   }
   latest_time_ = whole.to;
   invalidate();
-  emit windowChanged();
+  emit window_changed();
 }
 
-void TrendChart::setSeparateAxes(bool separate) {
+void TrendChart::set_separate_axes(bool separate) {
   if (separate == separate_) return;
   separate_ = separate;
   invalidate();
 }
 
-void TrendChart::setMessage(const QString& message) {
+void TrendChart::set_message(const QString& message) {
   message_ = message;
   update();
 }
 
-void TrendChart::changeWindow(const Time_Window& window, bool whole) {
+void TrendChart::change_window(const TimeWindow& window, bool whole) {
   window_ = window;
   whole_ = whole;
   invalidate();
-  emit windowChanged();
+  emit window_changed();
 }
 
-void TrendChart::setWindow(const Time_Window& window) {
+void TrendChart::set_window(const TimeWindow& window) {
   // Never narrower than a zoom reaches, nor turned round.
-  Time_Window wanted{std::min(window.from, window.to), std::max(window.from, window.to)};
+  TimeWindow wanted{std::min(window.from, window.to), std::max(window.from, window.to)};
   if (wanted.span() < kNarrowestTimeWindow) {
     const double middle = (wanted.from + wanted.to) / 2;
     wanted = {middle - kNarrowestTimeWindow / 2, middle + kNarrowestTimeWindow / 2};
   }
-  changeWindow(wanted, false);
+  change_window(wanted, false);
 }
 
-void TrendChart::showWholeFile() {
-  const Time_Window whole = series_ ? whole_time_window(*series_) : Time_Window{};
+void TrendChart::show_whole_file() {
+  const TimeWindow whole = series_ ? whole_time_window(*series_) : TimeWindow{};
   latest_time_ = whole.to;
-  changeWindow(whole, true);
+  change_window(whole, true);
 }
 
-void TrendChart::zoomAbout(double time, double factor) { changeWindow(zoom_time_window(window_, time, factor), false); }
+void TrendChart::zoom_about(double time, double factor) { change_window(zoom_time_window(window_, time, factor), false); }
 
-void TrendChart::panBy(double seconds) { changeWindow({window_.from + seconds, window_.to + seconds}, false); }
+void TrendChart::pan_by(double seconds) { change_window({window_.from + seconds, window_.to + seconds}, false); }
 
 void TrendChart::invalidate() {
-  stopPlotting();
+  stop_plotting();
   plot_valid_ = false;
   update();
 }
 
-size_t TrendChart::laneCount() const { return separate_ && series_ && !series_->empty() ? series_->size() : 1; }
+size_t TrendChart::lane_count() const { return separate_ && series_ && !series_->empty() ? series_->size() : 1; }
 
-QRect TrendChart::plotArea() const {
+QRect TrendChart::plot_area() const {
   const QFontMetrics metrics(font());
   const int left = kGap + metrics.horizontalAdvance(QString::fromUtf8(kWidestValueLabel)) + kGap + kTickLength;
   const int top = metrics.height() / 2 + kGap;
@@ -136,73 +136,73 @@ QRect TrendChart::plotArea() const {
   return QRect(QPoint(left, top), QPoint(width() - 1 - right, height() - 1 - bottom));
 }
 
-QRect TrendChart::laneArea(size_t lane) const {
-  const QRect area = plotArea();
-  const int lanes = static_cast<int>(laneCount());
+QRect TrendChart::lane_area(size_t lane) const {
+  const QRect area = plot_area();
+  const int lanes = static_cast<int>(lane_count());
   const int height = std::max(1, (area.height() - (lanes - 1) * kLaneGap) / lanes);
   const int top = area.top() + static_cast<int>(lane) * (height + kLaneGap);
   return QRect(area.left(), top, area.width(), height);
 }
 
-double TrendChart::timeAt(int x) const {
-  const QRect area = plotArea();
+double TrendChart::time_at(int x) const {
+  const QRect area = plot_area();
   return window_.from + (x - area.left()) * window_.span() / std::max(1, area.width());
 }
 
-Trend_Plot_Options TrendChart::plotOptions() const {
+TrendPlotOptions TrendChart::plot_options() const {
   const QFontMetrics metrics(font());
-  Trend_Plot_Options options;
+  TrendPlotOptions options;
   options.separate_axes = separate_;
-  options.columns = std::max(1, plotArea().width());
+  options.columns = std::max(1, plot_area().width());
   options.most_time_ticks =
       std::max(2, options.columns / (metrics.horizontalAdvance(QString::fromUtf8(kWidestTimeLabel)) + 3 * kGap));
-  options.most_value_ticks = std::max(2, laneArea(0).height() / (2 * metrics.height()));
+  options.most_value_ticks = std::max(2, lane_area(0).height() / (2 * metrics.height()));
   return options;
 }
 
-const Trend_Plot& TrendChart::plot() const {
+const TrendPlot& TrendChart::plot() const {
   if (!plot_valid_) {
     if (job_.future.isValid()) {
       // Being made of what is shown now: the worker's plot, once it is there.
       plot_ = job_.future.result();
       job_ = {};
     } else {
-      plot_ = make_trend_plot(series_ ? *series_ : kNoSeries, limits_, window_, plotOptions());
+      plot_ = make_trend_plot(series_ ? *series_ : kNoSeries, limits_, window_, plot_options());
     }
     plot_valid_ = true;
   }
   return plot_;
 }
 
-void TrendChart::startPlot() {
-  const std::vector<Trend_Series>& series = series_ ? *series_ : kNoSeries;
+void TrendChart::start_plot() {
+  const std::vector<TrendSeries>& series = series_ ? *series_ : kNoSeries;
   size_t points = 0;
-  for (const Trend_Series& one : series) points += one.size();
+  for (const TrendSeries& one : series) points += one.size();
   if (points < inline_below_) {
     plot();
     return;
   }
   // Decimating tens of millions of points takes a good part of a second: the window goes on
-  // turning meanwhile. The series stay as they are until stopPlotting().
-  Trend_Plot_Options options = plotOptions();
+  // turning meanwhile. The series stay as they are until stop_plotting().
+  TrendPlotOptions options = plot_options();
   auto stop = std::make_shared<std::atomic<bool>>(false);
   options.stop = stop.get();
-  const std::vector<std::optional<Trend_Limits>> limits = limits_;
-  const Time_Window window = window_;
+  const std::vector<std::optional<TrendLimits>> limits = limits_;
+  const TimeWindow window = window_;
   job_ = {++jobs_started_, stop, QtConcurrent::run([&series, limits, window, options, stop] {
             return make_trend_plot(series, limits, window, options);
           })};
-  auto* watcher = new QFutureWatcher<Trend_Plot>(this);
+  auto* watcher = new QFutureWatcher<TrendPlot>(this);
   const uint64_t number = job_.number;
   connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, number] {
     watcher->deleteLater();
-    takePlot(number);
+    take_plot(number);
   });
   watcher->setFuture(job_.future);
   setCursor(Qt::BusyCursor);
 }
 
-void TrendChart::takePlot(uint64_t number) {
+void TrendChart::take_plot(uint64_t number) {
   if (job_.future.isValid() && job_.number == number) plot();
   if (job_.future.isValid()) return;  // a newer plot is in the making
   // Drawn now: plot() may also have taken it already, in a paint that could not wait to show it.
@@ -210,7 +210,7 @@ void TrendChart::takePlot(uint64_t number) {
   update();
 }
 
-void TrendChart::stopPlotting() {
+void TrendChart::stop_plotting() {
   if (!job_.future.isValid()) return;
   job_.stop->store(true);
   try {
@@ -223,7 +223,7 @@ void TrendChart::stopPlotting() {
 }
 
 void TrendChart::resizeEvent(QResizeEvent*) {
-  stopPlotting();
+  stop_plotting();
   plot_valid_ = false;
 }
 
@@ -236,23 +236,23 @@ void TrendChart::paintEvent(QPaintEvent*) {
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, message_);
     return;
   }
-  const QRect area = plotArea();
+  const QRect area = plot_area();
   if (area.width() < 2 || area.height() < 2) return;
-  if (!plot_valid_ && !job_.future.isValid()) startPlot();
+  if (!plot_valid_ && !job_.future.isValid()) start_plot();
   // While the plot is being made the one before stays, when it is of the same series.
-  const bool stale_fits = plot_.traces.size() == series_->size() && plot_.lanes.size() == laneCount() &&
+  const bool stale_fits = plot_.traces.size() == series_->size() && plot_.lanes.size() == lane_count() &&
                           plot_.window.span() > 0;
   if (!plot_valid_ && !stale_fits) return;
-  const Trend_Plot& drawn = plot_;
+  const TrendPlot& drawn = plot_;
 
   // The time grid across every lane, its ticks and labels under the last one.
   const double span = drawn.window.span();
   const int label_top = area.bottom() + kTickLength + kGap;
-  for (const Axis_Tick& tick : drawn.time_ticks) {
+  for (const AxisTick& tick : drawn.time_ticks) {
     const int x = area.left() + static_cast<int>(std::lround((tick.value - drawn.window.from) / span * area.width()));
-    painter.setPen(kGridColour);
+    painter.setPen(k_grid_colour);
     for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) {
-      const QRect band = laneArea(lane);
+      const QRect band = lane_area(lane);
       painter.drawLine(x, band.top(), x, band.bottom());
     }
     painter.setPen(palette().color(QPalette::WindowText));
@@ -265,20 +265,20 @@ void TrendChart::paintEvent(QPaintEvent*) {
   painter.drawText(area.left() + (area.width() - metrics.horizontalAdvance(title)) / 2,
                    label_top + metrics.height() + kGap + metrics.ascent(), title);
 
-  for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) drawLane(painter, drawn, lane);
+  for (size_t lane = 0; lane < drawn.lanes.size(); ++lane) draw_lane(painter, drawn, lane);
 }
 
-void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t index) const {
-  const Trend_Lane& lane = drawn.lanes[index];
-  const QRect band = laneArea(index);
+void TrendChart::draw_lane(QPainter& painter, const TrendPlot& drawn, size_t index) const {
+  const TrendLane& lane = drawn.lanes[index];
+  const QRect band = lane_area(index);
   const QFontMetrics metrics(font());
   const double range = lane.high - lane.low;
   auto y_of = [&](double value) { return band.bottom() + 1 - (value - lane.low) / range * band.height(); };
 
   // Value grid and labels, then the lane's frame.
-  for (const Axis_Tick& tick : lane.ticks) {
+  for (const AxisTick& tick : lane.ticks) {
     const int y = static_cast<int>(std::lround(y_of(tick.value)));
-    painter.setPen(kGridColour);
+    painter.setPen(k_grid_colour);
     painter.drawLine(band.left() + 1, y, band.right() - 1, y);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawLine(band.left() - kTickLength, y, band.left(), y);
@@ -286,7 +286,7 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
     painter.drawText(band.left() - kTickLength - kGap - metrics.horizontalAdvance(label),
                      y - metrics.height() / 2 + metrics.ascent(), label);
   }
-  painter.setPen(kFrameColour);
+  painter.setPen(k_frame_colour);
   painter.drawRect(band.adjusted(0, 0, -1, -1));
 
   painter.save();
@@ -294,7 +294,7 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
   // Limit lines, dashed, each named at its right end.
   for (const size_t s : lane.series) {
     if (s >= limits_.size() || !limits_[s]) continue;
-    QPen pen(kLimitColour);
+    QPen pen(k_limit_colour);
     pen.setStyle(Qt::DashLine);
     const QString name = text_of((*series_)[s].name);
     for (const auto& [value, word] : {std::pair{limits_[s]->low, "min"}, std::pair{limits_[s]->high, "max"}}) {
@@ -304,7 +304,7 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
       const QString label = name + QStringLiteral(" ") + QString::fromUtf8(word);
       // Above its line, or below it where the lane's top leaves no room.
       const double baseline = y - 2 - metrics.ascent() < band.top() ? y + 2 + metrics.ascent() : y - 2;
-      painter.setPen(kLimitColour);
+      painter.setPen(k_limit_colour);
       painter.drawText(QPointF(band.right() - kGap - metrics.horizontalAdvance(label), baseline), label);
     }
   }
@@ -312,11 +312,11 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
   // Where the points are few, each is marked.
   const double left = band.left() + 0.5;
   for (const size_t s : lane.series) {
-    const std::vector<Column_Extent>& trace = drawn.traces[s];
+    const std::vector<ColumnExtent>& trace = drawn.traces[s];
     if (trace.empty()) continue;
     QPolygonF line;
     line.reserve(static_cast<qsizetype>(2 * trace.size()));
-    for (const Column_Extent& column : trace) {
+    for (const ColumnExtent& column : trace) {
       const double x = left + column.column;
       const double high = y_of(column.high);
       const double low = y_of(column.low);
@@ -341,7 +341,7 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
   // The legend: each series' name and unit in its colour, on a light ground.
   int y = band.top() + kGap;
   for (const size_t s : lane.series) {
-    const Trend_Series& one = (*series_)[s];
+    const TrendSeries& one = (*series_)[s];
     const QString text = QStringLiteral("%1  %2 (%3)").arg(one.number).arg(text_of(one.name), text_of(one.unit));
     const QRect box(band.left() + kGap, y, metrics.horizontalAdvance(text) + 2 * kGap, metrics.height());
     painter.fillRect(box, QColor(255, 255, 255, 210));
@@ -357,7 +357,7 @@ void TrendChart::drawLane(QPainter& painter, const Trend_Plot& drawn, size_t ind
 void TrendChart::wheelEvent(QWheelEvent* event) {
   const int notches = event->angleDelta().y();
   if (notches == 0) return event->ignore();
-  zoomAbout(timeAt(static_cast<int>(event->position().x())), std::pow(kWheelStep, notches / 120.0));
+  zoom_about(time_at(static_cast<int>(event->position().x())), std::pow(kWheelStep, notches / 120.0));
   event->accept();
 }
 
@@ -368,7 +368,7 @@ void TrendChart::mousePressEvent(QMouseEvent* event) {
                     (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ShiftModifier));
   if (band) {
     drag_ = Drag::Band;
-    const QRect area = plotArea();
+    const QRect area = plot_area();
     band_->setGeometry(QRect(drag_start_.x(), area.top(), 1, area.height()));
     band_->show();
   } else if (event->button() == Qt::LeftButton) {
@@ -381,30 +381,30 @@ void TrendChart::mousePressEvent(QMouseEvent* event) {
 void TrendChart::mouseMoveEvent(QMouseEvent* event) {
   const QPoint at = event->position().toPoint();
   if (drag_ == Drag::Pan) {
-    const double seconds_per_pixel = drag_window_.span() / std::max(1, plotArea().width());
+    const double seconds_per_pixel = drag_window_.span() / std::max(1, plot_area().width());
     const double shift = -(at.x() - drag_start_.x()) * seconds_per_pixel;
-    changeWindow({drag_window_.from + shift, drag_window_.to + shift}, false);
+    change_window({drag_window_.from + shift, drag_window_.to + shift}, false);
   } else if (drag_ == Drag::Band) {
-    const QRect area = plotArea();
+    const QRect area = plot_area();
     const int x = std::clamp(at.x(), area.left(), area.right());
     band_->setGeometry(
         QRect(QPoint(std::min(x, drag_start_.x()), area.top()), QPoint(std::max(x, drag_start_.x()), area.bottom())));
-  } else if (plotArea().contains(at)) {
-    QToolTip::showText(event->globalPosition().toPoint(), readoutAt(at.x()), this);
+  } else if (plot_area().contains(at)) {
+    QToolTip::showText(event->globalPosition().toPoint(), readout_at(at.x()), this);
   } else {
     QToolTip::hideText();
   }
   event->accept();
 }
 
-QString TrendChart::readoutAt(int x) const {
+QString TrendChart::readout_at(int x) const {
   if (!series_ || series_->empty()) return {};
-  return trend_readout(*series_, timeAt(x));
+  return trend_readout(*series_, time_at(x));
 }
 
-QString trend_readout(const std::vector<Trend_Series>& series, double time) {
+QString trend_readout(const std::vector<TrendSeries>& series, double time) {
   QStringList lines{QObject::tr("t = %1 s").arg(std::llround(time))};
-  for (const Trend_Series& one : series) {
+  for (const TrendSeries& one : series) {
     if (one.empty()) continue;
     // Points are in file order, which is time order but for the odd step back: the nearest by
     // time among the neighbours of where the time would stand.
@@ -430,10 +430,10 @@ QString trend_readout(const std::vector<Trend_Series>& series, double time) {
 void TrendChart::mouseReleaseEvent(QMouseEvent* event) {
   if (drag_ == Drag::Band) {
     band_->hide();
-    const QRect area = plotArea();
+    const QRect area = plot_area();
     const int x = std::clamp(event->position().toPoint().x(), area.left(), area.right());
     if (std::abs(x - drag_start_.x()) >= kMinimumBand) {
-      setWindow({timeAt(std::min(x, drag_start_.x())), timeAt(std::max(x, drag_start_.x()))});
+      set_window({time_at(std::min(x, drag_start_.x())), time_at(std::max(x, drag_start_.x()))});
     }
   }
   drag_ = Drag::None;
@@ -442,7 +442,7 @@ void TrendChart::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TrendChart::mouseDoubleClickEvent(QMouseEvent* event) {
-  showWholeFile();
+  show_whole_file();
   event->accept();
 }
 

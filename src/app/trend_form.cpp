@@ -49,7 +49,7 @@ QString seconds_text(double seconds, double span) {
 
 }  // namespace
 
-Trend_Form::Trend_Form(Workstation& workstation) : ChildView(workstation, ViewKind::Trend) {
+TrendForm::TrendForm(Workstation& workstation) : ChildView(workstation, ViewKind::Trend) {
   chart_ = new TrendChart(this);
   status_ = new QLabel(this);
   status_->setObjectName("StatusLabel");
@@ -59,21 +59,21 @@ Trend_Form::Trend_Form(Workstation& workstation) : ChildView(workstation, ViewKi
   plot_side->addWidget(chart_, 1);
   plot_side->addWidget(status_);
   auto* layout = new QHBoxLayout(this);
-  layout->addWidget(makeControls());
+  layout->addWidget(make_controls());
   layout->addLayout(plot_side, 1);
 
-  connect(chart_, &TrendChart::windowChanged, this, [this] { showStatus(); });
+  connect(chart_, &TrendChart::window_changed, this, [this] { show_status(); });
   // A limit file that cannot be read is shown and leaves the plot without limits.
-  guarded([&] { readLimitFile(); });
-  guarded([&] { remakeSeries(); });
-  chart_->showWholeFile();
-  showStatus();
+  guarded([&] { read_limit_file(); });
+  guarded([&] { remake_series(); });
+  chart_->show_whole_file();
+  show_status();
 }
 
 // The chart may be plotting the series on a worker thread: it stops before they go.
-Trend_Form::~Trend_Form() { chart_->stopPlotting(); }
+TrendForm::~TrendForm() { chart_->stop_plotting(); }
 
-QWidget* Trend_Form::makeControls() {
+QWidget* TrendForm::make_controls() {
   auto* panel = new QWidget(this);
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
@@ -81,7 +81,7 @@ QWidget* Trend_Form::makeControls() {
   column->addWidget(new QLabel(tr("Sensors"), panel));
   sensors_ = make_sensor_checklist(session().config, panel);
   column->addWidget(sensors_, 1);
-  connect(sensors_, &QListWidget::itemChanged, this, [this] { guarded([&] { remakeSeries(); }); });
+  connect(sensors_, &QListWidget::itemChanged, this, [this] { guarded([&] { remake_series(); }); });
 
   cold_junction_ = new QCheckBox(tr("Cold-junction term"), panel);
   cold_junction_->setObjectName("ColdJunction");
@@ -89,7 +89,7 @@ QWidget* Trend_Form::makeControls() {
       tr("Add the cold-junction term to the thermocouple channels, as the housekeeping page does"));
   cold_junction_->setChecked(true);
   column->addWidget(cold_junction_);
-  connect(cold_junction_, &QCheckBox::toggled, this, [this] { guarded([&] { remakeSeries(true); }); });
+  connect(cold_junction_, &QCheckBox::toggled, this, [this] { guarded([&] { remake_series(true); }); });
 
   auto* axes = new QGroupBox(tr("Value axes"), panel);
   auto* axes_layout = new QVBoxLayout(axes);
@@ -101,7 +101,7 @@ QWidget* Trend_Form::makeControls() {
   axes_layout->addWidget(shared_axis_);
   axes_layout->addWidget(separate_axes_);
   column->addWidget(axes);
-  connect(separate_axes_, &QRadioButton::toggled, chart_, &TrendChart::setSeparateAxes);
+  connect(separate_axes_, &QRadioButton::toggled, chart_, &TrendChart::set_separate_axes);
 
   auto* limits_row = new QHBoxLayout;
   limits_row->addWidget(new QLabel(tr("Limits"), panel));
@@ -112,8 +112,8 @@ QWidget* Trend_Form::makeControls() {
   limits_row->addWidget(limit_mode_, 1);
   column->addLayout(limits_row);
   connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
-    guarded([&] { readLimitFile(); });
-    plotSeries();
+    guarded([&] { read_limit_file(); });
+    plot_series();
   });
 
   whole_file_ = new QPushButton(tr("Whole File"), panel);
@@ -124,9 +124,9 @@ QWidget* Trend_Form::makeControls() {
   save_text_ = new QPushButton(tr("Save Values..."), panel);
   save_text_->setObjectName("SaveValues");
   for (QPushButton* button : {whole_file_, save_picture_, save_text_}) column->addWidget(button);
-  connect(whole_file_, &QPushButton::clicked, chart_, &TrendChart::showWholeFile);
-  connect(save_picture_, &QPushButton::clicked, this, [this] { guarded([&] { savePicture(); }); });
-  connect(save_text_, &QPushButton::clicked, this, [this] { guarded([&] { saveText(); }); });
+  connect(whole_file_, &QPushButton::clicked, chart_, &TrendChart::show_whole_file);
+  connect(save_picture_, &QPushButton::clicked, this, [this] { guarded([&] { save_picture(); }); });
+  connect(save_text_, &QPushButton::clicked, this, [this] { guarded([&] { save_text(); }); });
 
   auto* hint = new QLabel(tr("Wheel: zoom\nDrag: pan\nRight drag: zoom to a band\nDouble click: whole file"), panel);
   hint->setEnabled(false);
@@ -134,28 +134,28 @@ QWidget* Trend_Form::makeControls() {
   return panel;
 }
 
-std::vector<int> Trend_Form::chosenSensors() const { return checked_sensors(*sensors_); }
+std::vector<int> TrendForm::chosen_sensors() const { return checked_sensors(*sensors_); }
 
-void Trend_Form::setSensorChosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
+void TrendForm::set_sensor_chosen(int sensor, bool chosen) { check_sensor(*sensors_, sensor, chosen); }
 
-bool Trend_Form::coldJunction() const { return cold_junction_->isChecked(); }
+bool TrendForm::cold_junction_chosen() const { return cold_junction_->isChecked(); }
 
-void Trend_Form::remakeSeries(bool anew) {
+void TrendForm::remake_series(bool anew) {
   // Series already plotted are kept; only the newly ticked sensors are read, on a worker thread
   // (a million packets a sensor take a moment). All of them then hold the same packets.
-  const std::vector<int> wanted = chosenSensors();
+  const std::vector<int> wanted = chosen_sensors();
   auto plotted = [&](int sensor) {
     return !anew &&
-           std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+           std::any_of(series_.begin(), series_.end(), [&](const TrendSeries& s) { return s.number == sensor; });
   };
   std::vector<int> missing;
   for (const int sensor : wanted) {
     if (!plotted(sensor)) missing.push_back(sensor);
   }
-  std::vector<Trend_Series> added;
+  std::vector<TrendSeries> added;
   if (!missing.empty()) {
     const Configuration config = session().config;  // the worker's own tables
-    const bool cold_junction = coldJunction();
+    const bool cold_junction = cold_junction_chosen();
     bool made = false;
     try {
       made = run_view_pass(*this, tr("Reading the sensors"), [&](const ProgressFunction& progress) {
@@ -163,38 +163,38 @@ void Trend_Form::remakeSeries(bool anew) {
                              {anew ? nullptr : &series_, &config, progress});
       });
     } catch (...) {
-      showChosenSeries(anew);
+      show_chosen_series(anew);
       throw;
     }
     if (!made) {  // cancelled: the window stays as it was
-      showChosenSeries(anew);
+      show_chosen_series(anew);
       return;
     }
   }
-  chart_->stopPlotting();
-  std::vector<Trend_Series> kept;
+  chart_->stop_plotting();
+  std::vector<TrendSeries> kept;
   if (!anew) {
-    for (Trend_Series& one : series_) {
+    for (TrendSeries& one : series_) {
       if (std::find(wanted.begin(), wanted.end(), one.number) != wanted.end()) kept.push_back(std::move(one));
     }
   }
-  extend_trend_series(session(), kept, coldJunction());
-  std::map<int, Trend_Series> by_number;
-  for (Trend_Series& one : kept) by_number.emplace(one.number, std::move(one));
-  for (Trend_Series& one : added) by_number.emplace(one.number, std::move(one));
+  extend_trend_series(session(), kept, cold_junction_chosen());
+  std::map<int, TrendSeries> by_number;
+  for (TrendSeries& one : kept) by_number.emplace(one.number, std::move(one));
+  for (TrendSeries& one : added) by_number.emplace(one.number, std::move(one));
   series_.clear();
   for (const int sensor : wanted) series_.push_back(std::move(by_number.at(sensor)));
-  plotSeries();
+  plot_series();
 }
 
-void Trend_Form::showChosenSeries(bool anew) {
+void TrendForm::show_chosen_series(bool anew) {
   // The ticks and the cold-junction box go back to what the series plotted were made with.
   const QSignalBlocker quiet_list(sensors_);
   for (int row = 0; row < sensors_->count(); ++row) {
     QListWidgetItem* item = sensors_->item(row);
     const int sensor = item->data(Qt::UserRole).toInt();
     const bool shown =
-        std::any_of(series_.begin(), series_.end(), [&](const Trend_Series& s) { return s.number == sensor; });
+        std::any_of(series_.begin(), series_.end(), [&](const TrendSeries& s) { return s.number == sensor; });
     item->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
   }
   if (anew && !series_.empty()) {
@@ -203,7 +203,7 @@ void Trend_Form::showChosenSeries(bool anew) {
   }
 }
 
-void Trend_Form::readLimitFile() {
+void TrendForm::read_limit_file() {
   ranges_.reset();
   const int mode = limit_mode_->currentIndex();
   if (mode == kNoLimits || !session().loaded()) return;
@@ -211,23 +211,23 @@ void Trend_Form::readLimitFile() {
                                         mode == 1 ? TestMode::CruisePhase : TestMode::EAFT);
 }
 
-void Trend_Form::plotSeries() {
-  std::vector<std::optional<Trend_Limits>> limits = series_limits(series_, ranges_);
+void TrendForm::plot_series() {
+  std::vector<std::optional<TrendLimits>> limits = series_limits(series_, ranges_);
   if (!session().loaded()) {
-    chart_->setMessage(QString::fromUtf8(kNoFileMessage));
+    chart_->set_message(QString::fromUtf8(kNoFileMessage));
   } else if (session().catalogue.HK_Count() == 0) {
-    chart_->setMessage(QString::fromUtf8(kNoHousekeepingMessage));
+    chart_->set_message(QString::fromUtf8(kNoHousekeepingMessage));
   } else {
-    chart_->setMessage(QString::fromUtf8(kNoSensorMessage));
+    chart_->set_message(QString::fromUtf8(kNoSensorMessage));
   }
-  chart_->setSeries(&series_, std::move(limits));
+  chart_->set_series(&series_, std::move(limits));
 }
 
-void Trend_Form::showStatus() {
+void TrendForm::show_status() {
   const int32_t packets = session().catalogue.HK_Count();
   QString text = packets == 1 ? tr("1 housekeeping packet") : tr("%1 housekeeping packets").arg(packets);
   if (!series_.empty() && packets > 0) {
-    const Time_Window window = chart_->window();
+    const TimeWindow window = chart_->window();
     text += tr("; lander time %1 s to %2 s shown")
                 .arg(seconds_text(window.from, window.span()), seconds_text(window.to, window.span()));
   }
@@ -239,31 +239,31 @@ void Trend_Form::showStatus() {
   status_->setText(text);
 }
 
-void Trend_Form::updateRealtime() {
+void TrendForm::update_realtime() {
   guarded([&] {
-    chart_->stopPlotting();
-    extend_trend_series(session(), series_, coldJunction());
-    plotSeries();
+    chart_->stop_plotting();
+    extend_trend_series(session(), series_, cold_junction_chosen());
+    plot_series();
   });
 }
 
-void Trend_Form::sessionReloaded() {
-  chart_->stopPlotting();
+void TrendForm::session_reloaded() {
+  chart_->stop_plotting();
   series_.clear();  // of the old file
-  guarded([&] { readLimitFile(); });
-  guarded([&] { remakeSeries(true); });
-  chart_->showWholeFile();
+  guarded([&] { read_limit_file(); });
+  guarded([&] { remake_series(true); });
+  chart_->show_whole_file();
 }
 
-QString Trend_Form::suggestedFile(const QString& ending) const {
+QString TrendForm::suggested_file(const QString& ending) const {
   const QFileInfo telemetry(text_of(session().File_Name));
   if (session().File_Name.empty()) return tr("trend") + ending;
   return telemetry.absoluteDir().filePath(telemetry.completeBaseName() + tr(" trend") + ending);
 }
 
-void Trend_Form::savePicture() {
-  const QString path = workstation().dialogs().saveFileName(this, tr("Save the trend plot as a picture"),
-                                                    suggestedFile(QStringLiteral(".png")), tr("PNG image (*.png)"));
+void TrendForm::save_picture() {
+  const QString path = workstation().dialogs().save_file_name(this, tr("Save the trend plot as a picture"),
+                                                    suggested_file(QStringLiteral(".png")), tr("PNG image (*.png)"));
   if (path.isEmpty()) return;  // cancelled
   chart_->plot();  // the whole plot, should it still be in the making
   const QImage picture = chart_->grab().toImage();
@@ -275,18 +275,18 @@ void Trend_Form::savePicture() {
   }
   // Replaces the chosen file only once the whole picture is on the disk; a link is followed.
   replace_file(QFile::encodeName(path).toStdString(), std::string_view(content.constData(), size_t(content.size())),
-               {}, Partial_Content::Nothing);
+               {}, PartialContent::Nothing);
 }
 
-void Trend_Form::saveText() {
-  const QString path = workstation().dialogs().saveFileName(
-      this, tr("Save the plotted values"), suggestedFile(QStringLiteral(".txt")),
+void TrendForm::save_text() {
+  const QString path = workstation().dialogs().save_file_name(
+      this, tr("Save the plotted values"), suggested_file(QStringLiteral(".txt")),
       tr("Text, tab-delimited (*.txt);;Comma-separated values (*.csv);;Excel workbook (*.xlsx)"));
   if (path.isEmpty()) return;  // cancelled
   const std::string name = path.toStdString();
   const char delimiter = path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? ',' : '\t';
   const auto output = open_export_output(name, export_file_type(name), delimiter, "Trend");
-  const Time_Window window = chart_->window();
+  const TimeWindow window = chart_->window();
   try {
     write_trend_table(series_, window.from, window.to, *output);
     output->finish();

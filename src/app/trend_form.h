@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "child_view.h"
-#include "functest/test_ranges.h"
-#include "views/trend_series.h"
+#include "functest/short_test_ranges.h"
+#include "decoders/trend_series.h"
 
 class QCheckBox;
 class QComboBox;
@@ -26,53 +26,53 @@ class TrendChart;
 // drawn across the sensor's lane; without the file there are none. The plotted range can be
 // saved as a picture or as delimited text. Live follow adds the new packets; a load or a
 // byte-order switch plots the same sensors of the new file, whole.
-class Trend_Form : public ChildView {
+class TrendForm : public ChildView {
   Q_OBJECT
 
  public:
-  explicit Trend_Form(Workstation& workstation);
-  ~Trend_Form() override;
+  explicit TrendForm(Workstation& workstation);
+  ~TrendForm() override;
 
-  void updateRealtime() override;
-  void sessionReloaded() override;
+  void update_realtime() override;
+  void session_reloaded() override;
 
   // The sensors ticked, in table order, and ticking one (as a click on its box does).
-  std::vector<int> chosenSensors() const;
-  void setSensorChosen(int sensor, bool chosen);
+  std::vector<int> chosen_sensors() const;
+  void set_sensor_chosen(int sensor, bool chosen);
   // The series plotted, one per ticked sensor in table order.
-  const std::vector<Trend_Series>& series() const { return series_; }
+  const std::vector<TrendSeries>& series() const { return series_; }
   // The limit file read for the mode chosen, if there is one.
-  const std::optional<Test_Ranges>& limitFile() const { return ranges_; }
+  const std::optional<TestRanges>& limit_file() const { return ranges_; }
 
   // Asks for a file and writes the plot as a PNG picture, or the values within the plotted time
   // range as delimited text (tab; comma for a .csv name; a workbook for an .xlsx name).
-  void savePicture();
-  void saveText();
+  void save_picture();
+  void save_text();
 
-  QListWidget* sensorList() const { return sensors_; }
-  QCheckBox* coldJunctionBox() const { return cold_junction_; }
-  QRadioButton* sharedAxisButton() const { return shared_axis_; }
-  QRadioButton* separateAxesButton() const { return separate_axes_; }
+  QListWidget* sensor_list() const { return sensors_; }
+  QCheckBox* cold_junction_box() const { return cold_junction_; }
+  QRadioButton* shared_axis_button() const { return shared_axis_; }
+  QRadioButton* separate_axes_button() const { return separate_axes_; }
   // "No limits", "Cruise Phase", "EAFT".
-  QComboBox* limitModeBox() const { return limit_mode_; }
+  QComboBox* limit_mode_box() const { return limit_mode_; }
   TrendChart* chart() const { return chart_; }
-  QLabel* statusLabel() const { return status_; }
+  QLabel* status_label() const { return status_; }
 
  private:
-  QWidget* makeControls();
-  bool coldJunction() const;
+  QWidget* make_controls();
+  bool cold_junction_chosen() const;
   // Makes the series of the ticked sensors: all of them anew, or only those not plotted yet. A
   // cancel or a failure leaves the series plotted as they were, and the ticks with them.
-  void remakeSeries(bool anew = false);
-  void showChosenSeries(bool anew);
-  void readLimitFile();
+  void remake_series(bool anew = false);
+  void show_chosen_series(bool anew);
+  void read_limit_file();
   // Hands the series and their limits to the chart.
-  void plotSeries();
-  void showStatus();
-  QString suggestedFile(const QString& ending) const;
+  void plot_series();
+  void show_status();
+  QString suggested_file(const QString& ending) const;
 
-  std::vector<Trend_Series> series_;
-  std::optional<Test_Ranges> ranges_;
+  std::vector<TrendSeries> series_;
+  std::optional<TestRanges> ranges_;
 
   QListWidget* sensors_ = nullptr;
   QCheckBox* cold_junction_ = nullptr;

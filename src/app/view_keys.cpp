@@ -11,7 +11,7 @@
 
 namespace morvane {
 
-View_Keys::View_Keys(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+ViewKeys::ViewKeys(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
 
 QString selected_text(const QAbstractItemView& view) {
   QModelIndexList indexes = view.selectionModel() ? view.selectionModel()->selectedIndexes() : QModelIndexList{};
@@ -32,7 +32,7 @@ QString selected_text(const QAbstractItemView& view) {
   return lines.join(QLatin1Char('\n'));
 }
 
-bool View_Keys::eventFilter(QObject* watched, QEvent* event) {
+bool ViewKeys::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
   // While a cell is edited its editor has the keys, not the view.
   auto* view = qobject_cast<QAbstractItemView*>(watched);

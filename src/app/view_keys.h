@@ -12,11 +12,11 @@ namespace morvane {
 // (Return) does what a double click on the current line does, and Ctrl+C copies every selected
 // line or cell as text (cells of a row joined by tabs, rows by line breaks) where the view
 // alone would copy only the current one. Installed once on the application.
-class View_Keys : public QObject {
+class ViewKeys : public QObject {
   Q_OBJECT
 
  public:
-  explicit View_Keys(QObject* parent);
+  explicit ViewKeys(QObject* parent);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -25,16 +25,16 @@ constexpr ViewKind kFollowingViews[] = {ViewKind::Trend, ViewKind::Integrity};
 ViewManager::ViewManager(Workstation& workstation, QMdiArea& area, QObject* parent)
     : QObject(parent), workstation_(workstation), area_(area) {
   setObjectName("ViewManager");
-  connect(&workstation, &Workstation::calibrationChanged, this, [this](CalibrationTable table) {
+  connect(&workstation, &Workstation::calibration_changed, this, [this](CalibrationTable table) {
     // A window may report an error as it draws: the housekeeping view's comes first, as ever.
     // Each window is looked up when its turn comes, since one may close while another draws.
     for (const ViewKind kind : kAllViewKinds) {
-      if (ChildView* open = view(kind)) open->calibrationChanged(table);
+      if (ChildView* open = view(kind)) open->calibration_changed(table);
     }
   });
 }
 
-void ViewManager::registerView(ViewKind kind, ViewFactory factory) {
+void ViewManager::register_view(ViewKind kind, ViewFactory factory) {
   factories_[kind] = std::move(factory);
   emit registered(kind);
 }
@@ -48,15 +48,15 @@ QMdiSubWindow* ViewManager::frame_of(const QWidget* view) {
   return view ? qobject_cast<QMdiSubWindow*>(view->parentWidget()) : nullptr;
 }
 
-ViewManager::ViewFactory ViewManager::factoryFor(ViewKind kind) const {
+ViewManager::ViewFactory ViewManager::factory_for(ViewKind kind) const {
   const auto found = factories_.find(kind);
   if (found != factories_.end()) return found->second;
   if (is_entry_view(kind)) return [kind](Workstation& w) { return new PlaceholderView(w, kind); };
   return {};
 }
 
-ChildView* ViewManager::createView(ViewKind kind) {
-  const ViewFactory factory = factoryFor(kind);
+ChildView* ViewManager::create_view(ViewKind kind) {
+  const ViewFactory factory = factory_for(kind);
   if (!factory) return nullptr;
   ChildView* child = nullptr;
   if (!run_trapped(workstation_.dialogs(), area_.window(), [&] { child = factory(workstation_); }) || !child) {
@@ -70,7 +70,7 @@ ChildView* ViewManager::createView(ViewKind kind) {
   return child;
 }
 
-void ViewManager::closeView(ViewKind kind) {
+void ViewManager::close_view(ViewKind kind) {
   ChildView* open = view(kind);
   open_.erase(kind);
   if (!open) return;
@@ -79,7 +79,7 @@ void ViewManager::closeView(ViewKind kind) {
   delete outer;
 }
 
-ChildView* ViewManager::showView(ViewKind kind) {
+ChildView* ViewManager::show_view(ViewKind kind) {
   if (ChildView* open = view(kind)) {
     QMdiSubWindow* frame = frame_of(open);
     if (frame->isMinimized()) frame->showNormal();
@@ -88,11 +88,11 @@ ChildView* ViewManager::showView(ViewKind kind) {
     frame->raise();
     return open;
   }
-  return createView(kind);
+  return create_view(kind);
 }
 
 void ViewManager::show_entry(ViewKind kind) {
-  if (ChildView* shown = showView(kind)) shown->showCurrentEntry();
+  if (ChildView* shown = show_view(kind)) shown->show_current_entry();
 }
 
 void ViewManager::Reload_Open_Views() {
@@ -100,20 +100,20 @@ void ViewManager::Reload_Open_Views() {
     ChildView* open = view(kind);
     if (!open) continue;
     const QRect geometry = frame_of(open)->geometry();
-    closeView(kind);
-    if (ChildView* again = createView(kind)) frame_of(again)->setGeometry(geometry);
+    close_view(kind);
+    if (ChildView* again = create_view(kind)) frame_of(again)->setGeometry(geometry);
   }
   for (const ViewKind kind : kFollowingViews) {
-    if (ChildView* open = view(kind)) open->sessionReloaded();
+    if (ChildView* open = view(kind)) open->session_reloaded();
   }
 }
 
 void ViewManager::Update_Open_Views() {
   for (const ViewKind kind : kReloadedViews) {
-    if (ChildView* open = view(kind)) open->updateRealtime();
+    if (ChildView* open = view(kind)) open->update_realtime();
   }
   for (const ViewKind kind : kFollowingViews) {
-    if (ChildView* open = view(kind)) open->updateRealtime();
+    if (ChildView* open = view(kind)) open->update_realtime();
   }
 }
 

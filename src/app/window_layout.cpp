@@ -52,9 +52,9 @@ void save_window_layout(EGSE_MDI& window) {
   settings.beginWriteArray(kViewsKey);
   int written = 0;
   // Bottom first, so that restoring them in order leaves the same window on top.
-  for (QMdiSubWindow* frame : window.mdiArea()->subWindowList(QMdiArea::StackingOrder)) {
+  for (QMdiSubWindow* frame : window.mdi_area()->subWindowList(QMdiArea::StackingOrder)) {
     for (const ViewKind kind : kAllViewKinds) {
-      if (window.frameOf(window.view(kind)) != frame || !is_restored_at_start(kind)) continue;
+      if (window.frame_of(window.view(kind)) != frame || !is_restored_at_start(kind)) continue;
       settings.setArrayIndex(written++);
       settings.setValue(kNameKey, QString::fromUtf8(view_name(kind)));
       settings.setValue(kPlaceKey, frame->isMaximized() ? frame->normalGeometry() : frame->geometry());
@@ -83,8 +83,8 @@ void restore_window_layout(EGSE_MDI& window) {
   }
   settings.endArray();
   for (const Place& place : places) {
-    if (!window.isRegistered(place.kind)) continue;  // a window this version does not have
-    QMdiSubWindow* frame = window.frameOf(window.showView(place.kind));
+    if (!window.is_registered(place.kind)) continue;  // a window this version does not have
+    QMdiSubWindow* frame = window.frame_of(window.show_view(place.kind));
     if (!frame) continue;
     if (place.geometry.isValid()) frame->setGeometry(place.geometry);
     if (place.maximized) frame->showMaximized();

@@ -11,27 +11,27 @@
 
 namespace morvane {
 
-Window_Menu::Window_Menu(EGSE_MDI& window)
+WindowMenu::WindowMenu(EGSE_MDI& window)
     : QObject(&window), window_(window), menu_(window.menuBar()->addMenu(tr("&Window"))), windows_(new QActionGroup(this)) {
   menu_->setObjectName("mnuWindow");
   menu_->menuAction()->setObjectName("mnuWindow");
-  addItem("mnuWindowClose", tr("Cl&ose"), QKeySequence(Qt::CTRL | Qt::Key_W), &Window_Menu::closeActive);
-  addItem("mnuWindowCloseAll", tr("Close &All"), {}, &Window_Menu::closeAll);
+  addItem("mnuWindowClose", tr("Cl&ose"), QKeySequence(Qt::CTRL | Qt::Key_W), &WindowMenu::close_active);
+  addItem("mnuWindowCloseAll", tr("Close &All"), {}, &WindowMenu::close_all);
   menu_->addSeparator();
-  addItem("mnuWindowTile", tr("&Tile"), {}, &Window_Menu::tile);
-  addItem("mnuWindowCascade", tr("&Cascade"), {}, &Window_Menu::cascade);
+  addItem("mnuWindowTile", tr("&Tile"), {}, &WindowMenu::tile);
+  addItem("mnuWindowCascade", tr("&Cascade"), {}, &WindowMenu::cascade);
   menu_->addSeparator();
-  addItem("mnuWindowNext", tr("Ne&xt"), QKeySequence(Qt::CTRL | Qt::Key_Tab), &Window_Menu::next);
+  addItem("mnuWindowNext", tr("Ne&xt"), QKeySequence(Qt::CTRL | Qt::Key_Tab), &WindowMenu::next);
   addItem("mnuWindowPrevious", tr("Pre&vious"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab),
-          &Window_Menu::previous);
+          &WindowMenu::previous);
   menu_->addSeparator()->setObjectName("mnuWindowListSeparator");
   windows_->setExclusive(true);
-  connect(menu_, &QMenu::aboutToShow, this, &Window_Menu::rebuild);
+  connect(menu_, &QMenu::aboutToShow, this, &WindowMenu::rebuild);
   rebuild();
 }
 
-QAction* Window_Menu::addItem(const char* name, const QString& caption, const QKeySequence& shortcut,
-                              void (Window_Menu::*slot)()) {
+QAction* WindowMenu::addItem(const char* name, const QString& caption, const QKeySequence& shortcut,
+                              void (WindowMenu::*slot)()) {
   QAction* action = menu_->addAction(caption);
   action->setObjectName(name);
   if (!shortcut.isEmpty()) {
@@ -44,13 +44,13 @@ QAction* Window_Menu::addItem(const char* name, const QString& caption, const QK
   return action;
 }
 
-void Window_Menu::rebuild() {
+void WindowMenu::rebuild() {
   // Made anew as the menu opens, never while one of its items is being chosen.
   qDeleteAll(windows_->actions());
-  const QList<QMdiSubWindow*> frames = window_.mdiArea()->subWindowList();
+  const QList<QMdiSubWindow*> frames = window_.mdi_area()->subWindowList();
   const bool any = !frames.isEmpty();
   for (QAction* action : fixed_) action->setEnabled(any);
-  QMdiSubWindow* active = window_.mdiArea()->activeSubWindow();
+  QMdiSubWindow* active = window_.mdi_area()->activeSubWindow();
   int n = 0;
   for (QMdiSubWindow* frame : frames) {
     ++n;
@@ -64,16 +64,16 @@ void Window_Menu::rebuild() {
     windows_->addAction(action);
     connect(action, &QAction::triggered, frame, [this, frame] {
       if (frame->isMinimized()) frame->showNormal();
-      window_.mdiArea()->setActiveSubWindow(frame);
+      window_.mdi_area()->setActiveSubWindow(frame);
     });
   }
 }
 
-void Window_Menu::closeActive() { window_.mdiArea()->closeActiveSubWindow(); }
-void Window_Menu::closeAll() { window_.mdiArea()->closeAllSubWindows(); }
-void Window_Menu::tile() { window_.mdiArea()->tileSubWindows(); }
-void Window_Menu::cascade() { window_.mdiArea()->cascadeSubWindows(); }
-void Window_Menu::next() { window_.mdiArea()->activateNextSubWindow(); }
-void Window_Menu::previous() { window_.mdiArea()->activatePreviousSubWindow(); }
+void WindowMenu::close_active() { window_.mdi_area()->closeActiveSubWindow(); }
+void WindowMenu::close_all() { window_.mdi_area()->closeAllSubWindows(); }
+void WindowMenu::tile() { window_.mdi_area()->tileSubWindows(); }
+void WindowMenu::cascade() { window_.mdi_area()->cascadeSubWindows(); }
+void WindowMenu::next() { window_.mdi_area()->activateNextSubWindow(); }
+void WindowMenu::previous() { window_.mdi_area()->activatePreviousSubWindow(); }
 
 }  // namespace morvane

@@ -18,20 +18,20 @@ class EGSE_MDI;
 // Previous, then one item per open window with a check on the active one (the menu is made
 // anew each time it opens). Ctrl+W closes the active window, Ctrl+Tab and Ctrl+Shift+Tab go to
 // the next and previous one.
-class Window_Menu : public QObject {
+class WindowMenu : public QObject {
   Q_OBJECT
 
  public:
-  explicit Window_Menu(EGSE_MDI& window);
+  explicit WindowMenu(EGSE_MDI& window);
 
   QMenu* menu() const { return menu_; }
   // Makes the items for the windows open now (done as the menu opens).
   void rebuild();
 
  private:
-  QAction* addItem(const char* name, const QString& caption, const QKeySequence& shortcut, void (Window_Menu::*slot)());
-  void closeActive();
-  void closeAll();
+  QAction* addItem(const char* name, const QString& caption, const QKeySequence& shortcut, void (WindowMenu::*slot)());
+  void close_active();
+  void close_all();
   void tile();
   void cascade();
   void next();

@@ -39,18 +39,18 @@ class Workstation : public QObject {
   virtual ChildView* view(ViewKind kind) = 0;
   // Shows the window of a kind, creating it if it is not open, and brings it to the front.
   // Returns it, or nullptr when the kind is not available (or its creation failed, reported).
-  virtual ChildView* showView(ViewKind kind) = 0;
+  virtual ChildView* show_view(ViewKind kind) = 0;
   // Closes the window of a kind if it is open.
-  virtual void closeView(ViewKind kind) = 0;
+  virtual void close_view(ViewKind kind) = 0;
   // "Open this entry": shows the window of an entry kind (housekeeping, auxiliary, spectra,
   // information) and asks it to show the current entry, which the caller has set.
   virtual void show_entry(ViewKind kind) = 0;
 
   // --- Loading ---------------------------------------------------------------------------
   // Loads a file as the File menu does once the file is chosen. Returns whether it was loaded.
-  virtual bool loadFile(FileFormat type, const QString& path) = 0;
+  virtual bool load_file(FileFormat type, const QString& path) = 0;
   // Sets Byte_Reverse and its check mark; the views are not rebuilt.
-  virtual void setByteReverse(bool on) = 0;
+  virtual void set_byte_reverse(bool on) = 0;
 
   // --- Real-time collection and long work ------------------------------------------------
   // Whether the collection passes are running (the concise view's Pause/Continue).
@@ -61,12 +61,12 @@ class Workstation : public QObject {
   virtual void set_menus_enabled(bool on) = 0;
 
   // A calibration dialog changed a table the conversions read.
-  void announce_calibration_change(CalibrationTable table) { emit calibrationChanged(table); }
+  void announce_calibration_change(CalibrationTable table) { emit calibration_changed(table); }
 
  signals:
   // A calibration table changed: the open windows that convert with it redraw at once rather
   // than at their next scroll (the view manager tells them, in its fixed order).
-  void calibrationChanged(morvane::CalibrationTable table);
+  void calibration_changed(morvane::CalibrationTable table);
 };
 
 // Holds collection's passes for as long as it lives (an export, a window's long work, which read

@@ -14,15 +14,15 @@
 #include "file_digest.h"
 #include "functest/short_message_load.h"
 #include "functest/short_test.h"
-#include "functest/test_data.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_data.h"
+#include "functest/short_test_ranges.h"
 #include "archive/series_blob.h"
 #include "sql_text.h"
 #include "test_items.h"
-#include "views/hk_decode.h"
-#include "views/information_translation.h"
-#include "views/information_words.h"
-#include "views/integrity.h"
+#include "decoders/hk_decode.h"
+#include "decoders/information_translation.h"
+#include "decoders/information_words.h"
+#include "decoders/integrity.h"
 
 namespace morvane::archive {
 namespace {
@@ -33,9 +33,9 @@ namespace fs = std::filesystem;
 // keep an ingest's memory flat, large enough that a file of a gibibyte is a few thousand rows.
 constexpr int32_t kChunkEntries = 65536;
 
-class Cancel_Check {
+class CancelCheck {
  public:
-  explicit Cancel_Check(const std::atomic<bool>* flag) : flag_(flag) {}
+  explicit CancelCheck(const std::atomic<bool>* flag) : flag_(flag) {}
   void operator()() const {
     if (flag_ && flag_->load()) raise(ErrorNumber::Cancelled, "the ingest was cancelled");
   }
@@ -90,21 +90,21 @@ std::string error_text(const std::exception& error) {
   return error.what();
 }
 
-struct Test_Result {
+struct TestResult {
   std::string mode;
   int32_t number = 0;
   int32_t science_index = 0;
   const Packet_Entry* entry = nullptr;
-  std::optional<Short_Test_Evaluation> evaluation;
+  std::optional<ShortTestEvaluation> evaluation;
   std::string limit_file;
   std::string error;
 };
 
 // The information entries whose lander time lies in a window, in list order, found through an
 // index by time built once per file.
-class Information_By_Time {
+class InformationByTime {
  public:
-  explicit Information_By_Time(const EntryList& list) {
+  explicit InformationByTime(const EntryList& list) {
     by_time_.reserve(static_cast<size_t>(list.size()));
     for (int32_t i = 1; i <= list.size(); ++i) by_time_.emplace_back(list[i].Lander_Time, i);
     std::sort(by_time_.begin(), by_time_.end());
@@ -127,7 +127,7 @@ class Information_By_Time {
 
 // Every short form test of both modes, each evaluated as functest --test evaluates it and
 // handed to take one at a time (an evaluation is tens of kilobytes; a long file has thousands).
-void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::function<void(const Test_Result&)>& take) {
+void evaluate_tests(Session& session, const CancelCheck& cancel, const std::function<void(const TestResult&)>& take) {
   // The evaluation looks for its RF frequency event among the information entries of the test's
   // window, walking the whole list for each test: over a long file that is quadratic. It is
   // given the list narrowed to the entries of that window (in list order, so it finds the same
@@ -139,14 +139,14 @@ void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::fun
     EntryList& in_session;
     ~Restore() { std::swap(full, in_session); }
   } restore{information, session.catalogue.Information_List};
-  const Information_By_Time by_time(information);
+  const InformationByTime by_time(information);
   for (const TestMode mode : {TestMode::CruisePhase, TestMode::EAFT}) {
     session.Test_Mode = std::string(test_mode_text(mode));
-    const Short_Test_List list = find_short_tests(session, mode);
+    const ShortTestList list = find_short_tests(session, mode);
     if (list.Test_Count() == 0) continue;
     // One limit file serves every test of the mode: read once.
     const std::string limit_file = test_ranges_path(session.config.Egse_Path, session.File_Type, mode);
-    std::optional<Test_Ranges> ranges;
+    std::optional<TestRanges> ranges;
     std::string ranges_error;
     try {
       ranges = read_test_ranges(limit_file);
@@ -155,7 +155,7 @@ void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::fun
     }
     for (int32_t line = 1; line <= list.Test_Count(); ++line) {
       cancel();
-      Test_Result result;
+      TestResult result;
       result.mode = mode == TestMode::EAFT ? "eaft" : "cruise";
       result.number = line;
       result.science_index = science_index_of_line(list, line);
@@ -164,12 +164,12 @@ void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::fun
       result.error = ranges_error;
       if (ranges) {
         try {
-          const Test_Packets packets = collect_test_packets(session.catalogue, result.science_index);
+          const TestPackets packets = collect_test_packets(session.catalogue, result.science_index);
           by_time.between(information, packets.Start_Time,
                           static_cast<int32_t>(std::min<int64_t>(int64_t{packets.Start_Time} + kTestWindowSeconds,
                                                                  std::numeric_limits<int32_t>::max())),
                           session.catalogue.Information_List);
-          const Test_Readings readings = Load_Test_Data(session, packets);
+          const TestReadings readings = Load_Test_Data(session, packets);
           result.evaluation = evaluate_short_test(session.config, mode, packets, readings, *ranges);
         } catch (const RuntimeError& error) {
           result.error = error.message();
@@ -181,23 +181,23 @@ void evaluate_tests(Session& session, const Cancel_Check& cancel, const std::fun
 }
 
 // Writes one loaded file's rows under file_id; the caller holds the write transaction.
-class File_Writer {
+class FileWriter {
  public:
-  File_Writer(Database& database, int64_t file_id, Session& session, const Cancel_Check& cancel)
+  FileWriter(Database& database, int64_t file_id, Session& session, const CancelCheck& cancel)
       : db_(database), file_id_(file_id), session_(session), cancel_(cancel) {}
 
   void configuration() {
     const Configuration& config = session_.config;
     std::vector<Row> rows;
     for (int s = 1; s <= config.Sensor_Count(); ++s) {
-      const Sensor_Record& record = config.sensor(s);
+      const SensorRecord& record = config.sensor(s);
       rows.push_back({file_id_, int64_t{s}, record.Sensor_Name, record.Sensor_Unit, int64_t{record.Byte_Offset},
                       int64_t{record.Channel_ID}, int64_t{record.Scale_Exponent}});
     }
     db_.append("sensors", {"file_id", "number", "name", "unit", "byte_offset", "channel_id", "scale_exponent"}, rows);
     rows.clear();
     for (int k = 1; k <= config.Pressure_Count(); ++k) {
-      const Pressure_Record& record = config.pressure(k);
+      const PressureRecord& record = config.pressure(k);
       rows.push_back({file_id_, int64_t{k}, int64_t{record.Sensor_Number}, record.C1, record.C2});
     }
     db_.append("pressure_sensors", {"file_id", "number", "sensor_number", "c1", "c2"}, rows);
@@ -247,7 +247,7 @@ class File_Writer {
   // conversion and looked up after.
   void housekeeping_values() {
     const Configuration& config = session_.config;
-    const HK_Sensor_Table& bytes = session_.HK_Sensor_Data;
+    const HKSensorTable& bytes = session_.HK_Sensor_Data;
     const EntryList& list = session_.catalogue.HK_List;
     const int sensors = config.Sensor_Count();
     if (sensors == 0 || list.empty()) return;
@@ -337,9 +337,9 @@ class File_Writer {
                                                    "rise_5v",  "initial_value", "final_value", "increase"};
     std::vector<Row> item_rows;
     int64_t count = 0;
-    evaluate_tests(session_, cancel_, [&](const Test_Result& result) {
+    evaluate_tests(session_, cancel_, [&](const TestResult& result) {
       ++count;
-      const Short_Test_Evaluation* test = result.evaluation ? &*result.evaluation : nullptr;
+      const ShortTestEvaluation* test = result.evaluation ? &*result.evaluation : nullptr;
       const auto ids = db_.query(
           insert_test,
           {file_id_, result.mode, int64_t{result.number}, int64_t{result.science_index},
@@ -350,7 +350,7 @@ class File_Writer {
       const int64_t test_id = integer_of(ids.at(0).at(0));
       const auto items = evaluation_items(*test);
       for (size_t i = 0; i < items.size(); ++i) {
-        const Stored_Item& item = items[i];
+        const StoredItem& item = items[i];
         const auto optional = [](const std::optional<std::string>& text) { return text ? Value(*text) : Value(); };
         item_rows.push_back({test_id, static_cast<int64_t>(i + 1), item.table, item.name, item.value, item.result,
                              int64_t{item.failed}, optional(item.rise_28v), optional(item.rise_5v),
@@ -372,7 +372,7 @@ class File_Writer {
     const EntryList& list = session_.catalogue.Information_List;
     const bool translated = session_.File_Type != FileFormat::ZEB;
     const TelemetryFile& file = session_.telemetry();
-    Information_Words words;
+    InformationWords words;
     Drawing memory;
     std::vector<Row> rows;
     const auto flush = [&] {
@@ -407,7 +407,7 @@ class File_Writer {
   }
 
   int64_t findings() {
-    const Integrity_Report report = check_integrity(session_);
+    const IntegrityReport report = check_integrity(session_);
     std::vector<Row> rows;
     for (size_t i = 0; i < report.findings.size(); ++i) {
       const Finding& finding = report.findings[i];
@@ -420,7 +420,7 @@ class File_Writer {
 
  private:
   Row values_row(int sensor, int cold_junction, int32_t first, const std::vector<double>& values) const {
-    Encoded_Values encoded = encode_values(values);
+    EncodedValues encoded = encode_values(values);
     return {file_id_,
             int64_t{sensor},
             int64_t{cold_junction},
@@ -434,7 +434,7 @@ class File_Writer {
   Database& db_;
   int64_t file_id_;
   Session& session_;
-  const Cancel_Check& cancel_;
+  const CancelCheck& cancel_;
 };
 
 // First and last lander time over the packets of the three lists (slots have none).
@@ -462,7 +462,7 @@ const std::vector<std::string> kFileColumns = {
 
 Row file_row(const Session& session, const std::string& path, const std::string& sha256, int64_t size) {
   const Catalogue& c = session.catalogue;
-  const Catalogue_Counters& n = c.counters;
+  const CatalogueCounters& n = c.counters;
   const auto [first, last] = time_span(c);
   return {path, fs::path(path).filename().string(), std::string(format_tag(session.File_Type)),
           int64_t{session.Byte_Reverse}, sha256, size, int64_t{session.Packet_Count}, first, last,
@@ -487,11 +487,11 @@ void delete_file_rows(Database& db, int64_t file_id) {
 
 }  // namespace
 
-Ingest_Report Archive::ingest(const std::vector<std::string>& paths, const Configuration& config,
-                              const Ingest_Options& options, const Ingest_Progress& progress,
+IngestReport Archive::ingest(const std::vector<std::string>& paths, const Configuration& config,
+                              const IngestOptions& options, const IngestProgress& progress,
                               const std::atomic<bool>* cancel_flag) {
-  Ingest_Report report;
-  const Cancel_Check cancel(cancel_flag);
+  IngestReport report;
+  const CancelCheck cancel(cancel_flag);
   const std::vector<Candidate> candidates = expand_paths(paths, options.recursive);
   Database& db = *database_;
   const Dialect& dialect = db.dialect();
@@ -558,7 +558,7 @@ Ingest_Report Archive::ingest(const std::vector<std::string>& paths, const Confi
       }
       const int64_t file_id = integer_of(db.query(insert_sql(dialect, "files", columns, "file_id"), row).at(0).at(0));
 
-      File_Writer writer(db, file_id, session, cancel);
+      FileWriter writer(db, file_id, session, cancel);
       writer.configuration();
       writer.catalogue_list("hk", session.catalogue.HK_List);
       writer.catalogue_list("science", session.catalogue.Science_List);

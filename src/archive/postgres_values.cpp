@@ -19,7 +19,7 @@ constexpr Oid kName = 19;
 constexpr Oid kInt8 = 20;
 constexpr Oid kInt2 = 21;
 constexpr Oid kInt4 = 23;
-constexpr Oid kText = 25;
+constexpr Oid k_text = 25;
 constexpr Oid kOid = 26;
 constexpr Oid kJson = 114;
 constexpr Oid kFloat4 = 700;
@@ -102,7 +102,7 @@ Parameters::Parameters(const std::vector<Value>& values) {
       type = kFloat8;
       write_big_endian(std::bit_cast<std::uint64_t>(*real), bytes);
     } else if (const auto* text = std::get_if<std::string>(&value)) {
-      type = kText;
+      type = k_text;
       bytes = *text;
       format = 0;
     } else {
@@ -147,7 +147,7 @@ bool decode_cell(Oid type, std::string_view bytes, Value& cell) {
     case kBytea:
       cell = Blob(bytes.begin(), bytes.end());
       return true;
-    case kText:
+    case k_text:
     case kVarchar:
     case kBpchar:
     case kName:

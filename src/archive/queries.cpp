@@ -61,13 +61,13 @@ void check_mode(const std::string& mode) {
 
 }  // namespace
 
-std::vector<File_Record> Archive::files() {
+std::vector<FileRecord> Archive::files() {
   Transaction read(*database_, Transaction::Kind::read);
   const auto rows = database_->query(
       "SELECT file_id, path, name, type, byte_reverse, sha256, size, frames, first_lander_time, last_lander_time,"
       " hk_count, science_count, information_count, tests, findings FROM files ORDER BY file_id");
   read.commit();
-  std::vector<File_Record> files;
+  std::vector<FileRecord> files;
   for (const Row& r : rows) {
     files.push_back({integer_of(r[0]), text_of(r[1]), text_of(r[2]), text_of(r[3]), integer_of(r[4]) != 0,
                      text_of(r[5]), integer_of(r[6]), integer_of(r[7]), optional_time(r[8]), optional_time(r[9]),
@@ -76,7 +76,7 @@ std::vector<File_Record> Archive::files() {
   return files;
 }
 
-std::vector<Test_Record> Archive::tests(const Test_Query& query) {
+std::vector<TestRecord> Archive::tests(const TestQuery& query) {
   check_mode(query.mode);
   Conditions conditions(database_->dialect());
   if (!query.mode.empty()) conditions.add("t.mode = {}", query.mode);
@@ -94,10 +94,10 @@ std::vector<Test_Record> Archive::tests(const Test_Query& query) {
           conditions.where() + " ORDER BY i.test_id, i.position",
       conditions.params());
   read.commit();
-  std::vector<Test_Record> tests;
+  std::vector<TestRecord> tests;
   std::map<int64_t, size_t> by_id;
   for (const Row& r : rows) {
-    Test_Record test;
+    TestRecord test;
     test.test_id = integer_of(r[0]);
     test.file_id = integer_of(r[1]);
     test.mode = text_of(r[2]);
@@ -121,14 +121,14 @@ std::vector<Test_Record> Archive::tests(const Test_Query& query) {
   return tests;
 }
 
-std::vector<Sensor_Trend> Archive::trend(const Trend_Query& query) {
+std::vector<SensorTrend> Archive::trend(const TrendQuery& query) {
   Database& db = *database_;
   const Dialect& dialect = db.dialect();
   Transaction read(db, Transaction::Kind::read);
   // Each sensor is named as the most recently archived file's configuration names it.
-  std::map<int, Sensor_Trend> known;
+  std::map<int, SensorTrend> known;
   for (const Row& r : db.query("SELECT number, name, unit FROM sensors ORDER BY file_id")) {
-    Sensor_Trend& sensor = known[static_cast<int>(integer_of(r[0]))];
+    SensorTrend& sensor = known[static_cast<int>(integer_of(r[0]))];
     sensor.number = static_cast<int>(integer_of(r[0]));
     sensor.name = text_of(r[1]);
     sensor.unit = text_of(r[2]);
@@ -137,14 +137,14 @@ std::vector<Sensor_Trend> Archive::trend(const Trend_Query& query) {
   if (numbers.empty()) {
     for (const auto& [number, sensor] : known) numbers.push_back(number);
   }
-  std::vector<Sensor_Trend> trends;
+  std::vector<SensorTrend> trends;
   std::vector<double> values;
   for (int number : numbers) {
     const auto found = known.find(number);
     if (found == known.end()) {
       raise(ErrorNumber::SubscriptOutOfRange, "sensor " + std::to_string(number) + " is in no archived file");
     }
-    Sensor_Trend trend = found->second;
+    SensorTrend trend = found->second;
     Conditions conditions(dialect);
     conditions.add("v.sensor = {}", int64_t{number});
     conditions.add("v.cold_junction >= {}", int64_t{query.cold_junction ? 1 : 0});
@@ -180,7 +180,7 @@ std::vector<Sensor_Trend> Archive::trend(const Trend_Query& query) {
   return trends;
 }
 
-std::vector<Event_Record> Archive::events(const Event_Query& query) {
+std::vector<EventRecord> Archive::events(const EventQuery& query) {
   Conditions conditions(database_->dialect());
   if (query.from) conditions.add("lander_time >= {}", int64_t{*query.from});
   if (query.to) conditions.add("lander_time <= {}", int64_t{*query.to});
@@ -195,7 +195,7 @@ std::vector<Event_Record> Archive::events(const Event_Query& query) {
           conditions.where() + " ORDER BY file_id, information_index",
       conditions.params());
   read.commit();
-  std::vector<Event_Record> events;
+  std::vector<EventRecord> events;
   events.reserve(rows.size());
   for (const Row& r : rows) {
     events.push_back({integer_of(r[0]), static_cast<int32_t>(integer_of(r[1])), static_cast<int32_t>(integer_of(r[2])),
@@ -205,7 +205,7 @@ std::vector<Event_Record> Archive::events(const Event_Query& query) {
   return events;
 }
 
-std::vector<Item_History_Row> Archive::item_history(const std::string& mode, const std::string& item) {
+std::vector<ItemHistoryRow> Archive::item_history(const std::string& mode, const std::string& item) {
   check_mode(mode);
   if (mode.empty()) raise(ErrorNumber::InvalidProcedureCall, "an item's history needs a test mode");
   const Dialect& dialect = database_->dialect();
@@ -217,7 +217,7 @@ std::vector<Item_History_Row> Archive::item_history(const std::string& mode, con
           " ORDER BY t.file_id, t.number, i.position",
       {mode, item});
   read.commit();
-  std::vector<Item_History_Row> history;
+  std::vector<ItemHistoryRow> history;
   for (const Row& r : rows) {
     history.push_back({integer_of(r[0]), static_cast<int32_t>(integer_of(r[1])),
                        static_cast<int32_t>(integer_of(r[2])), optional_text(r[3]),

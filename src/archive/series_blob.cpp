@@ -12,13 +12,13 @@ namespace morvane::archive {
 namespace {
 
 template <size_t Size>
-struct Unsigned_Of;
+struct UnsignedOf;
 template <>
-struct Unsigned_Of<2> { using type = uint16_t; };
+struct UnsignedOf<2> { using type = uint16_t; };
 template <>
-struct Unsigned_Of<4> { using type = uint32_t; };
+struct UnsignedOf<4> { using type = uint32_t; };
 template <>
-struct Unsigned_Of<8> { using type = uint64_t; };
+struct UnsignedOf<8> { using type = uint64_t; };
 
 template <typename T>
 Blob pack(const std::vector<T>& values) {
@@ -27,7 +27,7 @@ Blob pack(const std::vector<T>& values) {
     if (!values.empty()) std::memcpy(blob.data(), values.data(), blob.size());
   } else {
     for (size_t i = 0; i < values.size(); ++i) {
-      const auto bits = std::bit_cast<typename Unsigned_Of<sizeof(T)>::type>(values[i]);
+      const auto bits = std::bit_cast<typename UnsignedOf<sizeof(T)>::type>(values[i]);
       for (size_t b = 0; b < sizeof(T); ++b) blob[i * sizeof(T) + b] = static_cast<uint8_t>(bits >> (8 * b));
     }
   }
@@ -61,7 +61,7 @@ std::vector<int32_t> unpack_int32(const Blob& blob) {
   return values;
 }
 
-Encoded_Values encode_values(const std::vector<double>& values) {
+EncodedValues encode_values(const std::vector<double>& values) {
   // Distinct values by their bits, so that NaNs and signed zeros come back as they went in.
   std::unordered_map<uint64_t, uint8_t> index;
   std::vector<double> palette;

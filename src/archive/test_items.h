@@ -11,7 +11,7 @@ namespace morvane::archive {
 
 // One row of an evaluation as the archive keeps it: the table (the JSON key of functest --test),
 // the name, the main display text, the verdict, and the other texts of the row where it has them.
-struct Stored_Item {
+struct StoredItem {
   std::string table;
   std::string name;
   std::string value;
@@ -24,6 +24,6 @@ struct Stored_Item {
 // the final reading (sensors), the 28 V current rise (valves, injector valves, heaters,
 // L-valves), the temperature increase (reactors, whose currents are not measured), the measured
 // value (rails) or the verdict (sub-systems).
-std::vector<Stored_Item> evaluation_items(const Short_Test_Evaluation& test);
+std::vector<StoredItem> evaluation_items(const ShortTestEvaluation& test);
 
 }  // namespace morvane::archive

@@ -19,7 +19,7 @@ std::string padded_display(double value) {
   return std::string(static_cast<size_t>(std::max(pad, 0.0)), ' ') + format_pattern(value, "#0.0000");
 }
 
-std::string pressure_file_text(const std::vector<Pressure_Record>& table) {
+std::string pressure_file_text(const std::vector<PressureRecord>& table) {
   std::string text = number_text(static_cast<double>(table.size())) + "\r\n";
   for (const auto& record : table) {
     text += std::to_string(record.Sensor_Number) + ", " + general_text(record.C1) + ", " + number_text(record.C2) + "\r\n";
@@ -27,7 +27,7 @@ std::string pressure_file_text(const std::vector<Pressure_Record>& table) {
   return text;
 }
 
-Calibration::Calibration(Configuration& config, Write_Function write) : config_(config), write_(std::move(write)) {
+Calibration::Calibration(Configuration& config, WriteFunction write) : config_(config), write_(std::move(write)) {
   for (const auto& record : config_.Pressure_Table) {
     rows_.push_back(Row{config_.sensor(record.Sensor_Number).Sensor_Name, padded_display(record.C1),
                         padded_display(record.C2)});

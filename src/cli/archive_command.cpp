@@ -13,7 +13,7 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "core/number_text.h"
-#include "views/trend_series.h"
+#include "decoders/trend_series.h"
 
 namespace morvane::cli {
 
@@ -57,10 +57,10 @@ void add_time_options(CLI::App* command, ArchiveOptions& options) {
 }
 
 // Progress on standard error: one line per file, or a counting line on a terminal.
-class Progress_Printer {
+class ProgressPrinter {
  public:
-  Progress_Printer() : terminal_(isatty(STDERR_FILENO) != 0) {}
-  ~Progress_Printer() {
+  ProgressPrinter() : terminal_(isatty(STDERR_FILENO) != 0) {}
+  ~ProgressPrinter() {
     if (terminal_ && shown_) std::cerr << '\n';
   }
   void operator()(int number, int count, const std::string& file, int64_t done, int64_t total) {
@@ -92,13 +92,13 @@ void on_interrupt(int) { interrupted = true; }
 void run_add(const ArchiveOptions& options) {
   const Configuration config = load_cli_configuration(options.base, true);
   const std::unique_ptr<Archive> archive = archive::open_archive(options.archive);
-  archive::Ingest_Options ingest;
+  archive::IngestOptions ingest;
   ingest.type = *parse_format_tag(options.type);
   ingest.byte_reverse = options.byte_reverse == "on";
   ingest.recursive = options.recursive;
-  archive::Ingest_Report report;
+  archive::IngestReport report;
   {
-    Progress_Printer printer;
+    ProgressPrinter printer;
     const auto previous = std::signal(SIGINT, on_interrupt);
     report = archive->ingest(options.paths, config, ingest, std::ref(printer), &interrupted);
     std::signal(SIGINT, previous);
@@ -170,7 +170,7 @@ void run_files(const ArchiveOptions& options) {
 
 void run_trend(const ArchiveOptions& options) {
   const std::unique_ptr<Archive> archive = archive::open_archive(options.archive);
-  archive::Trend_Query query;
+  archive::TrendQuery query;
   if (options.sensors != "all") {
     // Numbers as the single-file command takes them; the archive says which it does not hold.
     query.sensors = parse_sensor_list(options.sensors, std::numeric_limits<int16_t>::max());
@@ -223,7 +223,7 @@ void run_trend(const ArchiveOptions& options) {
 }
 
 void run_tests(const ArchiveOptions& options) {
-  archive::Test_Query query;
+  archive::TestQuery query;
   query.mode = options.mode;
   query.failed_only = options.failed;
   const auto tests = archive::open_archive(options.archive)->tests(query);
@@ -263,7 +263,7 @@ void run_tests(const ArchiveOptions& options) {
 }
 
 void run_events(const ArchiveOptions& options) {
-  archive::Event_Query query;
+  archive::EventQuery query;
   query.contains = options.contains;
   query.from = options.from;
   query.to = options.to;

@@ -7,8 +7,8 @@
 #include "calibration/ad590_setting.h"
 #include "cli_common.h"
 #include "commands.h"
-#include "views/auxiliary_view.h"
-#include "views/drawing_text.h"
+#include "decoders/auxiliary_presenter.h"
+#include "decoders/drawing_text.h"
 
 namespace morvane::cli {
 
@@ -20,7 +20,7 @@ struct AuxOptions {
   std::optional<std::string> ad590;
 };
 
-Json readings_json(const std::vector<Aux_Row>& rows) {
+Json readings_json(const std::vector<AuxRow>& rows) {
   Json json = Json::array();
   for (const auto& row : rows) {
     json.push_back(Json{{"sensor", row.sensor},
@@ -37,7 +37,7 @@ Json readings_json(const std::vector<Aux_Row>& rows) {
   return json;
 }
 
-void print_aux_text(const Aux_Opening& opening, const Aux_Page& page) {
+void print_aux_text(const AuxOpening& opening, const AuxPage& page) {
   std::ostream& out = std::cout;
   out << kAuxiliaryLabelCaptions[0] << "  " << page.aux_number << '\n'
       << kAuxiliaryStaticTexts[1] << "  " << opening.packet_count << '\n'
@@ -52,13 +52,13 @@ void print_aux_text(const Aux_Opening& opening, const Aux_Page& page) {
 void run_aux(const AuxOptions& options) {
   Session session = open_session(options.file);
   if (options.ad590) AD590_Cal(session.config).Command1_Click(session.config, *options.ad590);
-  AuxiliaryState state;
-  const Aux_Opening opening = state.Form_Load(session);
+  AuxiliaryPresenter state;
+  const AuxOpening opening = state.Form_Load(session);
   if (options.index < 1 || options.index > opening.scroll_maximum) {
     throw CommandError("--index " + std::to_string(options.index) + ": the file holds " + opening.packet_count +
                        " auxiliary data packets");
   }
-  const Aux_Page page = state.VScroll1_Change(session, options.index);
+  const AuxPage page = state.VScroll1_Change(session, options.index);
   const Packet_Entry& entry = session.catalogue.Science_List.at(state.Aux_Index[static_cast<size_t>(options.index - 1)]);
   if (options.file.json) {
     Json json{{"aux_number", state.Current_Aux_Number},

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <iostream>
 
-#include "views/format_check.h"
+#include "decoders/format_check.h"
 
 namespace morvane::cli {
 

@@ -6,7 +6,7 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "usage_error.h"
-#include "views/concise_frame.h"
+#include "decoders/concise_frame.h"
 
 namespace morvane::cli {
 
@@ -27,7 +27,7 @@ void add_concise_command(CLI::App& app) {
   command->callback([options] {
     const Session session = open_session(options->file, false);
     check_frame_number(session, options->frame);
-    const Concise_Slots slots = Show_Lander_Packet(session, options->frame);
+    const ConciseSlots slots = Show_Lander_Packet(session, options->frame);
     if (options->file.json) {
       print_json(Json{{"frame", options->frame}, {"slots", slots}});
     } else {

@@ -10,7 +10,7 @@
 #include "cli_common.h"
 #include "json_text.h"
 #include "commands.h"
-#include "export/export_dialog.h"
+#include "export/export_presenter.h"
 
 namespace morvane::cli {
 
@@ -28,21 +28,21 @@ struct ExportOptions {
   std::optional<std::string> ad590;
 };
 
-struct Export_Command {
-  Export_Kind kind;
+struct ExportCommand {
+  ExportKind kind;
   const char* name;
   const char* description;
   std::vector<std::string> formats;  // the data format options, in their order
 };
 
-const Export_Command kCommands[] = {
-    {Export_Kind::Housekeeping, "hk", "Housekeeping packets", {"raw", "calibrated", "calibrated-ad590"}},
-    {Export_Kind::Auxiliary,
+const ExportCommand kCommands[] = {
+    {ExportKind::Housekeeping, "hk", "Housekeeping packets", {"raw", "calibrated", "calibrated-ad590"}},
+    {ExportKind::Auxiliary,
      "aux",
      "Science auxiliary data (a range of science entries)",
      {"adc", "voltage", "calibrated", "calibrated-ad590"}},
-    {Export_Kind::DS_Calibration, "dscal", "Docking-station calibration data", {"distance", "adc", "voltage"}},
-    {Export_Kind::Spectra, "spectra", "Science spectra", {"raw", "excel"}},
+    {ExportKind::DS_Calibration, "dscal", "Docking-station calibration data", {"distance", "adc", "voltage"}},
+    {ExportKind::Spectra, "spectra", "Science spectra", {"raw", "excel"}},
 };
 
 int index_of(const std::vector<std::string>& names, const std::string& name) {
@@ -75,17 +75,17 @@ std::vector<bool> sensor_selection(const std::string& list, size_t sensor_count)
   return ticked;
 }
 
-void run_export(const Export_Command& command, ExportOptions options) {
+void run_export(const ExportCommand& command, ExportOptions options) {
   if (!options.all && !options.from) throw CLI::ValidationError("give --all, or --from and --to");
   // The dialog names the file it was loaded from by its full path.
   options.file.file = std::filesystem::absolute(options.file.file).string();
   Session session = open_session(options.file);
   if (const auto refused = export_guard(session, command.kind)) throw CommandError(*refused);
 
-  Export_Dialog dialog(command.kind, session);
+  ExportPresenter dialog(command.kind, session);
   dialog.format = index_of(command.formats, options.format);
   dialog.delimiter = index_of({"tab", "comma", "semicolon"}, options.delimiter);
-  if (command.kind == Export_Kind::Housekeeping) {
+  if (command.kind == ExportKind::Housekeeping) {
     dialog.sensors = sensor_selection(options.sensors, dialog.sensors.size());
   }
   if (options.ad590) dialog.ad590_text = *options.ad590;
@@ -94,14 +94,14 @@ void run_export(const Export_Command& command, ExportOptions options) {
     dialog.range().set_from_text(*options.from);
     dialog.range().set_to_text(*options.to);
   }
-  const Export_Dialog::Validation validation = dialog.Command1_Click();
+  const ExportPresenter::Validation validation = dialog.Command1_Click();
   if (!validation.request) throw CommandError(validation.message);
 
-  const Export_File_Type type = export_file_type(options.out);
+  const ExportFileType type = export_file_type(options.out);
   dialog.check_fits(options.out, type, *validation.request);  // before a file is made
   const auto output = open_export_output(options.out, type, validation.request->delimiter, dialog.texts().sheet_name);
-  const Export_Result result = dialog.write(session, *validation.request, *output);
-  const char* type_name = type == Export_File_Type::Workbook ? "xlsx" : "text";
+  const ExportResult result = dialog.write(session, *validation.request, *output);
+  const char* type_name = type == ExportFileType::Workbook ? "xlsx" : "text";
   // With the export on standard output, the account of it goes to the error stream.
   std::ostream& account = options.out == "-" ? std::cerr : std::cout;
   if (options.file.json) {
@@ -124,7 +124,7 @@ void run_export(const Export_Command& command, ExportOptions options) {
 void add_export_command(CLI::App& app) {
   CLI::App* group = app.add_subcommand("export", "Export a range of entries as the export dialogs do");
   group->require_subcommand(1);
-  for (const Export_Command& command : kCommands) {
+  for (const ExportCommand& command : kCommands) {
     auto options = std::make_shared<ExportOptions>();
     CLI::App* sub = group->add_subcommand(command.name, command.description);
     add_file_options(sub, options->file);
@@ -139,13 +139,13 @@ void add_export_command(CLI::App& app) {
         ->check(CLI::IsMember({"tab", "comma", "semicolon"}));
     sub->add_option("--format", options->format, "Data format")->required()->check(CLI::IsMember(command.formats));
     sub->add_option("-o,--out", options->out, "Output file (- for standard output); a name ending in .xlsx writes a workbook")->required();
-    if (command.kind == Export_Kind::Housekeeping) {
+    if (command.kind == ExportKind::Housekeeping) {
       sub->add_option("--sensors", options->sensors, "Sensor columns: all, or numbers separated by commas");
     }
-    if (command.kind == Export_Kind::Auxiliary) {
+    if (command.kind == ExportKind::Auxiliary) {
       sub->add_option("--ad590", options->ad590, "AD590 temperature, degrees C (format calibrated-ad590)");
     }
-    const Export_Command* chosen = &command;
+    const ExportCommand* chosen = &command;
     sub->callback([chosen, options] { run_export(*chosen, *options); });
   }
 }

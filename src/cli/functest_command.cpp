@@ -11,7 +11,7 @@
 #include "functest/short_message_load.h"
 #include "functest/short_test.h"
 #include "core/safe_file.h"
-#include "functest/test_report.h"
+#include "functest/short_test_report.h"
 #include "core/program_version.h"
 
 namespace morvane::cli {
@@ -31,10 +31,10 @@ std::string mode_text(const std::string& option) { return option == "eaft" ? "EA
 
 Json colour_of(const Cell& cell) { return cell.red ? colour_json(255, 0, 0) : colour_json(0, 0, 0); }
 
-Json limits_json(const Limit_Pair& limits) { return Json{{"min", limits.min}, {"max", limits.max}}; }
+Json limits_json(const LimitPair& limits) { return Json{{"min", limits.min}, {"max", limits.max}}; }
 
 // Each test of the list by meaning, beside its display line.
-Json list_entries_json(const Session& session, const Short_Test_List& list) {
+Json list_entries_json(const Session& session, const ShortTestList& list) {
   Json entries = Json::array();
   for (int32_t n = 1; n <= list.Test_Count(); ++n) {
     const int32_t index = science_index_of_line(list, n);
@@ -47,7 +47,7 @@ Json list_entries_json(const Session& session, const Short_Test_List& list) {
   return entries;
 }
 
-void print_list(const Session& session, const Short_Test_List& list, bool json) {
+void print_list(const Session& session, const ShortTestList& list, bool json) {
   if (json) {
     print_json(Json{{"label1", list.Label1},
                     {"label2", list.Label2},
@@ -62,7 +62,7 @@ void print_list(const Session& session, const Short_Test_List& list, bool json) 
   std::cout << list.Label2 << '\n';
 }
 
-Json item_json(const Item_Row& row, bool temperatures) {
+Json item_json(const ItemRow& row, bool temperatures) {
   Json item{{"name", row.name}, {"rise_28v", row.rise_28v.text}, {"rise_5v", row.rise_5v.text}};
   if (temperatures) {
     item["initial"] = row.initial.text;
@@ -80,15 +80,15 @@ Json item_json(const Item_Row& row, bool temperatures) {
   return item;
 }
 
-Json items_json(const std::vector<Item_Row>& rows, bool temperatures) {
+Json items_json(const std::vector<ItemRow>& rows, bool temperatures) {
   Json items = Json::array();
-  for (const Item_Row& row : rows) items.push_back(item_json(row, temperatures));
+  for (const ItemRow& row : rows) items.push_back(item_json(row, temperatures));
   return items;
 }
 
-Json evaluation_json(const Short_Test_Evaluation& test, const Test_Report_Source& source) {
+Json evaluation_json(const ShortTestEvaluation& test, const TestReportSource& source) {
   Json sensors = Json::array();
-  for (const Sensor_Row& row : test.sensors) {
+  for (const SensorRow& row : test.sensors) {
     sensors.push_back(Json{{"name", row.name},
                            {"initial", row.initial.text},
                            {"final", row.final.text},
@@ -99,7 +99,7 @@ Json evaluation_json(const Short_Test_Evaluation& test, const Test_Report_Source
                            {"limits", limits_json(row.limits)}});
   }
   Json rails = Json::array();
-  for (const Rail_Row& row : test.rails) {
+  for (const RailRow& row : test.rails) {
     rails.push_back(Json{{"name", row.name},
                          {"value", row.value.text},
                          {"result", row.result.text},
@@ -109,7 +109,7 @@ Json evaluation_json(const Short_Test_Evaluation& test, const Test_Report_Source
                          {"limits", limits_json(row.limits)}});
   }
   Json subsystems = Json::array();
-  for (const Subsystem_Row& row : test.subsystems) {
+  for (const SubsystemRow& row : test.subsystems) {
     subsystems.push_back(Json{{"name", row.name}, {"result", row.result.text}, {"result_colour", colour_of(row.result)}});
   }
   return Json{{"file", source.file_name},
@@ -154,7 +154,7 @@ void run_functest(const FunctestOptions& options) {
   // The list needs no configuration; the evaluation needs the sensor table and the limit files.
   Session session = open_session(options.file, options.test != 0);
   session.Test_Mode = mode_text(options.mode);
-  const Short_Test_List list = find_short_tests(session);
+  const ShortTestList list = find_short_tests(session);
   if (options.test == 0) {
     print_list(session, list, options.file.json);
     return;
@@ -165,15 +165,15 @@ void run_functest(const FunctestOptions& options) {
                        (count == 1 ? " test" : " tests"));
   }
   session.Current_Science_Index = science_index_of_line(list, options.test);
-  const Short_Test_Evaluation test = open_short_test(session);
-  Test_Report_Source source;
+  const ShortTestEvaluation test = open_short_test(session);
+  TestReportSource source;
   source.file_name = session.File_Name;
   source.file_type = std::string(format_tag(session.File_Type));
   source.test_number = options.test;
   source.test_count = list.Test_Count();
   source.science_index = session.Current_Science_Index;
   stamp_report_source(source, kProgramVersion);
-  const Test_Report report = make_test_report(test, source);
+  const TestReport report = make_test_report(test, source);
   if (!options.report.empty()) {
     // Replaces the file only once the whole report is on the disk ("-" is standard output).
     replace_file(options.report, wants_html(options, options.report) ? test_report_html(report) : test_report_text(report));

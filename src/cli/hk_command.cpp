@@ -5,8 +5,8 @@
 
 #include "cli_common.h"
 #include "commands.h"
-#include "views/drawing_text.h"
-#include "views/housekeeping_view.h"
+#include "decoders/drawing_text.h"
+#include "decoders/housekeeping_presenter.h"
 
 namespace morvane::cli {
 
@@ -34,7 +34,7 @@ Json sensors_json(const Configuration& config, const DecodedHousekeeping& decode
   return sensors;
 }
 
-Json lines_json(const std::vector<Sensor_Line>& lines) {
+Json lines_json(const std::vector<SensorLine>& lines) {
   Json json = Json::array();
   for (const auto& line : lines) {
     json.push_back(Json{{"row", line.row},
@@ -49,16 +49,16 @@ Json lines_json(const std::vector<Sensor_Line>& lines) {
   return json;
 }
 
-Json registers_json(const Register_Page& page) {
+Json registers_json(const RegisterPage& page) {
   Json texts = Json::array();
   for (const auto& text : page.drawing) texts.push_back(Json{{"text", text.text}, {"x", text.x}, {"y", text.y}});
   return Json{{"words", page.Register_Words}, {"texts", texts}};
 }
 
-void print_hk_json(const Session& session, const HousekeepingState& state, const Sensor_Page& page,
-                   const Register_Page* registers) {
+void print_hk_json(const Session& session, const HousekeepingPresenter& state, const SensorPage& page,
+                   const RegisterPage* registers) {
   const Packet_Entry& entry = session.catalogue.HK_List.at(session.Current_HK_Index);
-  const HK_Header& h = page.header;
+  const HKHeader& h = page.header;
   Json json{{"index", session.Current_HK_Index},
             {"hk_count", session.catalogue.HK_Count()},
             {"label", label_text(entry.Label)},
@@ -84,8 +84,8 @@ void print_hk_json(const Session& session, const HousekeepingState& state, const
   print_json(json);
 }
 
-void print_hk_text(const Sensor_Page& page, const Register_Page* registers) {
-  const HK_Header& h = page.header;
+void print_hk_text(const SensorPage& page, const RegisterPage* registers) {
+  const HKHeader& h = page.header;
   std::ostream& out = std::cout;
   out << h.packet_type << '\n'
       << kHKHeaderCaptions[0] << "  " << h.packet_number << '\n'
@@ -106,15 +106,15 @@ void run_hk(const HkOptions& options) {
     throw CommandError("--index " + std::to_string(options.index) + ": the file holds " + std::to_string(count) +
                        " housekeeping packets");
   }
-  HousekeepingState state;
-  const Sensor_Page page = state.VScroll1_Change(session, options.index);
-  std::unique_ptr<Register_Page> registers;
+  HousekeepingPresenter state;
+  const SensorPage page = state.VScroll1_Change(session, options.index);
+  std::unique_ptr<RegisterPage> registers;
   if (options.registers) {
     if (!page.more_visible) {
       throw CommandError("housekeeping packet " + std::to_string(options.index) +
                          " is not a complete packet: only complete packets have the register page");
     }
-    registers = std::make_unique<Register_Page>(std::get<Register_Page>(state.Command1_Click(session)));
+    registers = std::make_unique<RegisterPage>(std::get<RegisterPage>(state.Command1_Click(session)));
   }
   if (options.file.json) {
     print_hk_json(session, state, page, registers.get());

@@ -7,7 +7,7 @@
 
 #include "cli_common.h"
 #include "commands.h"
-#include "views/information_view.h"
+#include "decoders/information_presenter.h"
 
 namespace morvane::cli {
 
@@ -20,8 +20,8 @@ struct InfoOptions {
 
 Json colour_of(Colour c) { return colour_json(c.red, c.green, c.blue); }
 
-void print_info_json(const Information_View& view, int32_t index) {
-  const Information_Labels& labels = view.labels();
+void print_info_json(const InformationPresenter& view, int32_t index) {
+  const InformationLabels& labels = view.labels();
   Json words = Json::array();
   for (const auto& word : view.raw_dump()) words.push_back(word.text);
   Json translation = Json::array();
@@ -59,9 +59,9 @@ void print_rows(std::ostream& out, const Drawing& drawing) {
   }
 }
 
-void print_info_text(const Information_View& view) {
+void print_info_text(const InformationPresenter& view) {
   std::ostream& out = std::cout;
-  const Information_Labels& labels = view.labels();
+  const InformationLabels& labels = view.labels();
   out << labels.Label3 << "    " << labels.Label2 << '\n'
       << kPacketTypeHeading << ' ' << labels.Label5 << '\n'
       << kSequenceHeading << "  " << labels.Label7 << '\n'
@@ -88,7 +88,7 @@ void add_info_command(CLI::App& app) {
       throw CommandError("--index " + std::to_string(options->index) + " is outside the information list (1.." +
                          std::to_string(count) + ")");
     }
-    Information_View view;
+    InformationPresenter view;
     view.show(session, options->index);
     if (options->file.json) {
       print_info_json(view, options->index);

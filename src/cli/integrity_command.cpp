@@ -7,20 +7,20 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "usage_error.h"
-#include "views/integrity.h"
+#include "decoders/integrity.h"
 
 namespace morvane::cli {
 
 namespace {
 
-struct IntegrityOptions {
+struct IntegrityCommandOptions {
   FileOptions file;
-  Integrity_Options check;
+  IntegrityOptions check;
 };
 
-void run_integrity(const IntegrityOptions& options) {
+void run_integrity(const IntegrityCommandOptions& options) {
   const Session session = open_session(options.file, false);
-  const Integrity_Report report = check_integrity(session, options.check);
+  const IntegrityReport report = check_integrity(session, options.check);
   if (options.file.json) {
     Json findings = Json::array();
     for (const auto& f : report.findings) {
@@ -31,7 +31,7 @@ void run_integrity(const IntegrityOptions& options) {
     }
     Json counts = Json::object();
     for (int k = 0; k < kFindingKinds; ++k) {
-      counts[std::string(finding_kind_name(static_cast<Finding_Kind>(k)))] = report.counts[static_cast<size_t>(k)];
+      counts[std::string(finding_kind_name(static_cast<FindingKind>(k)))] = report.counts[static_cast<size_t>(k)];
     }
     print_json(Json{{"findings", findings}, {"counts", counts}, {"truncated", report.truncated}});
     return;
@@ -46,7 +46,7 @@ void run_integrity(const IntegrityOptions& options) {
 }  // namespace
 
 void add_integrity_command(CLI::App& app) {
-  auto options = std::make_shared<IntegrityOptions>();
+  auto options = std::make_shared<IntegrityCommandOptions>();
   CLI::App* command = app.add_subcommand("integrity", "Gaps, repeats, jumps and corruption in a file's packets");
   add_file_options(command, options->file);
   command->add_option("--time-jump", options->check.time_jump_seconds,

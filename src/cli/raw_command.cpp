@@ -7,7 +7,7 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "usage_error.h"
-#include "views/raw_frame.h"
+#include "decoders/raw_frame.h"
 
 namespace morvane::cli {
 
@@ -18,7 +18,7 @@ struct RawOptions {
   int32_t frame = 1;
 };
 
-void print_raw_text(const Raw_Frame& frame) {
+void print_raw_text(const RawFrame& frame) {
   std::cout << frame.label1 << '\n' << frame.label2 << '\n';
   for (size_t i = 0; i < frame.words.size(); ++i) {
     const int column = static_cast<int>(i % kRawWordsPerRow);
@@ -28,9 +28,9 @@ void print_raw_text(const Raw_Frame& frame) {
   }
 }
 
-Json raw_json(const Raw_Frame& frame) {
+Json raw_json(const RawFrame& frame) {
   Json words = Json::array();
-  for (const Placed_Text& word : frame.words) {
+  for (const PlacedText& word : frame.words) {
     words.push_back(Json{{"text", word.text},
                          {"x", word.x},
                          {"y", word.y},
@@ -49,7 +49,7 @@ void add_raw_command(CLI::App& app) {
   command->callback([options] {
     const Session session = open_session(options->file, false);
     check_frame_number(session, options->frame);
-    const Raw_Frame frame = Display_Raw_Frame(session, options->frame);
+    const RawFrame frame = Display_Raw_Frame(session, options->frame);
     if (options->file.json) {
       print_json(raw_json(frame));
     } else {

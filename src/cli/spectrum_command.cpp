@@ -7,7 +7,7 @@
 #include "cli_common.h"
 #include "commands.h"
 #include "core/number_text.h"
-#include "views/spectrum_view.h"
+#include "decoders/spectrum_presenter.h"
 
 namespace morvane::cli {
 
@@ -19,19 +19,19 @@ struct SpectrumOptions {
   int sub_packet = 0;  // 0: the first, as the window starts
 };
 
-Json number_or_null(const std::optional<Spectrum_Header>& header, int32_t Spectrum_Header::*field) {
+Json number_or_null(const std::optional<SpectrumHeader>& header, int32_t SpectrumHeader::*field) {
   return header ? Json((*header).*field) : Json(nullptr);
 }
 
-void print_spectrum_json(const Spectrum_View& view) {
+void print_spectrum_json(const SpectrumPresenter& view) {
   const auto& header = view.header();
   const auto rows = view.header_rows();  // First bin, Number bins, Label28..31, bit 15, bit 14
   Json bins = Json::array();
   // Counts are whole numbers (a mantissa times a power of two): written without a fraction.
   for (const double count : view.bins()) bins.push_back(static_cast<int64_t>(count));
   Json buttons = Json::array();
-  for (const Spectrum_Button button : kSpectrumButtons) buttons.push_back(view.enabled(button));
-  const Spectrum_Axis& axis = view.axis();
+  for (const SpectrumButton button : kSpectrumButtons) buttons.push_back(view.enabled(button));
+  const SpectrumAxis& axis = view.axis();
   const Colour bit15 = rows[6].value.colour, bit14 = rows[7].value.colour;
   print_json(Json{{"complete_count", view.table().complete_count},
                   {"gc_count", view.table().gc_count},
@@ -51,8 +51,8 @@ void print_spectrum_json(const Spectrum_View& view) {
                     {"label29", rows[3].value.text},
                     {"label30", rows[4].value.text},
                     {"label31", rows[5].value.text},
-                    {"first_bin", number_or_null(header, &Spectrum_Header::first_bin)},
-                    {"number_bins", number_or_null(header, &Spectrum_Header::number_bins)},
+                    {"first_bin", number_or_null(header, &SpectrumHeader::first_bin)},
+                    {"number_bins", number_or_null(header, &SpectrumHeader::number_bins)},
                     {"bit15_colour", colour_json(bit15.red, bit15.green, bit15.blue)},
                     {"bit14_colour", colour_json(bit14.red, bit14.green, bit14.blue)}}},
                   {"axis",
@@ -67,7 +67,7 @@ void print_spectrum_json(const Spectrum_View& view) {
                   {"buttons", buttons}});
 }
 
-void print_spectrum_text(const Spectrum_View& view) {
+void print_spectrum_text(const SpectrumPresenter& view) {
   std::ostream& out = std::cout;
   out << kCompleteCountCaption << ' ' << view.complete_count_text() << '\n'
       << kGcCountCaption << ' ' << view.gc_count_text() << '\n';
@@ -78,7 +78,7 @@ void print_spectrum_text(const Spectrum_View& view) {
   out << view.title() << '\n';
   if (view.sub_packet_shown()) out << view.sub_packet_text() << '\n';
   for (const auto& row : view.header_rows()) out << "  " << left_in(row.heading, 22) << row.value.text << '\n';
-  const Spectrum_Axis& axis = view.axis();
+  const SpectrumAxis& axis = view.axis();
   out << kXRangeCaption << ' ' << axis.range_text() << "   " << kYScaleCaption << ' ' << axis.scale_text() << "   "
       << kXPositionCaption << ' ' << kMinimumCaption << ' ' << axis.start_text() << ' ' << kMaximumCaption << ' '
       << axis.end_text() << '\n'
@@ -102,7 +102,7 @@ void add_spectrum_command(CLI::App& app) {
   command->callback([options] {
     // The spectra need no configuration.
     const Session session = open_session(options->file, false);
-    Spectrum_View view;
+    SpectrumPresenter view;
     view.open(session);
     const int32_t count = view.scroll_maximum();
     if (count == 0 && options->number == 1 && options->sub_packet == 0) {

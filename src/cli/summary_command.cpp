@@ -7,7 +7,7 @@
 #include "cli_common.h"
 #include "json_text.h"
 #include "commands.h"
-#include "views/summary_lines.h"
+#include "decoders/summary_lines.h"
 
 namespace morvane::cli {
 
@@ -20,7 +20,7 @@ struct SummaryOptions {
 
 Json counts_json(const Session& session) {
   const Catalogue& c = session.catalogue;
-  const Catalogue_Counters& n = c.counters;
+  const CatalogueCounters& n = c.counters;
   return Json{{"hk_count", c.HK_Count()},
               {"science_count", c.Science_Count()},
               {"information_count", c.Information_Count()},

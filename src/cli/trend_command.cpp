@@ -7,7 +7,7 @@
 #include "json_text.h"
 #include "commands.h"
 #include "core/number_text.h"
-#include "views/trend_series.h"
+#include "decoders/trend_series.h"
 
 namespace morvane::cli {
 
@@ -27,7 +27,7 @@ void run_trend(const TrendOptions& options) {
     // Streamed: a file of a million housekeeping packets gives a million points a sensor.
     std::cout << "{\n  \"sensors\": [";
     for (size_t s = 0; s < series.size(); ++s) {
-      const Trend_Series& one = series[s];
+      const TrendSeries& one = series[s];
       std::cout << (s ? "," : "") << "\n    {\"number\": " << one.number << ", \"name\": " << json_text(one.name)
                 << ", \"unit\": " << json_text(one.unit) << ", \"points\": [";
       for (size_t p = 0; p < one.size(); ++p) {

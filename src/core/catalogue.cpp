@@ -8,11 +8,11 @@
 
 namespace morvane {
 
-void Catalogue_Counters::add(const Catalogue_Counters& other) {
+void CatalogueCounters::add(const CatalogueCounters& other) {
   for (size_t i = 0; i < by_counter.size(); ++i) by_counter[i] += other.by_counter[i];
 }
 
-uint8_t HK_Sensor_Table::at(int sensor, int32_t entry) const {
+uint8_t HKSensorTable::at(int sensor, int32_t entry) const {
   if (sensor < 1 || sensor > sensors_ || entry < 1 || entry > entries_) {
     raise(ErrorNumber::SubscriptOutOfRange, "housekeeping byte of sensor " + std::to_string(sensor) +
                                                 " in entry " + std::to_string(entry));
@@ -20,21 +20,21 @@ uint8_t HK_Sensor_Table::at(int sensor, int32_t entry) const {
   return row(entry)[sensor - 1];
 }
 
-HK_Sensor_Column HK_Sensor_Table::column(int sensor, int32_t entries) const {
+HKSensorColumn HKSensorTable::column(int sensor, int32_t entries) const {
   if (entries < 0 || entries > entries_ || (entries > 0 && (sensor < 1 || sensor > sensors_))) {
     raise(ErrorNumber::SubscriptOutOfRange, "housekeeping bytes of sensor " + std::to_string(sensor) + " in entries 1 to " +
                                                 std::to_string(entries));
   }
-  HK_Sensor_Column column;
+  HKSensorColumn column;
   column.stride_ = static_cast<size_t>(sensors_);
   column.column_ = static_cast<size_t>(sensor - 1);
   column.size_ = static_cast<size_t>(entries);
-  const size_t chunks = (static_cast<size_t>(entries) + HK_Sensor_Column::kChunkRows - 1) >> kShift;
+  const size_t chunks = (static_cast<size_t>(entries) + HKSensorColumn::kChunkRows - 1) >> kShift;
   column.chunks_.assign(chunks_.begin(), chunks_.begin() + static_cast<std::ptrdiff_t>(chunks));
   return column;
 }
 
-void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
+void HKSensorTable::append_rows(const uint8_t* rows, int32_t count) {
   const size_t width = static_cast<size_t>(sensors_);
   if (width == 0) {
     entries_ += count;
@@ -55,7 +55,7 @@ void HK_Sensor_Table::append_rows(const uint8_t* rows, int32_t count) {
   }
 }
 
-void HK_Sensor_Table::reset(int sensors) {
+void HKSensorTable::reset(int sensors) {
   chunks_.clear();
   sensors_ = sensors;
   entries_ = 0;

@@ -26,7 +26,7 @@ constexpr int32_t kWindowFrames = 2048;  // frames it reads at a time
 struct BlockResult {
   std::vector<Packet_Entry> hk, science, information;
   std::vector<uint8_t> hk_rows;  // the sensor bytes of each housekeeping entry
-  Catalogue_Counters counters;
+  CatalogueCounters counters;
   void clear() {
     hk.clear();
     science.clear();
@@ -56,7 +56,7 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
     const uint8_t* b = buffer + (position - 1 - base);
     return walk.byte_reverse ? b[1] * 256 + b[0] : b[0] * 256 + b[1];
   };
-  Catalogue_Counters& n = out.counters;
+  CatalogueCounters& n = out.counters;
   for (int32_t f = first; f <= last; ++f) {
     const int64_t frame_start = static_cast<int64_t>(f - 1) * walk.stride;
     int32_t o = kFirstPacketOffset;
@@ -85,7 +85,7 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
       const Counter counter = counter_of(kind.label);
       if (counter != Counter::None) ++n[counter];
       switch (packet_kind_info(kind.kind).list) {
-        case Catalogue_List::HK:
+        case CatalogueList::HK:
           out.hk.push_back(entry);
           if (walk.copy_sensor_bytes) {
             const uint8_t* packet = buffer + (p - 1 - base);
@@ -97,14 +97,14 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
             for (size_t j = 0; j < width; ++j) row[j] = packet[offsets[j]];
           }
           break;
-        case Catalogue_List::Science:
+        case CatalogueList::Science:
           entry.Segment_Flags = static_cast<int16_t>(flags);
           if (kind.label == LabelCode::IsotopeSpectrum && (flags & isotope_spectrum_bit(family))) {
             ++n[Counter::IsotopeSpectrum];
           }
           out.science.push_back(entry);
           break;
-        case Catalogue_List::Information:
+        case CatalogueList::Information:
           if (packet_kind_info(kind.kind).slot) {
             clear_slot_header(entry);
             o = 282;  // an empty or unknown slot ends the frame
@@ -148,7 +148,7 @@ void append(Session& session, const BlockResult& block, const Walk& walk) {
 // Sensor bytes can be copied during the walk when the table is level with the list and every
 // offset lies a little way into the packet.
 void plan_sensor_bytes(Session& session, Walk& walk) {
-  HK_Sensor_Table& table = session.HK_Sensor_Data;
+  HKSensorTable& table = session.HK_Sensor_Data;
   const int sensors = session.config.Sensor_Count();
   if (table.sensors() != sensors && session.catalogue.HK_Count() == 0) table.reset(sensors);
   if (table.sensors() != sensors || table.entries() != session.catalogue.HK_Count()) return;

@@ -24,10 +24,10 @@ void classify_record(const ZebRecord& item, int32_t r, Catalogue& catalogue) {
                                               [&](Selector selector) { return item[selector_item(selector)]; });
   entry.Label = kind.label;
   switch (packet_kind_info(kind.kind).list) {
-    case Catalogue_List::HK:
+    case CatalogueList::HK:
       catalogue.HK_List.push_back(entry);
       break;
-    case Catalogue_List::Science:
+    case CatalogueList::Science:
       if (item[6] < INT16_MIN || item[6] > INT16_MAX) {
         raise(ErrorNumber::Overflow, "ZEB record " + std::to_string(r) + " item 6: segmentation flags " +
                                          std::to_string(item[6]) + " do not fit 16 bits");
@@ -35,7 +35,7 @@ void classify_record(const ZebRecord& item, int32_t r, Catalogue& catalogue) {
       entry.Segment_Flags = static_cast<int16_t>(item[6]);
       catalogue.Science_List.push_back(entry);
       break;
-    case Catalogue_List::Information:
+    case CatalogueList::Information:
       if (packet_kind_info(kind.kind).slot) clear_slot_header(entry);
       catalogue.Information_List.push_back(entry);
       break;
@@ -78,7 +78,7 @@ class SensorByteCopy {
   }
 
  private:
-  HK_Sensor_Table& table_;
+  HKSensorTable& table_;
   std::vector<size_t> items_;
   std::vector<bool> high_;
   std::vector<uint8_t> row_;

@@ -7,7 +7,7 @@
 
 namespace morvane {
 
-Sensor_Record& Configuration::sensor(int s) {
+SensorRecord& Configuration::sensor(int s) {
   if (s < 1 || s > Sensor_Count()) {
     raise(ErrorNumber::SubscriptOutOfRange,
           "sensor " + std::to_string(s) + " of a table of " + std::to_string(Sensor_Count()));
@@ -15,9 +15,9 @@ Sensor_Record& Configuration::sensor(int s) {
   return Sensor_Table[static_cast<size_t>(s - 1)];
 }
 
-const Sensor_Record& Configuration::sensor(int s) const { return const_cast<Configuration*>(this)->sensor(s); }
+const SensorRecord& Configuration::sensor(int s) const { return const_cast<Configuration*>(this)->sensor(s); }
 
-const Pressure_Record& Configuration::pressure(int k) const {
+const PressureRecord& Configuration::pressure(int k) const {
   if (k < 1 || k > Pressure_Count()) {
     raise(ErrorNumber::SubscriptOutOfRange,
           "pressure sensor " + std::to_string(k) + " of a table of " + std::to_string(Pressure_Count()));
@@ -52,13 +52,13 @@ std::vector<std::pair<double, double>> read_ntype_points(const std::string& path
   return points;
 }
 
-std::vector<Sensor_Record> read_sensor_table(const std::string& path) {
+std::vector<SensorRecord> read_sensor_table(const std::string& path) {
   FreeFormatReader reader(path);
   const int16_t count = reader.read_int16("the number of sensors");
   if (count < 0) {
     raise(ErrorNumber::SubscriptOutOfRange, path + " line 1: the number of sensors is negative");
   }
-  std::vector<Sensor_Record> table(static_cast<size_t>(count));
+  std::vector<SensorRecord> table(static_cast<size_t>(count));
   for (auto& record : table) {
     record.Sensor_Name = reader.read_text("a sensor name");
     record.Byte_Offset = reader.read_int32("the sensor's byte offset");
@@ -69,7 +69,7 @@ std::vector<Sensor_Record> read_sensor_table(const std::string& path) {
   return table;
 }
 
-static void read_pressure_records(FreeFormatReader& reader, std::vector<Pressure_Record>& table) {
+static void read_pressure_records(FreeFormatReader& reader, std::vector<PressureRecord>& table) {
   for (auto& record : table) {
     record.Sensor_Number = reader.read_int16("a pressure sensor number");
     record.C1 = reader.read_double("the reading at atmosphere");
@@ -77,21 +77,21 @@ static void read_pressure_records(FreeFormatReader& reader, std::vector<Pressure
   }
 }
 
-std::vector<Pressure_Record> read_pressure_table(const std::string& path) {
+std::vector<PressureRecord> read_pressure_table(const std::string& path) {
   FreeFormatReader reader(path);
   const int16_t count = reader.read_int16("the number of pressure sensors");
   if (count < 0) {
     raise(ErrorNumber::SubscriptOutOfRange, path + " line 1: the number of pressure sensors is negative");
   }
-  std::vector<Pressure_Record> table(static_cast<size_t>(count));
+  std::vector<PressureRecord> table(static_cast<size_t>(count));
   read_pressure_records(reader, table);
   return table;
 }
 
-void reread_pressure_table(const std::string& path, std::vector<Pressure_Record>& table) {
+void reread_pressure_table(const std::string& path, std::vector<PressureRecord>& table) {
   FreeFormatReader reader(path);
   reader.read_int16("the number of pressure sensors");
-  std::vector<Pressure_Record> fresh(table.size());
+  std::vector<PressureRecord> fresh(table.size());
   read_pressure_records(reader, fresh);
   table = std::move(fresh);
 }

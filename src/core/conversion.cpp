@@ -10,7 +10,7 @@ namespace {
 
 // (C1 - C2) divides every reading of a pressure sensor: equal readings are named with their line.
 double pressure_divide(const Configuration& config, int k, double numerator) {
-  const Pressure_Record& record = config.pressure(k);
+  const PressureRecord& record = config.pressure(k);
   if (record.C1 == record.C2) {
     raise(ErrorNumber::DivisionByZero,
           config_path(config.Egse_Path, kPressureFile) + " line " + std::to_string(k + 1) + ": pressure sensor " +

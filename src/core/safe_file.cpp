@@ -26,16 +26,16 @@ constexpr int kMostLinks = 40;  // as the kernel allows in one path
 
 // The temporary files of the writes under way, where a signal handler can reach them: a fixed
 // table of paths, each slot free (0), being filled or emptied (1) or holding a path (2).
-struct Temporary_Slot {
+struct TemporarySlot {
   std::atomic<int> state{0};
   std::array<char, PATH_MAX> path{};
 };
-std::array<Temporary_Slot, 16> g_temporaries;
+std::array<TemporarySlot, 16> g_temporaries;
 
 int register_temporary(const std::string& path) {
   if (path.size() >= PATH_MAX) return -1;
   for (size_t i = 0; i < g_temporaries.size(); ++i) {
-    Temporary_Slot& slot = g_temporaries[i];
+    TemporarySlot& slot = g_temporaries[i];
     int free = 0;
     if (slot.state.compare_exchange_strong(free, 1)) {
       std::memcpy(slot.path.data(), path.c_str(), path.size() + 1);
@@ -54,7 +54,7 @@ void unregister_temporary(int& slot) {
 }
 
 extern "C" void remove_temporaries_and_end(int signal_number) {
-  for (Temporary_Slot& slot : g_temporaries) {
+  for (TemporarySlot& slot : g_temporaries) {
     if (slot.state.load() == 2) ::unlink(slot.path.data());
   }
   ::signal(signal_number, SIG_DFL);
@@ -108,7 +108,7 @@ std::string partial_path(const std::string& path) {
   return whole.has_parent_path() ? (whole.parent_path() / kept).string() : kept;
 }
 
-Replacement_File::Replacement_File(std::string path, Write_Function write)
+ReplacementFile::ReplacementFile(std::string path, WriteFunction write)
     : path_(std::move(path)), write_(std::move(write)) {
   if (path_ == "-") {
     target_ = path_;
@@ -133,7 +133,7 @@ Replacement_File::Replacement_File(std::string path, Write_Function write)
   open_temporary();
 }
 
-void Replacement_File::open_temporary() {
+void ReplacementFile::open_temporary() {
   const std::filesystem::path target(target_);
   const std::string name = "." + target.filename().string() + kTemporaryMark + std::to_string(::getpid()) + "-XXXXXX";
   const std::string pattern = (std::filesystem::path(folder_of(target_)) / name).string();
@@ -166,13 +166,13 @@ void Replacement_File::open_temporary() {
   }
 }
 
-Replacement_File::~Replacement_File() {
+ReplacementFile::~ReplacementFile() {
   if (fd_ >= 0 && owns_fd_) ::close(fd_);
   if (!temporary_.empty()) ::unlink(temporary_.c_str());
   unregister_temporary(slot_);
 }
 
-void Replacement_File::fail(const char* what, int error) const {
+void ReplacementFile::fail(const char* what, int error) const {
   std::string detail = path_ + ": " + what;
   if (is_disk_full(error)) {
     std::error_code ignored;
@@ -182,7 +182,7 @@ void Replacement_File::fail(const char* what, int error) const {
   raise_system_error(error, detail, error == ENOENT ? ErrorNumber::PathNotFound : ErrorNumber::DeviceIoError);
 }
 
-void Replacement_File::write(std::string_view data) {
+void ReplacementFile::write(std::string_view data) {
   const char* next = data.data();
   size_t left = data.size();
   while (left > 0) {
@@ -199,7 +199,7 @@ void Replacement_File::write(std::string_view data) {
   }
 }
 
-void Replacement_File::commit() {
+void ReplacementFile::commit() {
   if (direct_) {
     const int fd = fd_;
     fd_ = -1;
@@ -221,7 +221,7 @@ void Replacement_File::commit() {
   }
 }
 
-std::string Replacement_File::keep_partial(Partial_Content what) noexcept {
+std::string ReplacementFile::keep_partial(PartialContent what) noexcept {
   if (direct_ || temporary_.empty()) return {};
   if (fd_ >= 0) ::close(fd_);
   fd_ = -1;
@@ -230,11 +230,11 @@ std::string Replacement_File::keep_partial(Partial_Content what) noexcept {
   const bool has_content = ::stat(temporary_.c_str(), &status) == 0 && status.st_size > 0;
   bool keep = false;
   switch (what) {
-    case Partial_Content::Whole_Lines:
+    case PartialContent::Whole_Lines:
       keep = line_end_ > 0 && ::truncate(temporary_.c_str(), static_cast<off_t>(line_end_)) == 0;
       break;
-    case Partial_Content::Everything: keep = has_content; break;
-    case Partial_Content::Nothing: break;
+    case PartialContent::Everything: keep = has_content; break;
+    case PartialContent::Nothing: break;
   }
   if (keep) {
     try {
@@ -250,16 +250,16 @@ std::string Replacement_File::keep_partial(Partial_Content what) noexcept {
   return kept;
 }
 
-RuntimeError write_failure(const RuntimeError& error, const Replacement_File& file, const std::string& partial) {
+RuntimeError write_failure(const RuntimeError& error, const ReplacementFile& file, const std::string& partial) {
   if (file.direct()) return error;
   std::string detail = error.detail() + "; " + file.target() + " is left as it was";
   if (!partial.empty()) detail += "; the lines written so far are in " + partial;
   return RuntimeError(static_cast<ErrorNumber>(error.number()), detail);
 }
 
-void replace_file(const std::string& path, std::string_view content, const Write_Function& write,
-                  Partial_Content keep) {
-  Replacement_File file(path, write);
+void replace_file(const std::string& path, std::string_view content, const WriteFunction& write,
+                  PartialContent keep) {
+  ReplacementFile file(path, write);
   try {
     file.write(content);
     file.commit();

@@ -97,7 +97,7 @@ void load_zeb_sensor_bytes(Session& session, int32_t first, int32_t last) {
 }  // namespace
 
 void Load_HK_Sensor_Data(Session& session) {
-  HK_Sensor_Table& table = session.HK_Sensor_Data;
+  HKSensorTable& table = session.HK_Sensor_Data;
   if (table.sensors() != session.config.Sensor_Count()) table.reset(session.config.Sensor_Count());
   // The binary classifier copies the bytes while it holds the frames; what is left starts here.
   const int32_t first = table.entries() + 1;

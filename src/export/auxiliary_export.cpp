@@ -4,34 +4,34 @@
 #include "cells.h"
 #include "core/number_text.h"
 #include "core/sensor_id.h"
-#include "views/auxiliary_view.h"
+#include "decoders/auxiliary_presenter.h"
 
 namespace morvane {
 
 namespace {
 
-void voltage_cell(Line_Sink& out, double volts) { out.number(volts, general_text(volts)); }
+void voltage_cell(LineSink& out, double volts) { out.number(volts, general_text(volts)); }
 
 }  // namespace
 
-std::string aux_export_title(Aux_Format format, std::string_view ad590_text) {
+std::string aux_export_title(AuxFormat format, std::string_view ad590_text) {
   switch (format) {
-    case Aux_Format::ADC: return "Auxiliary data - ADC values";
-    case Aux_Format::Voltage: return "Auxiliary data - Sensor voltages (V)";
-    case Aux_Format::Calibrated: return "Auxiliary data - Calibrated Data (no AD590 correction)";
-    case Aux_Format::Calibrated_AD590:
+    case AuxFormat::ADC: return "Auxiliary data - ADC values";
+    case AuxFormat::Voltage: return "Auxiliary data - Sensor voltages (V)";
+    case AuxFormat::Calibrated: return "Auxiliary data - Calibrated Data (no AD590 correction)";
+    case AuxFormat::Calibrated_AD590:
       return "Auxiliary data - Calibrated Data (with AD590 correction at " + std::string(ad590_text) + " oC)";
   }
   return "";
 }
 
-Export_Result write_auxiliary(const Session& session, const Aux_Export& options, Line_Sink& out,
-                              const Export_Progress& progress) {
+ExportResult write_auxiliary(const Session& session, const AuxExport& options, LineSink& out,
+                              const ExportProgress& progress) {
   // The view's table, converted with the export's own AD590 setting (none but for the AD590
   // format); the session's setting is left as it is.
   Configuration config = session.config;
-  config.AD590_EMF = options.format == Aux_Format::Calibrated_AD590 ? options.ad590_emf : 0;
-  const bool calibrated = options.format == Aux_Format::Calibrated || options.format == Aux_Format::Calibrated_AD590;
+  config.AD590_EMF = options.format == AuxFormat::Calibrated_AD590 ? options.ad590_emf : 0;
+  const bool calibrated = options.format == AuxFormat::Calibrated || options.format == AuxFormat::Calibrated_AD590;
 
   out.text(aux_export_title(options.format, ad590_temperature_text(config)));
   out.end_line(false);
@@ -40,15 +40,15 @@ Export_Result write_auxiliary(const Session& session, const Aux_Export& options,
   out.text("Chan. ID");
   out.text("Component");
   switch (options.format) {
-    case Aux_Format::ADC: out.text("Word"); break;
-    case Aux_Format::Voltage: out.text("ADC Voltage(V)"); break;
+    case AuxFormat::ADC: out.text("Word"); break;
+    case AuxFormat::Voltage: out.text("ADC Voltage(V)"); break;
     default: out.text("Reading"); out.text("Units");
   }
   out.end_line(true);
   out.end_line(false);
 
-  Export_Result result;
-  Progress_Ticker ticker(progress, options.range.size());
+  ExportResult result;
+  ProgressTicker ticker(progress, options.range.size());
   const EntryList& science = session.catalogue.Science_List;
   for (int32_t n = options.range.from; n <= options.range.to; ++n) {
     if (!ticker.at(n - options.range.from)) {
@@ -58,7 +58,7 @@ Export_Result write_auxiliary(const Session& session, const Aux_Export& options,
     const Packet_Entry& entry = science.at(n);
     if (entry.Label != LabelCode::AuxiliaryData || !is_binary(session.File_Type)) continue;
     int i = 0;
-    for (const Aux_Reading& reading : Load_Lander_Data(session, entry)) {
+    for (const AuxReading& reading : Load_Lander_Data(session, entry)) {
       ++i;
       integer_cell(out, n);
       integer_cell(out, reading.Reading_Time);
@@ -68,18 +68,18 @@ Export_Result write_auxiliary(const Session& session, const Aux_Export& options,
         // A channel no sensor has (the switching slots of a short form test are channel 0):
         // its word and voltage, but no name and no conversion.
         out.empty();
-        if (options.format == Aux_Format::ADC) integer_cell(out, reading.Reading_Word);
-        if (options.format == Aux_Format::Voltage) voltage_cell(out, ADC_Voltage(reading.Reading_Word));
+        if (options.format == AuxFormat::ADC) integer_cell(out, reading.Reading_Word);
+        if (options.format == AuxFormat::Voltage) voltage_cell(out, ADC_Voltage(reading.Reading_Word));
         if (calibrated) {
           out.empty();
           out.empty();
         }
       } else {
-        const Aux_Row row = aux_row(config, reading, i);
+        const AuxRow row = aux_row(config, reading, i);
         out.text(row.name);
         switch (options.format) {
-          case Aux_Format::ADC: integer_cell(out, row.word); break;
-          case Aux_Format::Voltage: voltage_cell(out, row.adc_voltage); break;
+          case AuxFormat::ADC: integer_cell(out, row.word); break;
+          case AuxFormat::Voltage: voltage_cell(out, row.adc_voltage); break;
           default: out.number(row.value, general_text(row.value)); out.text(row.unit);
         }
       }

@@ -10,7 +10,7 @@
 namespace morvane {
 
 // An integer cell, its text made without allocating.
-inline void integer_cell(Line_Sink& out, int64_t value) {
+inline void integer_cell(LineSink& out, int64_t value) {
   char text[24];
   const auto end = std::to_chars(text, text + sizeof text, value).ptr;
   out.number(static_cast<double>(value), std::string_view(text, static_cast<size_t>(end - text)));

@@ -10,8 +10,8 @@
 #include "core/conversion.h"
 #include "core/number_text.h"
 #include "core/sensor_id.h"
-#include "views/auxiliary_view.h"
-#include "views/hk_sensors.h"
+#include "decoders/auxiliary_presenter.h"
+#include "decoders/hk_sensors.h"
 
 namespace morvane {
 
@@ -24,7 +24,7 @@ bool before(int32_t frame_a, int32_t position_a, int32_t frame_b, int32_t positi
 
 }  // namespace
 
-DS_Calibration_Index::DS_Calibration_Index(const Session& session) {
+DSCalibrationIndex::DSCalibrationIndex(const Session& session) {
   const Configuration& config = session.config;
   if (config.Sensor_Count() >= kDockingStationSensor && session.HK_Sensor_Data.sensors() >= kDockingStationSensor) {
     hk_entries_ = session.catalogue.HK_Count();
@@ -34,15 +34,15 @@ DS_Calibration_Index::DS_Calibration_Index(const Session& session) {
   for (int32_t i = 1; i <= science.size(); ++i) {
     const Packet_Entry& entry = science[i];
     if (entry.Label != LabelCode::AuxiliaryData) continue;
-    for (const Aux_Reading& reading : Load_Lander_Data(session, entry)) {
+    for (const AuxReading& reading : Load_Lander_Data(session, entry)) {
       if (Get_Sensor_ID(config, reading.Channel_ID) != kDockingStationSensor) continue;
       aux_.push_back({entry.Packet_Frame, entry.Packet_Position, reading.Reading_Time, reading.Reading_Word});
     }
   }
 }
 
-void DS_Calibration_Index::for_each(const Session& session, Entry_Range range,
-                                    const std::function<bool(int32_t, const DS_Reading&)>& visit) const {
+void DSCalibrationIndex::for_each(const Session& session, EntryRange range,
+                                    const std::function<bool(int32_t, const DSReading&)>& visit) const {
   const EntryList& hk = session.catalogue.HK_List;
   const int32_t exponent = hk_entries_ > 0 ? session.config.sensor(kDockingStationSensor).Scale_Exponent : 0;
   int32_t k = 1;  // next housekeeping entry
@@ -59,7 +59,7 @@ void DS_Calibration_Index::for_each(const Session& session, Entry_Range range,
       }
       continue;
     }
-    DS_Reading reading;
+    DSReading reading;
     if (from_hk) {
       const int32_t raw = hk_signed_reading(kDockingStationSensor, session.HK_Sensor_Data.at(kDockingStationSensor, k));
       reading.time = hk[k].Lander_Time;
@@ -76,8 +76,8 @@ void DS_Calibration_Index::for_each(const Session& session, Entry_Range range,
   }
 }
 
-Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index, const DS_Export& options,
-                                   Line_Sink& out, const Export_Progress& progress) {
+ExportResult write_ds_calibration(const Session& session, const DSCalibrationIndex& index, const DSExport& options,
+                                   LineSink& out, const ExportProgress& progress) {
   static constexpr const char* kDataLines[] = {"Data in calibrated position (mm)", "Data in sensor ADC values",
                                                "Data in sensor voltages (V)"};
   static constexpr const char* kColumnHeads[] = {"Position", "ADC value", "Voltage"};
@@ -92,29 +92,29 @@ Export_Result write_ds_calibration(const Session& session, const DS_Calibration_
   out.end_line(true);
   out.end_line(false);
 
-  Export_Result result;
-  Progress_Ticker ticker(progress, options.range.size());
+  ExportResult result;
+  ProgressTicker ticker(progress, options.range.size());
   // A pattern's cell holds the value it shows, so a workbook and the text agree.
   auto fixed_cell = [&out](double value, const char* pattern) {
     const std::string text = format_pattern(value, pattern);
     out.number(std::strtod(text.c_str(), nullptr), text, pattern);
   };
-  index.for_each(session, options.range, [&](int32_t, const DS_Reading& reading) {
+  index.for_each(session, options.range, [&](int32_t, const DSReading& reading) {
     if (!ticker.at(result.rows)) {
       result.cancelled = true;
       return false;
     }
     integer_cell(out, reading.time);
     switch (options.format) {
-      case DS_Format::Distance: {
+      case DSFormat::Distance: {
         double voltage = reading.voltage, position = 0;
         std::string unit;
         Convert_Sensor(session.config, kDockingStationSensor, voltage, position, unit);
         fixed_cell(position, "0.00");
         break;
       }
-      case DS_Format::ADC: out.number(reading.counts, general_text(reading.counts)); break;
-      case DS_Format::Voltage: fixed_cell(reading.voltage, "0.000"); break;
+      case DSFormat::ADC: out.number(reading.counts, general_text(reading.counts)); break;
+      case DSFormat::Voltage: fixed_cell(reading.voltage, "0.000"); break;
     }
     out.end_line(true);
     ++result.rows;

@@ -13,17 +13,17 @@
 
 namespace morvane {
 
-Export_File_Type export_file_type(std::string_view path) {
-  constexpr std::string_view kExtension = ".xlsx";
-  if (path.size() < kExtension.size()) return Export_File_Type::Delimited_Text;
-  const std::string_view end = path.substr(path.size() - kExtension.size());
+ExportFileType export_file_type(std::string_view path) {
+  constexpr std::string_view k_extension = ".xlsx";
+  if (path.size() < k_extension.size()) return ExportFileType::Delimited_Text;
+  const std::string_view end = path.substr(path.size() - k_extension.size());
   for (size_t i = 0; i < end.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(end[i])) != kExtension[i]) return Export_File_Type::Delimited_Text;
+    if (std::tolower(static_cast<unsigned char>(end[i])) != k_extension[i]) return ExportFileType::Delimited_Text;
   }
-  return Export_File_Type::Workbook;
+  return ExportFileType::Workbook;
 }
 
-void Export_Output::abandon() {
+void ExportOutput::abandon() {
   keep_partial();
   try {
     throw;
@@ -32,15 +32,15 @@ void Export_Output::abandon() {
   }
 }
 
-std::unique_ptr<Export_Output> open_export_output(const std::string& path, Export_File_Type type, char delimiter,
+std::unique_ptr<ExportOutput> open_export_output(const std::string& path, ExportFileType type, char delimiter,
                                                   std::string_view sheet_name) {
   // The new content is renamed over the old file, which a folder allows whatever the file's
   // own permission; a file that could not be opened for output is refused all the same.
   if (path != "-" && ::access(path.c_str(), F_OK) == 0 && ::access(path.c_str(), W_OK) != 0) {
     raise(ErrorNumber::PermissionDenied, path + ": " + std::strerror(errno));
   }
-  if (type == Export_File_Type::Workbook) return std::make_unique<Workbook_Output>(path, sheet_name);
-  return std::make_unique<Text_Output>(path, delimiter);
+  if (type == ExportFileType::Workbook) return std::make_unique<WorkbookOutput>(path, sheet_name);
+  return std::make_unique<TextOutput>(path, delimiter);
 }
 
 }  // namespace morvane

@@ -19,22 +19,22 @@ std::optional<int32_t> entry_number(const std::string& text, int32_t limit) {
 
 }  // namespace
 
-Export_Range::Export_Range(int32_t limit) : limit_(limit) { Check2_Click(true); }
+ExportRange::ExportRange(int32_t limit) : limit_(limit) { Check2_Click(true); }
 
-void Export_Range::reset() {
+void ExportRange::reset() {
   from_ = std::string("1");  // a move: GCC 12 warns (falsely, -Wrestrict) on assigning the literal
   to_ = std::to_string(limit_);
 }
 
-void Export_Range::Check2_Click(bool checked) {
+void ExportRange::Check2_Click(bool checked) {
   all_ = checked;
   if (checked) reset();
 }
 
-std::optional<Entry_Range> Export_Range::validate() {
+std::optional<EntryRange> ExportRange::validate() {
   const auto from = entry_number(from_, limit_);
   const auto to = entry_number(to_, limit_);
-  if (from && to && *to >= *from) return Entry_Range{*from, *to};
+  if (from && to && *to >= *from) return EntryRange{*from, *to};
   reset();
   return std::nullopt;
 }

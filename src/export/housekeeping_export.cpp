@@ -9,7 +9,7 @@
 #include "core/conversion.h"
 #include "core/error.h"
 #include "core/number_text.h"
-#include "views/hk_decode.h"
+#include "decoders/hk_decode.h"
 
 namespace morvane {
 
@@ -20,7 +20,7 @@ constexpr int kBoardSensor = 28;  // the cold junction's temperature
 // A sensor byte as the calibrated formats write it.
 struct Calibrated {
   bool ready = false;
-  Sensor_Value value;  // its voltage as the conversion left it (a pressure channel's overwritten)
+  SensorValue value;  // its voltage as the conversion left it (a pressure channel's overwritten)
   std::string text;
 };
 
@@ -37,19 +37,19 @@ struct Column {
   const Calibrated* last = nullptr;
 };
 
-class Housekeeping_Writer {
+class HousekeepingWriter {
  public:
-  Housekeeping_Writer(const Session& session, const HK_Export& options) : session_(session), options_(options) {
+  HousekeepingWriter(const Session& session, const HKExport& options) : session_(session), options_(options) {
     const int count = session.config.Sensor_Count();
     for (int s = 1; s <= count && s <= static_cast<int>(options.sensors.size()); ++s) {
       if (!options.sensors[static_cast<size_t>(s - 1)]) continue;
       columns_.push_back(std::make_unique<Column>());
       columns_.back()->sensor = s;
-      columns_.back()->corrected = options.format == HK_Format::Calibrated_AD590 && is_thermocouple(s);
+      columns_.back()->corrected = options.format == HKFormat::Calibrated_AD590 && is_thermocouple(s);
     }
   }
 
-  void headings(Line_Sink& out) {
+  void headings(LineSink& out) {
     const Configuration& config = session_.config;
     out.text(hk_export_title(options_.format));
     out.end_line(false);
@@ -64,16 +64,16 @@ class Housekeeping_Writer {
     out.end_line(false);
   }
 
-  void row(Line_Sink& out, int32_t k) {
+  void row(LineSink& out, int32_t k) {
     const Packet_Entry& entry = session_.catalogue.HK_List.at(k);
-    const HK_Sensor_Table& bytes = session_.HK_Sensor_Data;
-    if (options_.format == HK_Format::Calibrated_AD590) board_byte(bytes.at(kBoardSensor, k));
+    const HKSensorTable& bytes = session_.HK_Sensor_Data;
+    if (options_.format == HKFormat::Calibrated_AD590) board_byte(bytes.at(kBoardSensor, k));
 
     integer_cell(out, k);
     integer_cell(out, entry.Lander_Time);
     for (const auto& column : columns_) {
       const uint8_t byte = bytes.at(column->sensor, k);
-      if (options_.format == HK_Format::Raw) {
+      if (options_.format == HKFormat::Raw) {
         out.number(byte, kByteTexts[byte]);
         continue;
       }
@@ -116,13 +116,13 @@ class Housekeeping_Writer {
   static const std::array<std::string, 256> kByteTexts;
 
   const Session& session_;
-  const HK_Export& options_;
+  const HKExport& options_;
   std::vector<std::unique_ptr<Column>> columns_;
   int board_byte_ = -1;
   double cold_junction_term_ = 0;
 };
 
-const std::array<std::string, 256> Housekeeping_Writer::kByteTexts = [] {
+const std::array<std::string, 256> HousekeepingWriter::kByteTexts = [] {
   std::array<std::string, 256> texts;
   for (size_t b = 0; b < texts.size(); ++b) texts[b] = std::to_string(b);
   return texts;
@@ -130,21 +130,21 @@ const std::array<std::string, 256> Housekeeping_Writer::kByteTexts = [] {
 
 }  // namespace
 
-const char* hk_export_title(HK_Format format) {
+const char* hk_export_title(HKFormat format) {
   switch (format) {
-    case HK_Format::Raw: return "Housekeeping - Raw data";
-    case HK_Format::Calibrated: return "Housekeeping - Calibrated Data (no AD590 correction)";
-    case HK_Format::Calibrated_AD590: return "Housekeeping - Calibrated Data (with AD590 correction)";
+    case HKFormat::Raw: return "Housekeeping - Raw data";
+    case HKFormat::Calibrated: return "Housekeeping - Calibrated Data (no AD590 correction)";
+    case HKFormat::Calibrated_AD590: return "Housekeeping - Calibrated Data (with AD590 correction)";
   }
   return "";
 }
 
-Export_Result write_housekeeping(Session& session, const HK_Export& options, Line_Sink& out,
-                                 const Export_Progress& progress) {
-  Housekeeping_Writer writer(session, options);
+ExportResult write_housekeeping(Session& session, const HKExport& options, LineSink& out,
+                                 const ExportProgress& progress) {
+  HousekeepingWriter writer(session, options);
   writer.headings(out);
-  Export_Result result;
-  Progress_Ticker ticker(progress, options.range.size());
+  ExportResult result;
+  ProgressTicker ticker(progress, options.range.size());
   try {
     for (int32_t k = options.range.from; k <= options.range.to; ++k) {
       if (!ticker.at(result.rows)) {

@@ -9,14 +9,14 @@
 
 namespace morvane {
 
-Export_Result write_spectra(const Session& session, const Spectrum_Table& table, const Spectra_Export& options,
-                            Line_Sink& out, const Export_Progress& progress) {
+ExportResult write_spectra(const Session& session, const Spectrum_Table& table, const SpectraExport& options,
+                            LineSink& out, const ExportProgress& progress) {
   const int32_t columns = options.range.size();
-  Export_Result result;
-  Progress_Ticker ticker(progress, int64_t{columns} + kLastBin + 1);
+  ExportResult result;
+  ProgressTicker ticker(progress, int64_t{columns} + kLastBin + 1);
 
   // The bins table: a column per exported spectrum, none for a GC spectrum.
-  std::vector<std::unique_ptr<Assembled_Spectrum>> spectra;
+  std::vector<std::unique_ptr<AssembledSpectrum>> spectra;
   spectra.reserve(static_cast<size_t>(columns));
   const TelemetryFile& file = session.telemetry();
   for (int32_t s = options.range.from; s <= options.range.to; ++s) {
@@ -24,10 +24,10 @@ Export_Result write_spectra(const Session& session, const Spectrum_Table& table,
       result.cancelled = true;
       return result;
     }
-    std::unique_ptr<Assembled_Spectrum> spectrum;
+    std::unique_ptr<AssembledSpectrum> spectrum;
     if (table.is_complete(s)) {
-      spectrum = std::make_unique<Assembled_Spectrum>();
-      assemble_spectrum(file, session.catalogue.Science_List, table.column(s), session.Byte_Reverse, Sub_Packets::All,
+      spectrum = std::make_unique<AssembledSpectrum>();
+      assemble_spectrum(file, session.catalogue.Science_List, table.column(s), session.Byte_Reverse, SubPackets::All,
                         *spectrum);
     }
     spectra.push_back(std::move(spectrum));
@@ -35,7 +35,7 @@ Export_Result write_spectra(const Session& session, const Spectrum_Table& table,
 
   out.text("Spectra acquired from " + session.File_Name);
   out.end_line(false);
-  out.text(options.format == Spectra_Format::Raw ? "Spectra in raw data format"
+  out.text(options.format == SpectraFormat::Raw ? "Spectra in raw data format"
                                                  : "Spectra in format suitable for excel graphs");
   out.end_line(false);
   out.end_line(false);
@@ -52,7 +52,7 @@ Export_Result write_spectra(const Session& session, const Spectrum_Table& table,
     integer_cell(out, row);
     for (const auto& spectrum : spectra) {
       const bool shown =
-          spectrum && (options.format == Spectra_Format::Raw ? row <= spectrum->bin_count
+          spectrum && (options.format == SpectraFormat::Raw ? row <= spectrum->bin_count
                                                              : spectrum->written.test(static_cast<size_t>(row)));
       if (shown) {
         // Counts are whole numbers below 2^31 (4095 x 32768 at most).

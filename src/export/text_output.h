@@ -11,12 +11,12 @@ namespace morvane {
 // Delimited text: lines end in CR LF, as the instrument's spreadsheets (and RFC 4180) expect.
 // Lines are gathered in a large buffer, so an export of millions of cells makes few writes; only
 // whole lines reach the file.
-class Text_Output final : public Export_Output {
+class TextOutput final : public ExportOutput {
  public:
-  Text_Output(const std::string& path, char delimiter);
+  TextOutput(const std::string& path, char delimiter);
 
   void text(std::string_view text) override;
-  using Line_Sink::number;
+  using LineSink::number;
   void number(double value, std::string_view shown, std::string_view pattern) override;
   void empty() override;
   void end_line(bool trailing_delimiter) override;
@@ -29,7 +29,7 @@ class Text_Output final : public Export_Output {
   void cell(std::string_view shown);
   void flush();
 
-  Replacement_File file_;
+  ReplacementFile file_;
   char delimiter_;
   bool line_started_ = false;
   std::string buffer_;

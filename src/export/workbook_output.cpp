@@ -47,12 +47,12 @@ uint64_t sheet_size_in_zip(const std::string& zip) {
 
 }  // namespace
 
-Workbook_Output::Workbook_Output(const std::string& path, std::string_view sheet_name)
-    : Export_Output(path), file_(path) {
+WorkbookOutput::WorkbookOutput(const std::string& path, std::string_view sheet_name)
+    : ExportOutput(path), file_(path) {
   std::string made_at = file_.temporary_path();
   if (file_.direct()) {
     const std::filesystem::path scratch = std::filesystem::temp_directory_path() / "morvane-workbook.xlsx";
-    scratch_ = std::make_unique<Replacement_File>(scratch.string());
+    scratch_ = std::make_unique<ReplacementFile>(scratch.string());
     made_at = scratch_->temporary_path();
   }
   const std::filesystem::path target(made_at);
@@ -72,31 +72,31 @@ Workbook_Output::Workbook_Output(const std::string& path, std::string_view sheet
   }
 }
 
-Workbook_Output::~Workbook_Output() {
+WorkbookOutput::~WorkbookOutput() {
   if (workbook_ != nullptr) lxw_workbook_free(workbook_);  // neither finished nor kept: nothing is written
 }
 
-Workbook_Output::Cell& Workbook_Output::next_cell() {
+WorkbookOutput::Cell& WorkbookOutput::next_cell() {
   if (cell_count_ == cells_.size()) cells_.emplace_back();
   return cells_[cell_count_++];
 }
 
-void Workbook_Output::text(std::string_view text) {
+void WorkbookOutput::text(std::string_view text) {
   Cell& cell = next_cell();
   cell.kind = Cell::Text;
   cell.text.assign(text);
 }
 
-void Workbook_Output::number(double value, std::string_view, std::string_view pattern) {
+void WorkbookOutput::number(double value, std::string_view, std::string_view pattern) {
   Cell& cell = next_cell();
   cell.kind = Cell::Number;
   cell.value = value;
   cell.text.assign(pattern);
 }
 
-void Workbook_Output::empty() { next_cell().kind = Cell::Empty; }
+void WorkbookOutput::empty() { next_cell().kind = Cell::Empty; }
 
-lxw_format* Workbook_Output::format_for(const std::string& pattern) {
+lxw_format* WorkbookOutput::format_for(const std::string& pattern) {
   if (pattern.empty()) return nullptr;
   auto found = formats_.find(pattern);
   if (found != formats_.end()) return found->second;
@@ -106,7 +106,7 @@ lxw_format* Workbook_Output::format_for(const std::string& pattern) {
   return format;
 }
 
-void Workbook_Output::end_line(bool) {
+void WorkbookOutput::end_line(bool) {
   if (row_ >= LXW_ROW_MAX) {
     raise(ErrorNumber::SubscriptOutOfRange, path() + ": an .xlsx sheet holds at most 1048576 rows");
   }
@@ -128,7 +128,7 @@ void Workbook_Output::end_line(bool) {
   ++lines_;
 }
 
-void Workbook_Output::close() {
+void WorkbookOutput::close() {
   lxw_workbook* workbook = workbook_;
   workbook_ = nullptr;  // workbook_close frees it, whatever it returns
   check(workbook_close(workbook), path(), folder_);
@@ -140,7 +140,7 @@ void Workbook_Output::close() {
   closed_whole_ = true;
 }
 
-void Workbook_Output::finish() {
+void WorkbookOutput::finish() {
   cell_count_ = 0;
   try {
     close();
@@ -159,7 +159,7 @@ void Workbook_Output::finish() {
   }
 }
 
-void Workbook_Output::keep_partial() noexcept {
+void WorkbookOutput::keep_partial() noexcept {
   cell_count_ = 0;
   bool closed = closed_whole_;
   try {
@@ -170,10 +170,10 @@ void Workbook_Output::keep_partial() noexcept {
     closed = false;
   }
   scratch_.reset();
-  partial_path_ = file_.keep_partial(closed ? Partial_Content::Everything : Partial_Content::Nothing);
+  partial_path_ = file_.keep_partial(closed ? PartialContent::Everything : PartialContent::Nothing);
 }
 
-RuntimeError Workbook_Output::completed(const RuntimeError& error) const {
+RuntimeError WorkbookOutput::completed(const RuntimeError& error) const {
   return write_failure(error, file_, partial_path_);
 }
 

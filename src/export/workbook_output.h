@@ -22,13 +22,13 @@ namespace morvane {
 // of a million rows takes little memory; a sheet's limits (1048576 rows, 16384 columns) are
 // "Subscript out of range". A workbook for a direct destination (standard output, a pipe) is
 // made in the temporary folder and copied there when it is complete.
-class Workbook_Output final : public Export_Output {
+class WorkbookOutput final : public ExportOutput {
  public:
-  Workbook_Output(const std::string& path, std::string_view sheet_name);
-  ~Workbook_Output() override;
+  WorkbookOutput(const std::string& path, std::string_view sheet_name);
+  ~WorkbookOutput() override;
 
   void text(std::string_view text) override;
-  using Line_Sink::number;
+  using LineSink::number;
   void number(double value, std::string_view shown, std::string_view pattern) override;
   void empty() override;
   void end_line(bool trailing_delimiter) override;
@@ -47,10 +47,10 @@ class Workbook_Output final : public Export_Output {
   lxw_format* format_for(const std::string& pattern);
   void close();
 
-  Replacement_File file_;
+  ReplacementFile file_;
   // A workbook for standard output, a pipe or a device is made here first: a zip is written by
   // name and in no fixed order.
-  std::unique_ptr<Replacement_File> scratch_;
+  std::unique_ptr<ReplacementFile> scratch_;
   std::string folder_;
   lxw_workbook* workbook_ = nullptr;
   lxw_worksheet* sheet_ = nullptr;

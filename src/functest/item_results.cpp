@@ -11,7 +11,7 @@ namespace {
 
 // Where an item's samples lie. A current is the mean of two samples; a single sample is given
 // twice. A temperature index of 0 means the item has no temperature.
-struct Item_Samples {
+struct ItemSamples {
   int base_5v[2];
   int base_28v[2];
   int on_5v[2];
@@ -23,19 +23,19 @@ struct Item_Samples {
 
 enum class Checks { Currents, Temperature, All };
 
-double mean(const Short_Test_Evaluation& test, const int (&samples)[2]) {
+double mean(const ShortTestEvaluation& test, const int (&samples)[2]) {
   return (test.Eng_Value[static_cast<size_t>(samples[0])] + test.Eng_Value[static_cast<size_t>(samples[1])]) / 2;
 }
 
 // The stride of a heater (and of a Cruise Phase L-valve) starting at sample s: 5 V and 28 V
 // base, initial temperature, two pairs of 5 V and 28 V samples while on, final temperature.
-Item_Samples heated_stride(int s) {
-  return Item_Samples{{s, s + 8}, {s + 1, s + 9}, {s + 3, s + 5}, {s + 4, s + 6}, s + 2, s + 7, false};
+ItemSamples heated_stride(int s) {
+  return ItemSamples{{s, s + 8}, {s + 1, s + 9}, {s + 3, s + 5}, {s + 4, s + 6}, s + 2, s + 7, false};
 }
 
-Item_Row evaluate_item(const Short_Test_Evaluation& test, const char* name, const Item_Samples& at,
-                       const Range_Record& limits, int record, Checks checks) {
-  Item_Row row;
+ItemRow evaluate_item(const ShortTestEvaluation& test, const char* name, const ItemSamples& at,
+                       const RangeRecord& limits, int record, Checks checks) {
+  ItemRow row;
   row.name = name;
   row.record = record;
   row.limits = limits;
@@ -81,28 +81,28 @@ constexpr int kInjectorValveRecord = 38;
 
 }  // namespace
 
-void Display_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.valves.clear();
   for (int n = 1; n <= 12; ++n) {
     const int s = 7 * n + 18;  // sample s + 2 lies between the bases and the on samples, unread
-    const Item_Samples at{{s, s + 7}, {s + 1, s + 8}, {s + 3, s + 5}, {s + 4, s + 6}};
+    const ItemSamples at{{s, s + 7}, {s + 1, s + 8}, {s + 3, s + 5}, {s + 4, s + 6}};
     test.valves.push_back(
         evaluate_item(test, kValveNames[n - 1], at, ranges.record(kValveRecord), kValveRecord, Checks::Currents));
   }
 }
 
-void Display_InjectorValve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_InjectorValve_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.injector_valves.clear();
   for (int n = 1; n <= 3; ++n) {
     const int s = 4 * n + 9;
-    const Item_Samples at{{s, s + 4}, {s + 1, s + 5}, {s + 2, s + 2}, {s + 3, s + 3}};
+    const ItemSamples at{{s, s + 4}, {s + 1, s + 5}, {s + 2, s + 2}, {s + 3, s + 3}};
     test.injector_valves.push_back(evaluate_item(test, kInjectorValveNames[static_cast<size_t>(n - 1)], at,
                                                  ranges.record(kInjectorValveRecord), kInjectorValveRecord,
                                                  Checks::Currents));
   }
 }
 
-void Display_Heater_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Heater_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.heaters.clear();
   for (int n = 1; n <= 6; ++n) {
     test.heaters.push_back(
@@ -110,10 +110,10 @@ void Display_Heater_Results(Short_Test_Evaluation& test, const Test_Ranges& rang
   }
 }
 
-void Display_Large_Reactor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Large_Reactor_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.large_reactors.clear();
   for (int n = 1; n <= 5; ++n) {
-    Item_Samples at{};
+    ItemSamples at{};
     at.initial = n + 158;
     at.final = n + 163;
     test.large_reactors.push_back(
@@ -121,10 +121,10 @@ void Display_Large_Reactor_Results(Short_Test_Evaluation& test, const Test_Range
   }
 }
 
-void Display_Small_Reactor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Small_Reactor_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.small_reactors.clear();
   for (int n = 1; n <= 5; ++n) {
-    Item_Samples at{};
+    ItemSamples at{};
     at.initial = n + 168;
     at.final = n + 173;
     test.small_reactors.push_back(
@@ -133,7 +133,7 @@ void Display_Small_Reactor_Results(Short_Test_Evaluation& test, const Test_Range
 }
 
 // L-valve 5's after-samples, 219 and 220, are also the final samples of sensor rows 1 and 2.
-void Display_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Cruise_L_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   test.l_valves.clear();
   for (int n = 1; n <= 5; ++n) {
     test.l_valves.push_back(
@@ -143,8 +143,8 @@ void Display_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Rang
 
 // In the shortened test L-valves 1 and 2 are switched together, as are 3 and 4; each valve of a
 // pair is credited half the shared current rise. L-valve 5 is switched alone.
-void Display_Limited_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
-  static constexpr Item_Samples kPositions[5] = {
+void Display_Limited_Cruise_L_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
+  static constexpr ItemSamples kPositions[5] = {
       {{179, 189}, {180, 190}, {183, 185}, {184, 186}, 181, 187, true},
       {{179, 189}, {180, 190}, {183, 185}, {184, 186}, 182, 188, true},
       {{189, 199}, {190, 200}, {193, 195}, {194, 196}, 191, 197, true},

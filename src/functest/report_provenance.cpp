@@ -45,7 +45,7 @@ std::string local_time_now() {
   return text.data();
 }
 
-void stamp_report_source(Test_Report_Source& source, const std::string& program_version) {
+void stamp_report_source(TestReportSource& source, const std::string& program_version) {
   source.evaluated_at = local_time_now();
   source.program_version = program_version;
   source.file_sha256 = file_sha256(source.file_name);

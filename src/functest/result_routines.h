@@ -5,7 +5,7 @@
 
 #include "core/number_text.h"
 #include "functest/short_test.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_ranges.h"
 
 namespace morvane::result_routines {
 
@@ -14,26 +14,26 @@ inline Cell result_cell(bool pass) { return pass ? Cell{kPass, false} : Cell{kFa
 inline Cell value_cell(double value, const char* pattern) { return Cell{format_pattern(value, pattern), false}; }
 
 // The "Sensors" tab with the final samples 218 (Cruise Phase) or 206 (EAFT) readings on.
-void Display_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset);
-inline void Display_Cruise_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Sensor_Results(ShortTestEvaluation& test, const TestRanges& ranges, int offset);
+inline void Display_Cruise_Sensor_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   Display_Sensor_Results(test, ranges, final_offset(TestMode::CruisePhase));
 }
-inline void Display_Limited_Cruise_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+inline void Display_Limited_Cruise_Sensor_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   Display_Sensor_Results(test, ranges, final_offset(TestMode::EAFT));
 }
-void Display_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_InjectorValve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_Heater_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_Large_Reactor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_Small_Reactor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
-void Display_Limited_Cruise_L_Valve_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges);
+void Display_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_InjectorValve_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_Heater_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_Large_Reactor_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_Small_Reactor_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_Cruise_L_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges);
+void Display_Limited_Cruise_L_Valve_Results(ShortTestEvaluation& test, const TestRanges& ranges);
 // The summary of both modes; the modes differ only in the offset of the final rail samples.
-void Display_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset);
-inline void Display_Cruise_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Summary_Results(ShortTestEvaluation& test, const TestRanges& ranges, int offset);
+inline void Display_Cruise_Summary_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   Display_Summary_Results(test, ranges, final_offset(TestMode::CruisePhase));
 }
-inline void Display_Limited_Cruise_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+inline void Display_Limited_Cruise_Summary_Results(ShortTestEvaluation& test, const TestRanges& ranges) {
   Display_Summary_Results(test, ranges, final_offset(TestMode::EAFT));
 }
 

@@ -37,13 +37,13 @@ int limit_record_of_sensor(int sensor) {
   }
 }
 
-std::optional<Limit_Pair> sensor_limits(const Test_Ranges& ranges, int sensor) {
+std::optional<LimitPair> sensor_limits(const TestRanges& ranges, int sensor) {
   const int record = limit_record_of_sensor(sensor);
   if (record == 0) return std::nullopt;
   return ranges.record(record).pair(kValuePair);
 }
 
-std::optional<Test_Ranges> read_test_ranges_if_present(const std::string& egse_path, FileFormat type, TestMode mode) {
+std::optional<TestRanges> read_test_ranges_if_present(const std::string& egse_path, FileFormat type, TestMode mode) {
   const std::string path = test_ranges_path(egse_path, type, mode);
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;

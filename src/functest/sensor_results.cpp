@@ -8,12 +8,12 @@ namespace morvane::result_routines {
 
 namespace {
 
-struct Sensor_Design {
+struct SensorDesign {
   const char* name;
   const char* unit;
 };
 
-constexpr Sensor_Design kSensorRows[10] = {
+constexpr SensorDesign kSensorRows[10] = {
     {"Pressure Gauge 1", "bar"}, {"Pressure Gauge 2", "bar"},  {"Pressure Gauge 3", "bar"},
     {"Pressure Gauge 4", "bar"}, {"Pressure Gauge 5", "bar"},  {"AD590 Temperature", "oC"},
     {"Docking Station", "mm"},   {"Nanotip Current", "uA"},    {"Detector Voltage", "kV"},
@@ -26,10 +26,10 @@ constexpr double kAd590Drift = 20.0;
 
 }  // namespace
 
-void Display_Sensor_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset) {
+void Display_Sensor_Results(ShortTestEvaluation& test, const TestRanges& ranges, int offset) {
   test.sensors.clear();
   for (int i = 1; i <= 10; ++i) {
-    Sensor_Row row;
+    SensorRow row;
     row.name = kSensorRows[i - 1].name;
     row.unit = kSensorRows[i - 1].unit;
     row.initial_index = i;

@@ -5,7 +5,7 @@
 
 #include "core/error.h"
 #include "core/number_text.h"
-#include "functest/test_data.h"
+#include "functest/short_test_data.h"
 
 namespace morvane {
 
@@ -51,12 +51,12 @@ std::string short_test_hint_label(int32_t test_count) {
   return test_count == 0 ? "Press 'cancel' to exit" : "Double click on test to view or Press 'cancel' to exit";
 }
 
-Short_Test_List find_short_tests(const Session& session) {
+ShortTestList find_short_tests(const Session& session) {
   return find_short_tests(session, parse_test_mode(session.Test_Mode));
 }
 
-Short_Test_List find_short_tests(const Session& session, TestMode mode) {
-  Short_Test_List list;
+ShortTestList find_short_tests(const Session& session, TestMode mode) {
+  ShortTestList list;
   if (session.loaded()) {
     const EntryList& science = session.catalogue.Science_List;
     for (int32_t k = 1; k <= science.size(); ++k) {
@@ -70,7 +70,7 @@ Short_Test_List find_short_tests(const Session& session, TestMode mode) {
   return list;
 }
 
-int32_t science_index_of_line(const Short_Test_List& list, int32_t line) {
+int32_t science_index_of_line(const ShortTestList& list, int32_t line) {
   if (line < 1 || line > list.Test_Count()) {
     raise(ErrorNumber::SubscriptOutOfRange,
           "test " + std::to_string(line) + " of a list of " + std::to_string(list.Test_Count()));

@@ -13,8 +13,8 @@ constexpr int kAd590Reading = 6;
 
 // The instrument's reference temperature: the mean of the AD590 readings at the start and the
 // end of the test, or the one that is there, or 0 degrees C when neither is.
-void set_reference_temperature(const Configuration& config, Short_Test_Evaluation& test) {
-  Test_Readings& r = test.readings;
+void set_reference_temperature(const Configuration& config, ShortTestEvaluation& test) {
+  TestReadings& r = test.readings;
   bool present[2] = {false, false};
   const int readings[2] = {kAd590Reading, kAd590Reading + final_offset(test.mode)};
   for (int i = 0; i < 2; ++i) {
@@ -39,10 +39,10 @@ void set_reference_temperature(const Configuration& config, Short_Test_Evaluatio
 // Every reading to its engineering value. Thermocouples get the cold junction added to a copy of
 // their voltage; other channels are converted in place, so a pressure channel's voltage is left
 // altered as the conversion leaves it.
-void convert_readings(const Configuration& config, Short_Test_Evaluation& test) {
+void convert_readings(const Configuration& config, ShortTestEvaluation& test) {
   set_reference_temperature(config, test);
   test.Cold_Junction = config.NType.NType_Reverse_Lookup(test.Reference_Temperature);
-  Test_Readings& r = test.readings;
+  TestReadings& r = test.readings;
   for (size_t k = 1; k <= kTestReadings; ++k) {
     const int sensor = r.Sensor_ID[k];
     if (is_thermocouple(sensor)) {
@@ -64,7 +64,7 @@ namespace {
 
 // The drivers of the two modes: the same conversion, then the result routines in the view's
 // order; they differ in the final samples and the L-valve routine.
-void Display_Cruise_Results(const Configuration& config, Short_Test_Evaluation& test, const Test_Ranges& ranges) {
+void Display_Cruise_Results(const Configuration& config, ShortTestEvaluation& test, const TestRanges& ranges) {
   using namespace result_routines;
   convert_readings(config, test);
   Display_Cruise_Sensor_Results(test, ranges);
@@ -77,8 +77,8 @@ void Display_Cruise_Results(const Configuration& config, Short_Test_Evaluation& 
   Display_Cruise_Summary_Results(test, ranges);
 }
 
-void Display_Limited_Cruise_Results(const Configuration& config, Short_Test_Evaluation& test,
-                                    const Test_Ranges& ranges) {
+void Display_Limited_Cruise_Results(const Configuration& config, ShortTestEvaluation& test,
+                                    const TestRanges& ranges) {
   using namespace result_routines;
   test.mode_title = kExtendedModeTitle;
   convert_readings(config, test);
@@ -94,9 +94,9 @@ void Display_Limited_Cruise_Results(const Configuration& config, Short_Test_Eval
 
 }  // namespace
 
-Short_Test_Evaluation evaluate_short_test(const Configuration& config, TestMode mode, const Test_Packets& packets,
-                                          const Test_Readings& readings, const Test_Ranges& ranges) {
-  Short_Test_Evaluation test;
+ShortTestEvaluation evaluate_short_test(const Configuration& config, TestMode mode, const TestPackets& packets,
+                                          const TestReadings& readings, const TestRanges& ranges) {
+  ShortTestEvaluation test;
   test.mode = mode;
   test.start_label = start_label_text(packets.Start_Time);
   test.mode_title = kDesignedModeTitle;
@@ -111,11 +111,11 @@ Short_Test_Evaluation evaluate_short_test(const Configuration& config, TestMode 
   return test;
 }
 
-Short_Test_Evaluation open_short_test(const Session& session) {
+ShortTestEvaluation open_short_test(const Session& session) {
   const TestMode mode = parse_test_mode(session.Test_Mode);
-  const Test_Packets packets = collect_test_packets(session.catalogue, session.Current_Science_Index);
-  const Test_Ranges ranges = read_test_ranges(test_ranges_path(session.config.Egse_Path, session.File_Type, mode));
-  const Test_Readings readings = Load_Test_Data(session, packets);
+  const TestPackets packets = collect_test_packets(session.catalogue, session.Current_Science_Index);
+  const TestRanges ranges = read_test_ranges(test_ranges_path(session.config.Egse_Path, session.File_Type, mode));
+  const TestReadings readings = Load_Test_Data(session, packets);
   return evaluate_short_test(session.config, mode, packets, readings, ranges);
 }
 

@@ -25,10 +25,10 @@ namespace result_routines {
 
 namespace {
 
-double eng(const Short_Test_Evaluation& test, int k) { return test.Eng_Value[static_cast<size_t>(k)]; }
+double eng(const ShortTestEvaluation& test, int k) { return test.Eng_Value[static_cast<size_t>(k)]; }
 
-Rail_Row rail_row(const char* name, const char* unit, double value, const Test_Ranges& ranges, int record) {
-  Rail_Row row;
+RailRow rail_row(const char* name, const char* unit, double value, const TestRanges& ranges, int record) {
+  RailRow row;
   row.name = name;
   row.unit = unit;
   row.measured = value;
@@ -50,7 +50,7 @@ bool all_pass(const Rows& rows) {
 
 }  // namespace
 
-void Display_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ranges, int offset) {
+void Display_Summary_Results(ShortTestEvaluation& test, const TestRanges& ranges, int offset) {
   test.rails.clear();
   test.rails.push_back(rail_row("5V Voltage", "V", (eng(test, 11 + offset) + eng(test, 11)) / 2, ranges, 32));
   test.rails.push_back(
@@ -58,7 +58,7 @@ void Display_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ran
   test.rails.push_back(rail_row("28V Voltage", "V", (eng(test, 12 + offset) + eng(test, 12)) / 2, ranges, 34));
   test.rails.push_back(
       rail_row("28V Current", "mA", (eng(test, 18) + eng(test, 14) + eng(test, 22) + eng(test, 26)) / 4, ranges, 35));
-  Rail_Row rf = rail_row("RF Frequency", "kHz", test.readings.RF_Frequency, ranges, 36);
+  RailRow rf = rail_row("RF Frequency", "kHz", test.readings.RF_Frequency, ranges, 36);
   if (!test.readings.RF_Found) {
     rf.value = Cell{kNotMeasured, false};
     rf.result = result_cell(false);
@@ -77,7 +77,7 @@ void Display_Summary_Results(Short_Test_Evaluation& test, const Test_Ranges& ran
       {"Voltages and RF", all_pass(test.rails)},
   };
   test.subsystems.clear();
-  for (const auto& [name, pass] : subsystems) test.subsystems.push_back(Subsystem_Row{name, result_cell(pass)});
+  for (const auto& [name, pass] : subsystems) test.subsystems.push_back(SubsystemRow{name, result_cell(pass)});
 
   test.overall = all_pass(test.subsystems) ? Cell{kOverallPassed, false} : Cell{kFail, true};
 

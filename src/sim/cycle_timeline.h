@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "test_script.h"
+#include "short_test_script.h"
 
 namespace morvane::sim {
 
@@ -15,17 +15,17 @@ namespace morvane::sim {
 
 // A word of an event packet: a constant, the ADC word of a sensor read at that moment, or the
 // operating mode the instrument is in at that moment.
-struct Event_Word {
+struct EventWord {
   enum class Source { Constant, Reading, Mode };
   Source source = Source::Constant;
   int value = 0;  // the constant, or the sensor read
 };
-Event_Word reading_of(int sensor);
-Event_Word current_mode();
+EventWord reading_of(int sensor);
+EventWord current_mode();
 
 // The value a limit event reports: `value` itself (fixed), or the sensor's value at that moment
 // held at or above `value` and raised by `margin` (at least), or held at or below `value` (at most).
-struct Limit_Value {
+struct LimitValue {
   enum class Kind { Fixed, AtLeast, AtMost };
   Kind kind = Kind::Fixed;
   double value = 0;
@@ -34,7 +34,7 @@ struct Limit_Value {
 
 namespace happen {
 
-struct Power_On {
+struct PowerOn {
   int cycle = 0;
 };
 struct Housekeeping {
@@ -47,51 +47,51 @@ struct Telecommand {
 struct Event {
   int event_class = 1;
   int id = 0;
-  std::vector<Event_Word> words;
+  std::vector<EventWord> words;
 };
-struct Limit_Event {
+struct LimitEvent {
   int id = 0;
   int sensor = 0;
-  Limit_Value value;
+  LimitValue value;
   double low = 0, high = 0;
 };
-struct Checksum_Report {
+struct ChecksumReport {
   bool as_event = false;  // a progress event, or else an acceptance report
   int memory_type = 0;
   int reports = 0;
 };
-struct Memory_Dump {
+struct MemoryDump {
   int memory_type = 0;
   int cycle = 0;
 };
-struct Select_Mode {
+struct SelectMode {
   int mode = 0;
 };
-struct Ion_Trap {
+struct IonTrap {
   bool on = false;
 };
 struct Heater {
   int sensor = 0;  // heaters are named by their thermocouple sensor
   bool on = false;
 };
-struct Gc_Flow {
+struct GcFlow {
   bool on = false;
 };
-struct Docking_Target {
+struct DockingTarget {
   double millimetres = 0;
 };
 struct Auxiliary {
   std::vector<int> sensors;  // one reading a second, the last one now
 };
-struct Rf_Calibration {
+struct RfCalibration {
   int frequency_count = 0;
 };
-struct Gc_Spectrum {};
+struct GcSpectrum {};
 // The detector scans an isotope spectrum; its sub-packets follow.
-struct Isotope_Scan {
+struct IsotopeScan {
   int first_bin = 0, bins = 0;
 };
-struct Isotope_Sub_Packet {
+struct IsotopeSubPacket {
   int spectrum = 0;  // the run of spectra, counted over the whole file
   int first_bin = 0, bins = 0;
   int sub_packets = 0;
@@ -99,32 +99,32 @@ struct Isotope_Sub_Packet {
 };
 // A packet no table of the ground names: an acceptance report of an unknown class, or a science
 // packet of an unknown sub-type.
-struct Unknown_Acceptance {};
-struct Unknown_Science {};
+struct UnknownAcceptance {};
+struct UnknownScience {};
 
 // Short form tests: the start (readings cleared, the scripted fault set), each reading, each
 // load switched, each packet of 29 readings, and the end (faults cleared, the mode's end event).
-struct Test_Start {
+struct TestStart {
   bool faulty_cruise = false;  // the GC heater is open
   bool faulty_eaft = false;    // reactor 9's heater is open
 };
-struct Test_Reading {
+struct TestReading {
   int reading = 0;  // 1..232
   int channel = 0;  // 0: a slot with no measurement
 };
-struct Test_Switch {
+struct TestSwitch {
   Load load;
   bool on = false;
 };
-struct Test_Packet {
+struct TestPacket {
   int run = 0;     // the test run, counted over the whole file
   int number = 0;  // 1..8
   bool lost = false;
 };
-struct High_Voltage {
+struct HighVoltage {
   double kilovolts = 0;
 };
-struct Test_End {
+struct TestEnd {
   int mode = 0;
   bool faulty_cruise = false;
 };
@@ -132,29 +132,29 @@ struct Test_End {
 }  // namespace happen
 
 using Happening =
-    std::variant<happen::Power_On, happen::Housekeeping, happen::Telecommand, happen::Event, happen::Limit_Event,
-                 happen::Checksum_Report, happen::Memory_Dump, happen::Select_Mode, happen::Ion_Trap, happen::Heater,
-                 happen::Gc_Flow, happen::Docking_Target, happen::Auxiliary, happen::Rf_Calibration,
-                 happen::Gc_Spectrum, happen::Isotope_Scan, happen::Isotope_Sub_Packet, happen::Unknown_Acceptance,
-                 happen::Unknown_Science, happen::Test_Start, happen::Test_Reading, happen::Test_Switch,
-                 happen::Test_Packet, happen::High_Voltage, happen::Test_End>;
+    std::variant<happen::PowerOn, happen::Housekeeping, happen::Telecommand, happen::Event, happen::LimitEvent,
+                 happen::ChecksumReport, happen::MemoryDump, happen::SelectMode, happen::IonTrap, happen::Heater,
+                 happen::GcFlow, happen::DockingTarget, happen::Auxiliary, happen::RfCalibration,
+                 happen::GcSpectrum, happen::IsotopeScan, happen::IsotopeSubPacket, happen::UnknownAcceptance,
+                 happen::UnknownScience, happen::TestStart, happen::TestReading, happen::TestSwitch,
+                 happen::TestPacket, happen::HighVoltage, happen::TestEnd>;
 
-struct Timed_Happening {
+struct TimedHappening {
   int64_t offset = 0;  // seconds from the cycle's power-on
   Happening what;
 };
 
 // One cycle: its happenings in time order (those at the same second in the order they were
 // planned), and the scripted tests (indices into scripted_tests()) its test runs carry out.
-struct Cycle_Timeline {
-  std::vector<Timed_Happening> happenings;
+struct CycleTimeline {
+  std::vector<TimedHappening> happenings;
   std::vector<int> test_runs;
   int spectra = 0;  // isotope spectra scanned
 };
 
 // Cycle `cycle` (from 0) of the instrument. Test runs and spectra are numbered over the whole
 // file, from first_test_run and first_spectrum.
-Cycle_Timeline cycle_timeline(int cycle, int first_test_run, int first_spectrum);
+CycleTimeline cycle_timeline(int cycle, int first_test_run, int first_spectrum);
 
 // Operating modes the cycle selects, and constants its happenings share with the encoders.
 inline constexpr int kStandby = 0, kCruisePhase = 3, kCheckout = 4, kCalibration = 11, kAtmosphere = 13,

@@ -5,7 +5,7 @@ namespace morvane::sim {
 
 // Thermocouples read at gain 100 with 2^6 counts a byte step (about 5 degrees C); sensor 28 is
 // the board temperature (unsigned, degrees C = V x 100 - 273), 29 the docking station (unsigned).
-const std::array<Sensor_Design, 36> kSensors = {{
+const std::array<SensorDesign, 36> kSensors = {{
     {"Reactor 1", 22, 101, 6, "oC"},      {"Reactor 2", 23, 102, 6, "oC"},
     {"Reactor 3", 24, 103, 6, "oC"},      {"Reactor 4", 25, 104, 6, "oC"},
     {"Reactor 5", 26, 105, 6, "oC"},      {"Reactor 6", 27, 106, 6, "oC"},
@@ -35,7 +35,7 @@ int sensor_of_channel(int channel) {
 }
 
 // Readings in the same unit as the pressure voltage x 10: 5 at vacuum, 45 at one atmosphere.
-const std::array<Pressure_Design, 5> kPressureSensors = {{
+const std::array<PressureDesign, 5> kPressureSensors = {{
     {22, 45.0, 5.0}, {23, 45.0, 5.0}, {24, 45.0, 5.0}, {25, 45.0, 5.0}, {26, 45.0, 5.0},
 }};
 

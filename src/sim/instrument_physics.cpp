@@ -8,7 +8,7 @@ namespace morvane::sim {
 namespace {
 
 // A heated item: where its heater drives it, how fast, and what the heater draws (mA).
-struct Thermal_Design {
+struct ThermalDesign {
   int sensor;
   double setpoint;
   double time_constant;
@@ -19,7 +19,7 @@ struct Thermal_Design {
 // Large reactors (ovens) reach a few hundred degrees in minutes; small reactors are quicker;
 // the latching valves and the manifolds, chromatograph and ion trap are gentler. The draws keep
 // the 28 V current of any mode below the 256 mA its housekeeping byte can show.
-constexpr std::array<Thermal_Design, 22> kThermal = {{
+constexpr std::array<ThermalDesign, 22> kThermal = {{
     {1, 450, 180, 2.0, 20},  {2, 450, 180, 2.0, 20},  {3, 450, 180, 2.0, 20},  {4, 450, 190, 2.0, 20},
     {5, 450, 190, 2.0, 20},  {6, 450, 200, 2.0, 20},  {7, 350, 90, 1.5, 15},   {8, 200, 200, 5.0, 33},
     {9, 350, 90, 1.5, 15},   {10, 350, 100, 1.5, 15}, {11, 110, 60, 7.0, 25},  {12, 110, 60, 7.0, 25},
@@ -44,14 +44,14 @@ double relax(double value, double target, double factor) { return target + (valu
 
 }  // namespace
 
-Instrument_Physics::Instrument_Physics(int64_t start_time)
+InstrumentPhysics::InstrumentPhysics(int64_t start_time)
     : time_(start_time), board_(19.5), trap_pressure_(18.0), docking_(14.3) {
   for (const auto& d : kThermal) temperature_[static_cast<size_t>(d.sensor)] = board_;
   // Gas left in the lines since the last run: it is pumped away over the first hour.
   line_pressure_ = {0.0, 0.45, 0.40, 0.30};
 }
 
-const Instrument_Physics::Decay& Instrument_Physics::decay_for(double dt) {
+const InstrumentPhysics::Decay& InstrumentPhysics::decay_for(double dt) {
   if (decay_.dt == dt) return decay_;
   decay_.dt = dt;
   for (size_t i = 0; i < kThermal.size(); ++i) decay_.thermal[i] = decay(dt, kThermal[i].time_constant);
@@ -62,7 +62,7 @@ const Instrument_Physics::Decay& Instrument_Physics::decay_for(double dt) {
   return decay_;
 }
 
-void Instrument_Physics::advance_to(int64_t t) {
+void InstrumentPhysics::advance_to(int64_t t) {
   if (t <= time_) return;
   const Decay& f = decay_for(static_cast<double>(t - time_));
   time_ = t;
@@ -70,7 +70,7 @@ void Instrument_Physics::advance_to(int64_t t) {
   const double board_target = 27.0 + (ion_trap_on_ ? 2.0 : 0.0) + 1.5 * day;
   board_ = relax(board_, board_target, f.board);
   for (size_t i = 0; i < kThermal.size(); ++i) {
-    const Thermal_Design& d = kThermal[i];
+    const ThermalDesign& d = kThermal[i];
     const auto s = static_cast<size_t>(d.sensor);
     const bool heating = heater_on_[s] && !heater_open_[s];
     temperature_[s] = relax(temperature_[s], heating ? d.setpoint : board_, f.thermal[i]);
@@ -82,20 +82,20 @@ void Instrument_Physics::advance_to(int64_t t) {
   docking_ = relax(docking_, docking_target_, f.docking);
 }
 
-void Instrument_Physics::set_heater(int sensor, bool on) { heater_on_[static_cast<size_t>(sensor)] = on; }
+void InstrumentPhysics::set_heater(int sensor, bool on) { heater_on_[static_cast<size_t>(sensor)] = on; }
 
-void Instrument_Physics::set_valve(int valve, bool on) {
+void InstrumentPhysics::set_valve(int valve, bool on) {
   // Each opening lets a little gas from the supply into the manifold.
   if (on && !valve_on_[static_cast<size_t>(valve)]) line_pressure_[1] += 0.015;
   valve_on_[static_cast<size_t>(valve)] = on;
 }
 
-void Instrument_Physics::set_injector(int injector, bool on) {
+void InstrumentPhysics::set_injector(int injector, bool on) {
   if (on && !injector_on_[static_cast<size_t>(injector)]) line_pressure_[2] += 0.04;
   injector_on_[static_cast<size_t>(injector)] = on;
 }
 
-double Instrument_Physics::current_5v() const {
+double InstrumentPhysics::current_5v() const {
   double ma = kBase5V + (ion_trap_on_ ? kIonTrapDraw5V : 0.0);
   for (const auto& d : kThermal) {
     const auto s = static_cast<size_t>(d.sensor);
@@ -106,7 +106,7 @@ double Instrument_Physics::current_5v() const {
   return ma;
 }
 
-double Instrument_Physics::current_28v() const {
+double InstrumentPhysics::current_28v() const {
   double ma = kBase28V + (ion_trap_on_ ? kIonTrapDraw28V : 0.0);
   for (const auto& d : kThermal) {
     const auto s = static_cast<size_t>(d.sensor);
@@ -117,7 +117,7 @@ double Instrument_Physics::current_28v() const {
   return ma;
 }
 
-double Instrument_Physics::value(int s) const {
+double InstrumentPhysics::value(int s) const {
   if ((s >= 1 && s <= 21) || s == 27) return temperature_[static_cast<size_t>(s)];
   switch (s) {
     case 22: return 1.85 * (273.15 + board_) / 298.15;  // the helium supply, warming with the board
@@ -138,7 +138,7 @@ double Instrument_Physics::value(int s) const {
   }
 }
 
-double Instrument_Physics::noise_sigma(int s) {
+double InstrumentPhysics::noise_sigma(int s) {
   if ((s >= 1 && s <= 21) || s == 27) return 0.3;
   switch (s) {
     case 22:

@@ -10,12 +10,12 @@ namespace morvane::sim {
 // What the simulated instrument's sensors would read: temperatures that follow their heaters,
 // pressures that settle, supply currents that rise with every load switched on. Time is lander
 // seconds; the state moves only forward, by advance_to.
-class Instrument_Physics {
+class InstrumentPhysics {
  public:
   static constexpr int kValves = 19;  // V1..V16, then VA, VB, VC
   static constexpr int kInjectors = 3;
 
-  explicit Instrument_Physics(int64_t start_time);
+  explicit InstrumentPhysics(int64_t start_time);
 
   int64_t time() const { return time_; }
   // Lets the state evolve to time t (no effect for a t in the past).

@@ -23,7 +23,7 @@ extern "C" void request_stop(int) { stop_requested.store(true); }
 void add_live_command(CLI::App& app) {
   struct Options {
     std::string path;
-    Live_Options live;
+    LiveOptions live;
   };
   auto options = std::make_shared<Options>();
   auto* command = app.add_subcommand("live", "append CSS frames to a log file until stopped");

@@ -54,12 +54,12 @@ void sleep_until(Clock::time_point deadline, const std::atomic<bool>& stop) {
 
 }  // namespace
 
-int64_t run_live_feed(const std::string& path, const Live_Options& options, const std::atomic<bool>& stop) {
+int64_t run_live_feed(const std::string& path, const LiveOptions& options, const std::atomic<bool>& stop) {
   Output out(path);
-  Telemetry_Options telemetry;
+  TelemetryOptions telemetry;
   telemetry.format = FileFormat::CSS;
   telemetry.seed = options.seed;
-  Telemetry_Stream stream(telemetry);
+  TelemetryStream stream(telemetry);
   Random timing(stream_seed(options.seed, 3));
   const auto interval = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1.0 / options.rate));
   const auto start = Clock::now();

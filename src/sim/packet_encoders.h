@@ -45,43 +45,43 @@ inline constexpr int kSpectrumBins = 32;
 constexpr int selector_value(LabelCode label) { return label_rule(label).selector_value; }
 
 // One timed reading of an auxiliary packet.
-struct Aux_Reading {
+struct AuxReading {
   int32_t time = 0;
   int channel = 0;
   int word = 0;
 };
 
-void encode_housekeeping(Sim_Packet& p, int sub_type, int mode, int line, const std::vector<uint8_t>& sensor_bytes);
-void encode_registers(Sim_Packet& p, const std::array<int, 16>& registers);
-void encode_auxiliary(Sim_Packet& p, const std::vector<Aux_Reading>& readings);
-void encode_event(Sim_Packet& p, int event_class, int id, const std::vector<int>& words);
+void encode_housekeeping(SimPacket& p, int sub_type, int mode, int line, const std::vector<uint8_t>& sensor_bytes);
+void encode_registers(SimPacket& p, const std::array<int, 16>& registers);
+void encode_auxiliary(SimPacket& p, const std::vector<AuxReading>& readings);
+void encode_event(SimPacket& p, int event_class, int id, const std::vector<int>& words);
 // An acceptance report's class and the telecommand it concerns (a report of an unknown class
 // carries no more).
-void encode_acceptance(Sim_Packet& p, int event_class, int packet_id, int sequence_control);
-void encode_accepted(Sim_Packet& p, int packet_id, int sequence_control, int command);
-void encode_rejected(Sim_Packet& p, int packet_id, int sequence_control, int failure_code, int command, int detail1,
+void encode_acceptance(SimPacket& p, int event_class, int packet_id, int sequence_control);
+void encode_accepted(SimPacket& p, int packet_id, int sequence_control, int command);
+void encode_rejected(SimPacket& p, int packet_id, int sequence_control, int failure_code, int command, int detail1,
                      int detail2);
-void encode_rf_calibration(Sim_Packet& p, int drive_word, const std::array<int, 18>& sweep, int frequency_count);
+void encode_rf_calibration(SimPacket& p, int drive_word, const std::array<int, 18>& sweep, int frequency_count);
 
 // A memory block of a dump: where it lies and its words.
-struct Memory_Block {
+struct MemoryBlock {
   int page = 0;
   int address = 0;
   std::vector<int> words;
 };
-void encode_memory_dump(Sim_Packet& p, int memory_type, const std::vector<Memory_Block>& blocks);
+void encode_memory_dump(SimPacket& p, int memory_type, const std::vector<MemoryBlock>& blocks);
 // A checksum report's row r (from 1) covers `length` words from address.
-struct Checksum_Row {
+struct ChecksumRow {
   int page = 0;
   int address = 0;
   int length = 0;
   int checksum = 0;
 };
-void encode_checksum_report(Sim_Packet& p, int memory_type, const std::vector<Checksum_Row>& rows);
+void encode_checksum_report(SimPacket& p, int memory_type, const std::vector<ChecksumRow>& rows);
 
-void encode_gc_spectrum(Sim_Packet& p, const std::vector<uint16_t>& bins);
+void encode_gc_spectrum(SimPacket& p, const std::vector<uint16_t>& bins);
 // Sub-packet `number` of an isotope spectrum: its bins from first_bin, the scan flags.
-void encode_isotope_sub_packet(Sim_Packet& p, int number, int flag_word, int first_bin,
+void encode_isotope_sub_packet(SimPacket& p, int number, int flag_word, int first_bin,
                                const std::vector<uint16_t>& bins);
 
 }  // namespace morvane::sim

@@ -12,9 +12,9 @@ namespace morvane::sim {
 // The instrument's analogue front end, run backwards: what a sensor's engineering value becomes
 // as a housekeeping byte or a 16-bit ADC word, so that the workstation's conversions give the
 // value back. Thermocouples measure against the cold junction (the board, sensor 28).
-class Sensor_Codec {
+class SensorCodec {
  public:
-  Sensor_Codec();
+  SensorCodec();
 
   // Thermocouple output for a temperature, microvolts, from the N-type table the configuration
   // writes (the same table the workstation reads).

@@ -3,8 +3,8 @@
 
 namespace morvane::sim {
 
-const std::vector<Scripted_Test>& scripted_tests() {
-  static const std::vector<Scripted_Test> tests = {
+const std::vector<ScriptedTest>& scripted_tests() {
+  static const std::vector<ScriptedTest> tests = {
       {"Cruise Phase", true, 400, 0, 532.49375, {}, {}, "All 8 Science data packets were collected."},
       {"Cruise Phase",
        false,

@@ -3,8 +3,8 @@
 
 namespace morvane::sim {
 
-Sim_Packet start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond) {
-  Sim_Packet p;
+SimPacket start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond) {
+  SimPacket p;
   p.length = length;
   p.label = label;
   p.lander_time = lander_time;

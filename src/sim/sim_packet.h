@@ -12,7 +12,7 @@ namespace morvane::sim {
 // One source packet as the instrument sends it: its bytes in transmission order (each word
 // high byte first; a byte-reversed file swaps them when it is written), with what the
 // catalogue will make of it and the bookkeeping the writers report.
-struct Sim_Packet {
+struct SimPacket {
   static constexpr int kMaxLength = 256;  // what a ZEB record holds (items 9..136)
 
   std::array<uint8_t, kMaxLength> bytes{};
@@ -42,6 +42,6 @@ struct Sim_Packet {
 // A packet that the catalogue will label so, with its header filled: the identifier of the
 // label's kind, flags and sequence count, length (bytes; the length field is length - 7), lander
 // time and a sub-second word at offset 10.
-Sim_Packet start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond);
+SimPacket start_packet(LabelCode label, int flags, int sequence, int length, int32_t lander_time, int subsecond);
 
 }  // namespace morvane::sim

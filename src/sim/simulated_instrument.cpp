@@ -36,22 +36,22 @@ constexpr int kPwmBits[16] = {1, 2, 4, 5, 6, 7, 8, 9, 10, 27, 18, 16, 17, 19, 21
 
 }  // namespace
 
-Simulated_Instrument::Simulated_Instrument(uint64_t seed) : physics_(kStartTime), random_(stream_seed(seed, 1)) {}
+SimulatedInstrument::SimulatedInstrument(uint64_t seed) : physics_(kStartTime), random_(stream_seed(seed, 1)) {}
 
-Sim_Packet Simulated_Instrument::next() {
+SimPacket SimulatedInstrument::next() {
   while (out_.empty()) {
     if (next_happening_ == timeline_.happenings.size()) plan_next_cycle();
-    const Timed_Happening& happening = timeline_.happenings[next_happening_++];
+    const TimedHappening& happening = timeline_.happenings[next_happening_++];
     now_ = cycle_start_ + happening.offset;
     physics_.advance_to(now_);
     std::visit([this](const auto& what) { play(what); }, happening.what);
   }
-  Sim_Packet packet = out_.front();
+  SimPacket packet = out_.front();
   out_.pop_front();
   return packet;
 }
 
-void Simulated_Instrument::plan_next_cycle() {
+void SimulatedInstrument::plan_next_cycle() {
   timeline_ = cycle_timeline(cycle_, static_cast<int>(test_runs_.size()), spectrum_runs_);
   test_runs_.insert(test_runs_.end(), timeline_.test_runs.begin(), timeline_.test_runs.end());
   spectrum_runs_ += timeline_.spectra;
@@ -60,31 +60,31 @@ void Simulated_Instrument::plan_next_cycle() {
   ++cycle_;
 }
 
-void Simulated_Instrument::emit(Sim_Packet packet) {
+void SimulatedInstrument::emit(SimPacket packet) {
   if (packet.kind() == PacketKind::Science) last_science_time_ = now_;
   out_.push_back(packet);
 }
 
-Sim_Packet Simulated_Instrument::start(LabelCode label, int flags, int& counter, int length) {
+SimPacket SimulatedInstrument::start(LabelCode label, int flags, int& counter, int length) {
   const int sequence = counter;
   counter = (counter + 1) & 0x3FFF;
   return start_packet(label, flags, sequence, length, static_cast<int32_t>(now_), random_.below(65536));
 }
 
-double Simulated_Instrument::measure(int s) {
-  return physics_.value(s) + random_.noise(Instrument_Physics::noise_sigma(s));
+double SimulatedInstrument::measure(int s) {
+  return physics_.value(s) + random_.noise(InstrumentPhysics::noise_sigma(s));
 }
 
-uint16_t Simulated_Instrument::adc_reading(int s) {
+uint16_t SimulatedInstrument::adc_reading(int s) {
   return codec_.adc_word(s, measure(s), physics_.board_temperature());
 }
 
-void Simulated_Instrument::play(const happen::Power_On& h) {
+void SimulatedInstrument::play(const happen::PowerOn& h) {
   // A restart: counters from zero, every load off.
   hk_sequence_ = event_sequence_ = acceptance_sequence_ = dump_sequence_ = science_sequence_ = 0;
   for (int s = 1; s <= 27; ++s) physics_.set_heater(s, false);
-  for (int v = 1; v <= Instrument_Physics::kValves; ++v) physics_.set_valve(v, false);
-  for (int i = 1; i <= Instrument_Physics::kInjectors; ++i) physics_.set_injector(i, false);
+  for (int v = 1; v <= InstrumentPhysics::kValves; ++v) physics_.set_valve(v, false);
+  for (int i = 1; i <= InstrumentPhysics::kInjectors; ++i) physics_.set_injector(i, false);
   physics_.set_ion_trap(false);
   physics_.set_gc_flow(false);
   mode_ = kStandby;
@@ -99,10 +99,10 @@ void Simulated_Instrument::play(const happen::Power_On& h) {
   event(1, 55001, words);
 }
 
-void Simulated_Instrument::play(const happen::Housekeeping& h) {
+void SimulatedInstrument::play(const happen::Housekeeping& h) {
   const bool complete = h.sub_type == selector_value(LabelCode::Complete);
   const LabelCode label = label_of(PacketKind::Housekeeping, h.sub_type, FormatFamily::Frames282);
-  Sim_Packet p = start(label, kStandalone, hk_sequence_, complete ? 96 : 58);
+  SimPacket p = start(label, kStandalone, hk_sequence_, complete ? 96 : 58);
   const double junction_emf = codec_.fast_emf(physics_.board_temperature());
   std::vector<uint8_t> sensor_bytes(kSensors.size());
   for (int s = 1; s <= static_cast<int>(kSensors.size()); ++s) {
@@ -141,36 +141,36 @@ void Simulated_Instrument::play(const happen::Housekeeping& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Telecommand& h) { telecommand(h.type, h.sub_type, h.failure_code); }
+void SimulatedInstrument::play(const happen::Telecommand& h) { telecommand(h.type, h.sub_type, h.failure_code); }
 
-void Simulated_Instrument::play(const happen::Event& h) {
+void SimulatedInstrument::play(const happen::Event& h) {
   // Readings are taken before the packet is started, as the instrument samples, then reports.
   std::vector<int> words;
   words.reserve(h.words.size());
-  for (const Event_Word& w : h.words) {
+  for (const EventWord& w : h.words) {
     switch (w.source) {
-      case Event_Word::Source::Constant: words.push_back(w.value); break;
-      case Event_Word::Source::Reading: words.push_back(adc_reading(w.value)); break;
-      case Event_Word::Source::Mode: words.push_back(mode_); break;
+      case EventWord::Source::Constant: words.push_back(w.value); break;
+      case EventWord::Source::Reading: words.push_back(adc_reading(w.value)); break;
+      case EventWord::Source::Mode: words.push_back(mode_); break;
     }
   }
   event(h.event_class, h.id, words);
 }
 
-void Simulated_Instrument::play(const happen::Limit_Event& h) {
+void SimulatedInstrument::play(const happen::LimitEvent& h) {
   double value = h.value.value;
-  if (h.value.kind == Limit_Value::Kind::AtLeast) value = std::max(physics_.value(h.sensor), value) + h.value.margin;
-  if (h.value.kind == Limit_Value::Kind::AtMost) value = std::min(physics_.value(h.sensor), value) - h.value.margin;
+  if (h.value.kind == LimitValue::Kind::AtLeast) value = std::max(physics_.value(h.sensor), value) + h.value.margin;
+  if (h.value.kind == LimitValue::Kind::AtMost) value = std::min(physics_.value(h.sensor), value) - h.value.margin;
   limit_event(h.id, h.sensor, value, h.low, h.high);
 }
 
-void Simulated_Instrument::play(const happen::Checksum_Report& h) {
+void SimulatedInstrument::play(const happen::ChecksumReport& h) {
   const int length = 18 + 8 * h.reports;
-  Sim_Packet p = h.as_event
+  SimPacket p = h.as_event
                      ? start(LabelCode::NpeMemoryChecksum, kStandalone, event_sequence_, length)
                      : start(LabelCode::MemoryChecksum, kStandalone, acceptance_sequence_, length);
   Random contents(static_cast<uint64_t>(h.memory_type) * 104729 + static_cast<uint64_t>(h.reports));
-  std::vector<Checksum_Row> rows;
+  std::vector<ChecksumRow> rows;
   for (int r = 1; r <= h.reports; ++r) {
     rows.push_back({h.memory_type - 149, 0x0400 * (r - 1), 0x0400, static_cast<int>(contents.next() & 0xFFFF)});
   }
@@ -178,14 +178,14 @@ void Simulated_Instrument::play(const happen::Checksum_Report& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Memory_Dump& h) {
+void SimulatedInstrument::play(const happen::MemoryDump& h) {
   // Two blocks: a page and address, the number of words, the words.
-  Sim_Packet p = start(LabelCode::MemoryDump, kStandalone, dump_sequence_, 64);
+  SimPacket p = start(LabelCode::MemoryDump, kStandalone, dump_sequence_, 64);
   Random contents(static_cast<uint64_t>(h.memory_type) * 7919 + static_cast<uint64_t>(h.cycle % 5));
   const int base = h.memory_type == kRamType ? 0x8000 : h.memory_type == kEepromType ? 0x4000 : 0x0000;
-  std::vector<Memory_Block> blocks(2);
+  std::vector<MemoryBlock> blocks(2);
   for (int block = 0; block < 2; ++block) {
-    Memory_Block& b = blocks[static_cast<size_t>(block)];
+    MemoryBlock& b = blocks[static_cast<size_t>(block)];
     b.page = h.memory_type - 149;
     b.address = base + 0x0100 * (block + 1);
     b.words.resize(block == 0 ? 8 : 9);
@@ -195,17 +195,17 @@ void Simulated_Instrument::play(const happen::Memory_Dump& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Select_Mode& h) {
+void SimulatedInstrument::play(const happen::SelectMode& h) {
   telecommand(193, h.mode);
   event(1, 55005, {(mode_ << 8) | (line_ & 0xFF), h.mode << 8, 0x0000, 0x0001, 0x0000});
   mode_ = h.mode;
   line_ = 0;
 }
 
-void Simulated_Instrument::play(const happen::Auxiliary& h) {
+void SimulatedInstrument::play(const happen::Auxiliary& h) {
   const int count = static_cast<int>(h.sensors.size());
-  Sim_Packet p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 20 + 8 * count);
-  std::vector<Aux_Reading> readings;
+  SimPacket p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 20 + 8 * count);
+  std::vector<AuxReading> readings;
   int i = 0;
   for (int s : h.sensors) {
     ++i;
@@ -216,9 +216,9 @@ void Simulated_Instrument::play(const happen::Auxiliary& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Rf_Calibration& h) {
+void SimulatedInstrument::play(const happen::RfCalibration& h) {
   // The drive amplitude and a sweep across the resonance, then the frequency found.
-  Sim_Packet p = start(LabelCode::NormalProgressEvent, kStandalone, event_sequence_, 58);
+  SimPacket p = start(LabelCode::NormalProgressEvent, kStandalone, event_sequence_, 58);
   const int drive = codec_.adc_word(36, 640.0, 0.0);
   std::array<int, 18> sweep{};
   for (int i = 0; i < 18; ++i) {
@@ -229,14 +229,14 @@ void Simulated_Instrument::play(const happen::Rf_Calibration& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Gc_Spectrum&) {
+void SimulatedInstrument::play(const happen::GcSpectrum&) {
   // A chromatogram: a few eluting compounds on a slowly rising baseline.
   struct Peak {
     double bin, width, height;
   };
   static constexpr Peak kPeaks[] = {
       {12, 1.8, 4.2e5}, {27, 2.5, 6.0e4}, {41, 3.0, 1.5e5}, {66, 3.5, 9.0e3}, {90, 4.0, 2.2e4}};
-  Sim_Packet p = start(LabelCode::GcSpectrum, kStandalone, science_sequence_, 32 + 2 * kMaxBins);
+  SimPacket p = start(LabelCode::GcSpectrum, kStandalone, science_sequence_, 32 + 2 * kMaxBins);
   const double scale = 0.7 + 0.6 * random_.uniform();
   std::vector<uint16_t> bins(kMaxBins);
   for (int b = 0; b < kMaxBins; ++b) {
@@ -249,7 +249,7 @@ void Simulated_Instrument::play(const happen::Gc_Spectrum&) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Isotope_Scan& h) {
+void SimulatedInstrument::play(const happen::IsotopeScan& h) {
   // An isotope scan of a carbon dioxide atmosphere: masses 10..55 over bins 0..1024.
   struct Peak {
     double mass, height;
@@ -272,11 +272,11 @@ void Simulated_Instrument::play(const happen::Isotope_Scan& h) {
   data_loss_sub_packet_ = random_.chance(0.1) ? 1 + random_.below(sub_packets) : 0;
 }
 
-void Simulated_Instrument::play(const happen::Isotope_Sub_Packet& h) {
+void SimulatedInstrument::play(const happen::IsotopeSubPacket& h) {
   const int first = h.first_bin + kMaxBins * (h.number - 1);
   const int n = std::min(kMaxBins, h.first_bin + h.bins - first);
   const int flags = h.sub_packets == 1 ? 3 : h.number == 1 ? 2 : h.number == h.sub_packets ? 1 : 0;
-  Sim_Packet p = start(LabelCode::IsotopeSpectrum, flags, science_sequence_, 32 + 2 * n);
+  SimPacket p = start(LabelCode::IsotopeSpectrum, flags, science_sequence_, 32 + 2 * n);
   p.spectrum = h.spectrum;
   int flag_word = h.number == h.sub_packets ? 0x4000 : 0;  // the detector's scan ended
   if (h.number == data_loss_sub_packet_) flag_word |= 0x8000;
@@ -285,25 +285,25 @@ void Simulated_Instrument::play(const happen::Isotope_Sub_Packet& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Unknown_Acceptance&) {
-  Sim_Packet p = start(LabelCode::UnknownAcceptance, kStandalone, acceptance_sequence_, 24);
+void SimulatedInstrument::play(const happen::UnknownAcceptance&) {
+  SimPacket p = start(LabelCode::UnknownAcceptance, kStandalone, acceptance_sequence_, 24);
   encode_acceptance(p, 5, kTelecommandId, 0xC000 | (telecommand_sequence_ & 0x3FFF));
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Unknown_Science&) {
-  Sim_Packet p = start(LabelCode::ScienceUnknown, kStandalone, science_sequence_, 24);
+void SimulatedInstrument::play(const happen::UnknownScience&) {
+  SimPacket p = start(LabelCode::ScienceUnknown, kStandalone, science_sequence_, 24);
   p.put_word(word_at::kSubType, 4);
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Test_Start& h) {
+void SimulatedInstrument::play(const happen::TestStart& h) {
   readings_ = {};
   if (h.faulty_cruise) physics_.set_heater_open(18, true);  // the GC heater
   if (h.faulty_eaft) physics_.set_heater_open(9, true);     // reactor 9
 }
 
-void Simulated_Instrument::play(const happen::Test_Reading& h) {
+void SimulatedInstrument::play(const happen::TestReading& h) {
   line_ = h.reading;
   Reading& r = readings_[static_cast<size_t>(h.reading)];
   r.time = static_cast<int32_t>(now_);
@@ -311,19 +311,19 @@ void Simulated_Instrument::play(const happen::Test_Reading& h) {
   r.word = h.channel == 0 ? 0 : adc_reading(sensor_of_channel(h.channel));
 }
 
-void Simulated_Instrument::play(const happen::Test_Switch& h) {
+void SimulatedInstrument::play(const happen::TestSwitch& h) {
   if (h.load.kind == Load::Kind::Heater) physics_.set_heater(h.load.number, h.on);
   if (h.load.kind == Load::Kind::Valve) physics_.set_valve(h.load.number, h.on);
   if (h.load.kind == Load::Kind::Injector) physics_.set_injector(h.load.number, h.on);
 }
 
-void Simulated_Instrument::play(const happen::Test_Packet& h) {
+void SimulatedInstrument::play(const happen::TestPacket& h) {
   // 29 readings of the running test, as an auxiliary packet.
-  Sim_Packet p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 252);
+  SimPacket p = start(LabelCode::AuxiliaryData, kStandalone, science_sequence_, 252);
   p.lost = h.lost;
   p.test = h.run;
   p.test_packet = h.number;
-  std::vector<Aux_Reading> readings;
+  std::vector<AuxReading> readings;
   for (int j = 1; j <= 29; ++j) {
     const Reading& r = readings_[static_cast<size_t>((h.number - 1) * 29 + j)];
     readings.push_back({r.time, r.channel, r.word});
@@ -332,7 +332,7 @@ void Simulated_Instrument::play(const happen::Test_Packet& h) {
   emit(p);
 }
 
-void Simulated_Instrument::play(const happen::Test_End& h) {
+void SimulatedInstrument::play(const happen::TestEnd& h) {
   physics_.set_heater_open(18, false);
   physics_.set_heater_open(9, false);
   if (h.faulty_cruise) {
@@ -343,15 +343,15 @@ void Simulated_Instrument::play(const happen::Test_End& h) {
   event(1, 55107, {h.mode});
 }
 
-void Simulated_Instrument::event(int event_class, int id, const std::vector<int>& words) {
+void SimulatedInstrument::event(int event_class, int id, const std::vector<int>& words) {
   const LabelCode label = label_of(PacketKind::ProgressEvent, event_class, FormatFamily::Frames282);
   const int needed = 18 + 2 * static_cast<int>(words.size());
-  Sim_Packet p = start(label, kStandalone, event_sequence_, needed);
+  SimPacket p = start(label, kStandalone, event_sequence_, needed);
   encode_event(p, event_class, id, words);
   emit(p);
 }
 
-void Simulated_Instrument::limit_event(int id, int sensor, double value, double low, double high) {
+void SimulatedInstrument::limit_event(int id, int sensor, double value, double low, double high) {
   // Limits are checked on the raw ADC words; the words convert without a cold junction.
   const int channel = kSensors[static_cast<size_t>(sensor - 1)].channel_id;
   event(2, id,
@@ -359,12 +359,12 @@ void Simulated_Instrument::limit_event(int id, int sensor, double value, double 
          codec_.adc_word(sensor, low, 0.0)});
 }
 
-void Simulated_Instrument::telecommand(int type, int sub_type, int failure_code) {
+void SimulatedInstrument::telecommand(int type, int sub_type, int failure_code) {
   telecommand_sequence_ = (telecommand_sequence_ + 1) & 0x3FFF;
   const int sequence_control = 0xC000 | telecommand_sequence_;
   const int command = (type << 8) | sub_type;
   if (failure_code == 0) {
-    Sim_Packet p = start(LabelCode::AcceptanceSuccess, kStandalone, acceptance_sequence_, 24);
+    SimPacket p = start(LabelCode::AcceptanceSuccess, kStandalone, acceptance_sequence_, 24);
     encode_accepted(p, kTelecommandId, sequence_control, command);
     emit(p);
     return;
@@ -373,7 +373,7 @@ void Simulated_Instrument::telecommand(int type, int sub_type, int failure_code)
   if (failure_code == 1) detail1 = 24, detail2 = 18;          // bytes announced, bytes received
   if (failure_code == 2) detail1 = 0x3A7C, detail2 = 0x3A5C;  // checksum received, calculated
   if (failure_code == 5) detail1 = mode_;                     // the mode that refused it
-  Sim_Packet p = start(LabelCode::AcceptanceFailure, kStandalone, acceptance_sequence_, 28);
+  SimPacket p = start(LabelCode::AcceptanceFailure, kStandalone, acceptance_sequence_, 28);
   encode_rejected(p, kTelecommandId, sequence_control, failure_code, command, detail1, detail2);
   emit(p);
 }

@@ -19,15 +19,15 @@ namespace morvane::sim {
 // cycle of three hours over and over (cycle_timeline says what happens when), so that any file
 // of one cycle or more holds every kind of packet. Playing a happening moves the physics on,
 // takes the readings it needs and hands them to the packet encoders.
-class Simulated_Instrument {
+class SimulatedInstrument {
  public:
   static constexpr int64_t kCycleSeconds = sim::kCycleSeconds;
   static constexpr int32_t kStartTime = kFirstLanderTime;  // lander time of the first power-on
 
-  explicit Simulated_Instrument(uint64_t seed);
+  explicit SimulatedInstrument(uint64_t seed);
 
   // The next packet the instrument sends.
-  Sim_Packet next();
+  SimPacket next();
 
   // The scripted test (index into scripted_tests()) that test run r carried out.
   int scripted_test_of_run(int run) const { return test_runs_[static_cast<size_t>(run)]; }
@@ -41,35 +41,35 @@ class Simulated_Instrument {
 
   void plan_next_cycle();
 
-  void play(const happen::Power_On& h);
+  void play(const happen::PowerOn& h);
   void play(const happen::Housekeeping& h);
   void play(const happen::Telecommand& h);
   void play(const happen::Event& h);
-  void play(const happen::Limit_Event& h);
-  void play(const happen::Checksum_Report& h);
-  void play(const happen::Memory_Dump& h);
-  void play(const happen::Select_Mode& h);
-  void play(const happen::Ion_Trap& h) { physics_.set_ion_trap(h.on); }
+  void play(const happen::LimitEvent& h);
+  void play(const happen::ChecksumReport& h);
+  void play(const happen::MemoryDump& h);
+  void play(const happen::SelectMode& h);
+  void play(const happen::IonTrap& h) { physics_.set_ion_trap(h.on); }
   void play(const happen::Heater& h) { physics_.set_heater(h.sensor, h.on); }
-  void play(const happen::Gc_Flow& h) { physics_.set_gc_flow(h.on); }
-  void play(const happen::Docking_Target& h) { physics_.set_docking_target(h.millimetres); }
+  void play(const happen::GcFlow& h) { physics_.set_gc_flow(h.on); }
+  void play(const happen::DockingTarget& h) { physics_.set_docking_target(h.millimetres); }
   void play(const happen::Auxiliary& h);
-  void play(const happen::Rf_Calibration& h);
-  void play(const happen::Gc_Spectrum& h);
-  void play(const happen::Isotope_Scan& h);
-  void play(const happen::Isotope_Sub_Packet& h);
-  void play(const happen::Unknown_Acceptance& h);
-  void play(const happen::Unknown_Science& h);
-  void play(const happen::Test_Start& h);
-  void play(const happen::Test_Reading& h);
-  void play(const happen::Test_Switch& h);
-  void play(const happen::Test_Packet& h);
-  void play(const happen::High_Voltage& h) { physics_.set_high_voltage(h.kilovolts); }
-  void play(const happen::Test_End& h);
+  void play(const happen::RfCalibration& h);
+  void play(const happen::GcSpectrum& h);
+  void play(const happen::IsotopeScan& h);
+  void play(const happen::IsotopeSubPacket& h);
+  void play(const happen::UnknownAcceptance& h);
+  void play(const happen::UnknownScience& h);
+  void play(const happen::TestStart& h);
+  void play(const happen::TestReading& h);
+  void play(const happen::TestSwitch& h);
+  void play(const happen::TestPacket& h);
+  void play(const happen::HighVoltage& h) { physics_.set_high_voltage(h.kilovolts); }
+  void play(const happen::TestEnd& h);
 
   // Packets, sent now.
-  void emit(Sim_Packet packet);
-  Sim_Packet start(LabelCode label, int flags, int& counter, int length);
+  void emit(SimPacket packet);
+  SimPacket start(LabelCode label, int flags, int& counter, int length);
   void event(int event_class, int id, const std::vector<int>& words);
   void limit_event(int id, int sensor, double value, double low, double high);
   void telecommand(int type, int sub_type, int failure_code = 0);
@@ -78,11 +78,11 @@ class Simulated_Instrument {
   uint16_t adc_reading(int s);
   double measure(int s);
 
-  Instrument_Physics physics_;
-  Sensor_Codec codec_;
+  InstrumentPhysics physics_;
+  SensorCodec codec_;
   Random random_;
-  std::deque<Sim_Packet> out_;
-  Cycle_Timeline timeline_;
+  std::deque<SimPacket> out_;
+  CycleTimeline timeline_;
   size_t next_happening_ = 0;
   int64_t now_ = kStartTime;
   int64_t cycle_start_ = kStartTime;  // of the cycle being played

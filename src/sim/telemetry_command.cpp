@@ -13,7 +13,7 @@ namespace morvane::sim {
 
 namespace {
 
-void print_summary(const std::string& path, const Telemetry_Summary& summary, const Telemetry_Options& o) {
+void print_summary(const std::string& path, const TelemetrySummary& summary, const TelemetryOptions& o) {
   std::cout << path << ": " << format_tag(summary.format) << ", " << summary.frames
             << (summary.format == FileFormat::ZEB ? " records, " : " frames, ") << summary.bytes << " bytes (seed "
             << o.seed
@@ -32,8 +32,8 @@ void print_summary(const std::string& path, const Telemetry_Summary& summary, co
   constexpr size_t kListed = 8;
   std::cout << "  short form tests (sequence count, lander time, frame of the first packet):\n";
   for (size_t i = 0; i < summary.tests.size() && i < kListed; ++i) {
-    const Written_Test& t = summary.tests[i];
-    const Scripted_Test& s = scripted_tests()[static_cast<size_t>(t.scripted)];
+    const WrittenTest& t = summary.tests[i];
+    const ScriptedTest& s = scripted_tests()[static_cast<size_t>(t.scripted)];
     std::cout << "    " << s.mode << (s.mode == "EAFT" ? "        " : "") << "  " << t.sequence_count << "  "
               << t.lander_time << "  " << t.frame << "  "
               << (s.healthy ? "healthy" : "faulty, packet " + std::to_string(s.missing_packet) + " missing") << '\n';
@@ -49,7 +49,7 @@ void add_telemetry_command(CLI::App& app) {
     std::string type = "CSS";
     std::string byte_reverse = "on";
     bool quiet = false;
-    Telemetry_Options telemetry;
+    TelemetryOptions telemetry;
   };
   auto options = std::make_shared<Options>();
   auto* command = app.add_subcommand("telemetry", "write a telemetry file of the simulated instrument");
@@ -72,7 +72,7 @@ void add_telemetry_command(CLI::App& app) {
     if (!format) throw CLI::ValidationError("--type", "unknown file type " + options->type);
     options->telemetry.format = *format;
     options->telemetry.byte_reverse = options->byte_reverse == "on";
-    const Telemetry_Summary summary = write_telemetry(options->path, options->telemetry);
+    const TelemetrySummary summary = write_telemetry(options->path, options->telemetry);
     if (!options->quiet) print_summary(options->path, summary, options->telemetry);
   });
 }

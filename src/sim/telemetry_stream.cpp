@@ -33,26 +33,26 @@ void append_item(std::string& line, int32_t value, bool last) {
 
 }  // namespace
 
-struct Telemetry_Stream::State {
-  explicit State(const Telemetry_Options& o) : options(o), instrument(o.seed), link(stream_seed(o.seed, 2)) {
+struct TelemetryStream::State {
+  explicit State(const TelemetryOptions& o) : options(o), instrument(o.seed), link(stream_seed(o.seed, 2)) {
     summary.format = o.format;
   }
 
   // The next packet that reaches the ground.
-  Sim_Packet take() {
+  SimPacket take() {
     if (held) {
-      Sim_Packet p = *held;
+      SimPacket p = *held;
       held.reset();
       return p;
     }
     for (;;) {
-      Sim_Packet p = instrument.next();
+      SimPacket p = instrument.next();
       if (!p.lost) return p;
     }
   }
 
   // Counts a packet written into frame (record) number frame.
-  void note(const Sim_Packet& p, int32_t frame) {
+  void note(const SimPacket& p, int32_t frame) {
     ++summary.labels[static_cast<size_t>(label_in_family(p.label, format_family(options.format)))];
     if (p.test >= 0 && p.test_packet == 1) {
       summary.tests.push_back({instrument.scripted_test_of_run(p.test), p.sequence_count(), p.lander_time, frame});
@@ -64,7 +64,7 @@ struct Telemetry_Stream::State {
     if (p.spectrum < 0 || p.spectrum >= options.spectra_kept) return;
     if (flags & 2) summary.spectra.push_back({p.sequence_count(), p.lander_time, frame, 0, p.word(28), {}});
     if (summary.spectra.empty()) return;  // a file that starts inside a spectrum
-    Written_Spectrum& s = summary.spectra.back();
+    WrittenSpectrum& s = summary.spectra.back();
     ++s.sub_packets;
     for (int j = 0; j < p.word(30); ++j) s.bin_words.push_back(static_cast<uint16_t>(p.word(32 + 2 * j)));
   }
@@ -95,7 +95,7 @@ struct Telemetry_Stream::State {
     } else {
       int offset = kFirstPacketOffset;
       for (;;) {
-        Sim_Packet p = take();
+        SimPacket p = take();
         if (offset > kLastPacketStart || offset + p.length > stride) {
           held = p;
           break;
@@ -126,7 +126,7 @@ struct Telemetry_Stream::State {
     if (link.chance(kIdleFrameChance)) {
       ++summary.labels[static_cast<size_t>(LabelCode::Empty)];
     } else {
-      const Sim_Packet p = take();
+      const SimPacket p = take();
       // Items 9..136 are the packet's words, high byte first, written signed.
       for (int k = 0; k < 128; ++k) item[static_cast<size_t>(9 + k)] = static_cast<int16_t>(p.word(2 * k));
       item[5] = identifier_of(p.kind(), FormatFamily::Zeb);
@@ -146,33 +146,33 @@ struct Telemetry_Stream::State {
     for (size_t i = 1; i <= 136; ++i) append_item(line, item[i], i == 136);
   }
 
-  Telemetry_Options options;
-  Simulated_Instrument instrument;
+  TelemetryOptions options;
+  SimulatedInstrument instrument;
   Random link;
-  std::optional<Sim_Packet> held;
-  Telemetry_Summary summary;
+  std::optional<SimPacket> held;
+  TelemetrySummary summary;
 };
 
-Telemetry_Stream::Telemetry_Stream(const Telemetry_Options& options) : state_(std::make_unique<State>(options)) {}
-Telemetry_Stream::~Telemetry_Stream() = default;
+TelemetryStream::TelemetryStream(const TelemetryOptions& options) : state_(std::make_unique<State>(options)) {}
+TelemetryStream::~TelemetryStream() = default;
 
-void Telemetry_Stream::next_frame(std::vector<uint8_t>& frame) { state_->next_frame(frame); }
-void Telemetry_Stream::next_record(std::string& line) { state_->next_record(line); }
-const Telemetry_Summary& Telemetry_Stream::summary() const { return state_->summary; }
+void TelemetryStream::next_frame(std::vector<uint8_t>& frame) { state_->next_frame(frame); }
+void TelemetryStream::next_record(std::string& line) { state_->next_record(line); }
+const TelemetrySummary& TelemetryStream::summary() const { return state_->summary; }
 
-int32_t Telemetry_Stream::next_lander_time() {
+int32_t TelemetryStream::next_lander_time() {
   if (!state_->held) state_->held = state_->take();
   return state_->held->lander_time;
 }
 
-std::string Telemetry_Stream::zeb_header() const {
+std::string TelemetryStream::zeb_header() const {
   // Items per record, format version, the lander time of the first power-on (high, low).
   std::string line;
   std::array<int32_t, 137> item{};
   item[1] = 136;
   item[2] = 1;
-  item[3] = Simulated_Instrument::kStartTime / 65536;
-  item[4] = Simulated_Instrument::kStartTime % 65536;
+  item[3] = SimulatedInstrument::kStartTime / 65536;
+  item[4] = SimulatedInstrument::kStartTime % 65536;
   for (size_t i = 1; i <= 136; ++i) append_item(line, item[i], i == 136);
   return line;
 }

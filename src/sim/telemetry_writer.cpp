@@ -15,7 +15,7 @@ constexpr size_t kBlockBytes = 1 << 20;
 
 // Frames (records) to write; for ZEB a size, and for neither the end of the first cycle, is
 // checked as the records go.
-int64_t frames_wanted(const Telemetry_Options& options) {
+int64_t frames_wanted(const TelemetryOptions& options) {
   if (options.frames > 0) return options.frames;
   if (options.size == 0 || options.format == FileFormat::ZEB) return INT64_MAX;
   return static_cast<int64_t>(options.size / static_cast<uint64_t>(frame_stride(options.format)));
@@ -26,10 +26,10 @@ constexpr int32_t kOneCycleEnd = kFirstLanderTime + kCycleSeconds - 30;
 
 }  // namespace
 
-Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Options& options) {
+TelemetrySummary write_telemetry(const std::string& path, const TelemetryOptions& options) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   if (!out) raise(ErrorNumber::PathNotFound, path);
-  Telemetry_Stream stream(options);
+  TelemetryStream stream(options);
   const int64_t frames = frames_wanted(options);
   std::string block;
   block.reserve(kBlockBytes + 4096);
@@ -61,7 +61,7 @@ Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Optio
   flush();
   out.close();
   if (!out) raise(ErrorNumber::DeviceIoError, path);
-  Telemetry_Summary summary = stream.summary();
+  TelemetrySummary summary = stream.summary();
   summary.bytes = bytes;
   return summary;
 }

@@ -52,28 +52,28 @@ class FakeDialogs : public Dialogs {
   };
   std::vector<Choice> choices_offered;
 
-  QString openFileName(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
-  QString saveFileName(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
-  QString existingFolder(QWidget*, const QString&, const QString&) override { return next(folders, "folder"); }
+  QString open_file_name(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
+  QString save_file_name(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
+  QString existing_folder(QWidget*, const QString&, const QString&) override { return next(folders, "folder"); }
   void message(QWidget*, const QString& text) override {
     events.push_back("message");
     messages.push_back(text);
     if (on_message) on_message();
   }
-  bool askOkCancel(QWidget*, const QString& text) override { return ask(text, false); }
-  bool askYesNo(QWidget*, const QString& text) override { return ask(text, true); }
-  bool choosePrinter(QWidget*, QPrinter& printer) override {
+  bool ask_ok_cancel(QWidget*, const QString& text) override { return ask(text, false); }
+  bool ask_yes_no(QWidget*, const QString& text) override { return ask(text, true); }
+  bool choose_printer(QWidget*, QPrinter& printer) override {
     const QString file = next(printers, "print");
     if (file.isEmpty()) return false;
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(file);
     return true;
   }
-  int chooseOne(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
+  int choose_one(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
     choices_offered.push_back({text, offered, preselected});
     return next(choices, "choice", -1);
   }
-  QString askText(QWidget*, const QString&, const QString&) override { return next(texts, "text"); }
+  QString ask_text(QWidget*, const QString&, const QString&) override { return next(texts, "text"); }
   int count(const std::string& event) const { return static_cast<int>(std::count(events.begin(), events.end(), event)); }
 
  private:
@@ -119,7 +119,7 @@ class AppTest : public ::testing::Test {
     QSettings().clear();
     base = sim::write_configuration(dir.path("base"));
     window = std::make_unique<EGSE_MDI>(load_configuration(base), dialogs);
-    window->setByteReverse(true);
+    window->set_byte_reverse(true);
     window->show();
     wait_until([&] { return window->windowHandle() && window->windowHandle()->isExposed(); });
   }
@@ -137,31 +137,31 @@ class AppTest : public ::testing::Test {
   bool load_packets(const std::vector<Packet>& packets, const std::string& name = "t.css") {
     FrameWriter writer(282);
     for (const Packet& packet : packets) writer.add_frame({packet});
-    return window->loadFile(FileFormat::CSS, write_frames(name, writer));
+    return window->load_file(FileFormat::CSS, write_frames(name, writer));
   }
   // Writes frames and loads them as CSS.
   bool load_frames(FrameWriter writer, const std::string& name = "t.css") {
-    return window->loadFile(FileFormat::CSS, write_frames(name, writer));
+    return window->load_file(FileFormat::CSS, write_frames(name, writer));
   }
   // Writes a file of the simulated instrument and loads it.
   QString load_simulated(FileFormat format, const std::string& name, int frames = 0) {
-    sim::Telemetry_Options options;
+    sim::TelemetryOptions options;
     options.format = format;
     if (frames > 0) options.frames = frames;
     sim::write_telemetry(dir.path(name), options);
     const QString path = QString::fromStdString(dir.path(name));
-    EXPECT_TRUE(window->loadFile(format, path));
+    EXPECT_TRUE(window->load_file(format, path));
     return path;
   }
   // Loads a file through the File menu item, answering the dialog with path.
   bool load_through_menu(const char* item, const QString& path) {
     dialogs.files.push_back(path);
-    window->menuItem(item)->trigger();
+    window->menu_item(item)->trigger();
     return dialogs.files.empty();
   }
   template <class View>
   View* show(ViewKind kind) {
-    return dynamic_cast<View*>(window->showView(kind));
+    return dynamic_cast<View*>(window->show_view(kind));
   }
   template <class View>
   View* shown(ViewKind kind) const {
@@ -172,7 +172,7 @@ class AppTest : public ::testing::Test {
   std::string log() const { return dir.path("tmlog.dat"); }
   void write_log(FrameWriter writer) {
     write_bytes(log(), writer.bytes());
-    window->setLogFile(QString::fromStdString(log()));
+    window->set_log_file(QString::fromStdString(log()));
   }
   // One collection pass over the log rewritten with these frames.
   void grow_log(FrameWriter writer) {

@@ -8,7 +8,7 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 #include "ad590_dialog.h"
 #include "app_fixture.h"
 #include "auxiliary_form.h"
@@ -27,7 +27,7 @@ class CalibrationDialogTest : public testing::AppTest {
     pressure_file = config_path(base, kPressureFile);
     saved = testing::read_file(pressure_file);
   }
-  Calibration_Dialog* open_editor() { return show<Calibration_Dialog>(ViewKind::PressureCalibration); }
+  CalibrationDialog* open_editor() { return show<CalibrationDialog>(ViewKind::PressureCalibration); }
   // The dialog closes itself through its frame, which goes at the next turn of the event loop.
   bool closed(ViewKind kind) {
     testing::delete_closed_windows();
@@ -35,7 +35,7 @@ class CalibrationDialogTest : public testing::AppTest {
   }
   std::vector<std::pair<double, double>> table() const {
     std::vector<std::pair<double, double>> values;
-    for (const Pressure_Record& r : window->session().config.Pressure_Table) values.emplace_back(r.C1, r.C2);
+    for (const PressureRecord& r : window->session().config.Pressure_Table) values.emplace_back(r.C1, r.C2);
     return values;
   }
 
@@ -43,23 +43,23 @@ class CalibrationDialogTest : public testing::AppTest {
   std::string saved;
 };
 
-const std::vector<std::pair<double, double>> kSavedTable(5, {45.0, 5.0});
+const std::vector<std::pair<double, double>> k_saved_table(5, {45.0, 5.0});
 
 TEST_F(CalibrationDialogTest, ModifyAcceptAndYesWriteTheEntriesKeepingANonNumericOnesValue) {
-  Calibration_Dialog* editor = open_editor();
-  EXPECT_EQ(editor->atmosphereEntry(0)->text(), "    45.0000");
-  EXPECT_FALSE(editor->atmosphereEntry(0)->isEnabled());
+  CalibrationDialog* editor = open_editor();
+  EXPECT_EQ(editor->atmosphere_entry(0)->text(), "    45.0000");
+  EXPECT_FALSE(editor->atmosphere_entry(0)->isEnabled());
   editor->button("Modify")->click();
   ASSERT_EQ(dialogs.questions.size(), 1u);
   EXPECT_EQ(dialogs.questions[0].text,
             "Warning - modifying the pressure sensor calibration will alter the display of the pressure sensor values");
   EXPECT_FALSE(dialogs.questions[0].yes_no);
-  EXPECT_TRUE(editor->atmosphereEntry(0)->isEnabled());
-  EXPECT_TRUE(editor->vacuumEntry(4)->isEnabled());
+  EXPECT_TRUE(editor->atmosphere_entry(0)->isEnabled());
+  EXPECT_TRUE(editor->vacuum_entry(4)->isEnabled());
 
-  editor->atmosphereEntry(0)->setText("abc");
-  editor->vacuumEntry(0)->setText("12.5");
-  editor->atmosphereEntry(1)->setText(" -3.25 ");
+  editor->atmosphere_entry(0)->setText("abc");
+  editor->vacuum_entry(0)->setText("12.5");
+  editor->atmosphere_entry(1)->setText(" -3.25 ");
   editor->button("Accept")->click();
   ASSERT_EQ(dialogs.questions.size(), 2u);
   EXPECT_EQ(dialogs.questions[1].text, "Are you sure that you want to change the pressure sensor calibration values");
@@ -89,11 +89,11 @@ TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreBothAnswer
     SCOPED_TRACE(c.name);
     dialogs.questions.clear();
     dialogs.answers = c.answers;
-    Calibration_Dialog* editor = open_editor();
+    CalibrationDialog* editor = open_editor();
     if (c.modify) {
       editor->button("Modify")->click();
-      EXPECT_EQ(editor->vacuumEntry(2)->isEnabled(), c.answers.front());
-      editor->vacuumEntry(2)->setText("1");
+      EXPECT_EQ(editor->vacuum_entry(2)->isEnabled(), c.answers.front());
+      editor->vacuum_entry(2)->setText("1");
     }
     editor->button("Accept")->click();
     EXPECT_EQ(dialogs.questions.size(), c.questions);
@@ -104,17 +104,17 @@ TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreBothAnswer
 }
 
 TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDialogOpen) {
-  window->registerView(ViewKind::PressureCalibration, [](Workstation& m) {
-    return new Calibration_Dialog(m, [](int fd, const void* data, size_t size) -> ssize_t {
+  window->register_view(ViewKind::PressureCalibration, [](Workstation& m) {
+    return new CalibrationDialog(m, [](int fd, const void* data, size_t size) -> ssize_t {
       // The disk fails before the last bytes of the new file are written.
       if (size > 8) return ::write(fd, data, 8);
       errno = EIO;
       return -1;
     });
   });
-  Calibration_Dialog* editor = open_editor();
+  CalibrationDialog* editor = open_editor();
   editor->button("Modify")->click();
-  editor->atmosphereEntry(0)->setText("99");
+  editor->atmosphere_entry(0)->setText("99");
   editor->button("Accept")->click();
   EXPECT_TRUE(one_message("Device I/O error"));
   EXPECT_EQ(testing::read_file(pressure_file), saved);
@@ -125,7 +125,7 @@ TEST_F(CalibrationDialogTest, AnInterruptedRewriteLeavesTheOldFileWholeAndTheDia
   EXPECT_FALSE(closed(ViewKind::PressureCalibration));
 
   editor->button("Cancel")->click();  // the saved values come back
-  EXPECT_EQ(table(), kSavedTable);
+  EXPECT_EQ(table(), k_saved_table);
   EXPECT_TRUE(closed(ViewKind::PressureCalibration));
 }
 
@@ -134,9 +134,9 @@ TEST_F(CalibrationDialogTest, AnOpenHousekeepingViewRedrawsWithTheTableTheEditor
   window->session().Current_HK_Index = 1;
   auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   const Drawing before = housekeeping->picture()->drawing();
-  Calibration_Dialog* editor = open_editor();
+  CalibrationDialog* editor = open_editor();
   editor->button("Modify")->click();
-  for (int row = 0; row < 5; ++row) editor->atmosphereEntry(row)->setText("4500");
+  for (int row = 0; row < 5; ++row) editor->atmosphere_entry(row)->setText("4500");
   editor->button("Accept")->click();
   ASSERT_TRUE(closed(ViewKind::PressureCalibration));
   EXPECT_NE(housekeeping->picture()->drawing(), before);
@@ -150,11 +150,11 @@ TEST_F(AD590DialogTest, AnOpenAuxiliaryViewFollowsTheAcceptAtOnce) {
   ASSERT_TRUE(load_packets({testing::aux_packet({{0, 1, 101, 0}, {0, 2, 23, 0x2000}})}));
   auto* auxiliary = show<Auxiliary_form>(ViewKind::Auxiliary);
   EXPECT_EQ(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
-  auto* dialog = show<AD590_Dialog>(ViewKind::AD590);
-  dialog->temperatureEntry()->setText("25");
-  dialog->acceptButton()->click();
-  EXPECT_EQ(auxiliary->labelText("AD590 compensation temperature"), "25.00");
-  const Placed_Text* reactor = testing::find_text(auxiliary->picture()->drawing(), "25.00");
+  auto* dialog = show<AD590Dialog>(ViewKind::AD590);
+  dialog->temperature_entry()->setText("25");
+  dialog->accept_button()->click();
+  EXPECT_EQ(auxiliary->label_text("AD590 compensation temperature"), "25.00");
+  const PlacedText* reactor = testing::find_text(auxiliary->picture()->drawing(), "25.00");
   ASSERT_NE(reactor, nullptr);  // reactor 1 reads 0 V: the junction's own temperature
   EXPECT_EQ(reactor->y, 420);
   EXPECT_NE(testing::find_text(auxiliary->picture()->drawing(), "0.50"), nullptr);  // pressure is not corrected

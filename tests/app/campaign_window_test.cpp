@@ -35,9 +35,9 @@ constexpr int kBoardTemperature = 28;
 constexpr int kTestsPerCycle = 4;  // two of each mode, the second of each faulty
 
 // A loopback port that takes connections and never says a word, as a server that hangs does.
-class Silent_Port {
+class SilentPort {
  public:
-  Silent_Port() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+  SilentPort() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -48,11 +48,11 @@ class Silent_Port {
     }
     port_ = ntohs(address.sin_port);
   }
-  ~Silent_Port() {
+  ~SilentPort() {
     if (socket_ >= 0) ::close(socket_);
   }
-  Silent_Port(const Silent_Port&) = delete;
-  Silent_Port& operator=(const Silent_Port&) = delete;
+  SilentPort(const SilentPort&) = delete;
+  SilentPort& operator=(const SilentPort&) = delete;
   int port() const { return port_; }  // 0 when it could not listen
 
  private:
@@ -60,13 +60,13 @@ class Silent_Port {
   int port_ = 0;
 };
 
-class CampaignWindow : public testing::AppTest {
+class CampaignWindowTest : public testing::AppTest {
  protected:
   void SetUp() override {
     AppTest::SetUp();
     archive_path = QString::fromStdString(dir.path("campaign.sqlite"));
     for (const auto& [name, seed] : {std::pair{"first.css", 1}, std::pair{"second.css", 2}}) {
-      sim::Telemetry_Options options;
+      sim::TelemetryOptions options;
       options.format = FileFormat::CSS;
       options.seed = static_cast<uint64_t>(seed);
       sim::write_telemetry(dir.path(name), options);
@@ -77,21 +77,21 @@ class CampaignWindow : public testing::AppTest {
   // The two files archived by the library, as a colleague's ingest would have left them.
   void archive_files() {
     auto archive = archive::open_archive(archive_path.toStdString());
-    archive::Ingest_Options options;
+    archive::IngestOptions options;
     options.type = FileFormat::CSS;
-    const archive::Ingest_Report report = archive->ingest({files[0].toStdString(), files[1].toStdString()},
+    const archive::IngestReport report = archive->ingest({files[0].toStdString(), files[1].toStdString()},
                                                           window->session().config, options);
     ASSERT_EQ(report.added.size(), 2u);
   }
 
   // File > "Open Archive..." answered with an existing SQLite file.
-  Campaign_Window* open_through_menu() {
+  CampaignWindow* open_through_menu() {
     dialogs.choices.push_back(0);
     dialogs.files.push_back(archive_path);
-    window->menuItem("mnuFileOpenArchive")->trigger();
-    auto* campaign = shown<Campaign_Window>(ViewKind::Campaign);
+    window->menu_item("mnuFileOpenArchive")->trigger();
+    auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
     EXPECT_NE(campaign, nullptr);
-    if (campaign) window->frameOf(campaign)->resize(1000, 600);
+    if (campaign) window->frame_of(campaign)->resize(1000, 600);
     return campaign;
   }
 
@@ -101,7 +101,7 @@ class CampaignWindow : public testing::AppTest {
   static QColor colour(const QTableView* table, int row, int column) {
     return table->model()->index(row, column).data(Qt::ForegroundRole).value<QBrush>().color();
   }
-  static void show_tab(Campaign_Window* campaign, QWidget* page) {
+  static void show_tab(CampaignWindow* campaign, QWidget* page) {
     campaign->tabs()->setCurrentWidget(page);
     QApplication::processEvents();
   }
@@ -110,83 +110,83 @@ class CampaignWindow : public testing::AppTest {
   QStringList files;
 };
 
-TEST_F(CampaignWindow, TheMenuOpensTheArchiveAndListsEveryFileAndTest) {
+TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveAndListsEveryFileAndTest) {
   archive_files();
-  EXPECT_EQ(window->menuItem("mnuFileOpenArchive")->text(), "Open &Archive...");
-  EXPECT_EQ(window->menuItem("mnuFileAddToArchive")->text(), "Add Files to Archi&ve...");
-  Campaign_Window* campaign = open_through_menu();
+  EXPECT_EQ(window->menu_item("mnuFileOpenArchive")->text(), "Open &Archive...");
+  EXPECT_EQ(window->menu_item("mnuFileAddToArchive")->text(), "Add Files to Archi&ve...");
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
-  EXPECT_TRUE(campaign->isOpen());
+  EXPECT_TRUE(campaign->is_open());
   EXPECT_EQ(archive_setting(), archive_path);
 
-  const QTableView* table = campaign->filesTable();
+  const QTableView* table = campaign->files_table();
   ASSERT_EQ(table->model()->rowCount(), 2);
   for (int row = 0; row < 2; ++row) {
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::Path), files[row]);
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::Name), QFileInfo(files[row]).fileName());
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::Type), "CSS");
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::ByteReverse), "on");
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::Size), QString::number(QFileInfo(files[row]).size()));
-    EXPECT_EQ(cell(table, row, Campaign_File_Model::Tests), QString::number(kTestsPerCycle));
+    EXPECT_EQ(cell(table, row, CampaignFileModel::Path), files[row]);
+    EXPECT_EQ(cell(table, row, CampaignFileModel::Name), QFileInfo(files[row]).fileName());
+    EXPECT_EQ(cell(table, row, CampaignFileModel::Type), "CSS");
+    EXPECT_EQ(cell(table, row, CampaignFileModel::ByteReverse), "on");
+    EXPECT_EQ(cell(table, row, CampaignFileModel::Size), QString::number(QFileInfo(files[row]).size()));
+    EXPECT_EQ(cell(table, row, CampaignFileModel::Tests), QString::number(kTestsPerCycle));
   }
 
   // One row per test; the faulty ones (the second of each mode) fail with their items in red.
-  const QTableView* tests = campaign->testsTable();
+  const QTableView* tests = campaign->tests_table();
   ASSERT_EQ(tests->model()->rowCount(), 2 * kTestsPerCycle);
   int failed = 0;
   for (int row = 0; row < tests->model()->rowCount(); ++row) {
-    const QString verdict = cell(tests, row, Campaign_Test_Model::Verdict);
-    EXPECT_EQ(verdict, cell(tests, row, Campaign_Test_Model::Number) == "2" ? "Fail" : "Passed") << row;
+    const QString verdict = cell(tests, row, CampaignTestModel::Verdict);
+    EXPECT_EQ(verdict, cell(tests, row, CampaignTestModel::Number) == "2" ? "Fail" : "Passed") << row;
     if (verdict != "Fail") continue;
     ++failed;
-    EXPECT_EQ(colour(tests, row, Campaign_Test_Model::Verdict), QColor(255, 0, 0));
-    EXPECT_EQ(colour(tests, row, Campaign_Test_Model::FailedItems), QColor(255, 0, 0));
-    const QStringList items = cell(tests, row, Campaign_Test_Model::FailedItems).split(QStringLiteral(", "));
-    if (cell(tests, row, Campaign_Test_Model::Mode) == "Cruise Phase") {
+    EXPECT_EQ(colour(tests, row, CampaignTestModel::Verdict), QColor(255, 0, 0));
+    EXPECT_EQ(colour(tests, row, CampaignTestModel::FailedItems), QColor(255, 0, 0));
+    const QStringList items = cell(tests, row, CampaignTestModel::FailedItems).split(QStringLiteral(", "));
+    if (cell(tests, row, CampaignTestModel::Mode) == "Cruise Phase") {
       EXPECT_TRUE(items.contains("V 7")) << items.join('/').toStdString();  // its lost packet carried V 7 to V 11
     }
     EXPECT_FALSE(items.contains("Valves"));  // the summary's sub-system rows are left out
   }
   EXPECT_EQ(failed, 4);
-  campaign->failedOnlyBox()->setChecked(true);
+  campaign->failed_only_box()->setChecked(true);
   EXPECT_EQ(tests->model()->rowCount(), 4);
 }
 
-TEST_F(CampaignWindow, EveryTableSortsByAnyColumnNumbersAsNumbers) {
+TEST_F(CampaignWindowTest, EveryTableSortsByAnyColumnNumbersAsNumbers) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
-  QTableView* table = campaign->filesTable();
-  table->sortByColumn(Campaign_File_Model::Id, Qt::DescendingOrder);
-  EXPECT_EQ(cell(table, 0, Campaign_File_Model::Path), files[1]);
-  table->sortByColumn(Campaign_File_Model::Name, Qt::AscendingOrder);
-  EXPECT_EQ(cell(table, 0, Campaign_File_Model::Name), "first.css");
+  QTableView* table = campaign->files_table();
+  table->sortByColumn(CampaignFileModel::Id, Qt::DescendingOrder);
+  EXPECT_EQ(cell(table, 0, CampaignFileModel::Path), files[1]);
+  table->sortByColumn(CampaignFileModel::Name, Qt::AscendingOrder);
+  EXPECT_EQ(cell(table, 0, CampaignFileModel::Name), "first.css");
 
-  QTableView* tests = campaign->testsTable();
-  for (const int column : {int(Campaign_Test_Model::LanderTime), int(Campaign_Test_Model::SequenceCount)}) {
+  QTableView* tests = campaign->tests_table();
+  for (const int column : {int(CampaignTestModel::LanderTime), int(CampaignTestModel::SequenceCount)}) {
     tests->sortByColumn(column, Qt::DescendingOrder);
     for (int row = 1; row < tests->model()->rowCount(); ++row) {
       EXPECT_GE(cell(tests, row - 1, column).toLongLong(), cell(tests, row, column).toLongLong()) << row;
     }
   }
-  tests->sortByColumn(Campaign_Test_Model::Verdict, Qt::AscendingOrder);
-  EXPECT_EQ(cell(tests, 0, Campaign_Test_Model::Verdict), "Fail");
+  tests->sortByColumn(CampaignTestModel::Verdict, Qt::AscendingOrder);
+  EXPECT_EQ(cell(tests, 0, CampaignTestModel::Verdict), "Fail");
 }
 
-TEST_F(CampaignWindow, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
+TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
-  window->setByteReverse(false);  // archived read low byte first: the load switches back
-  QTableView* table = campaign->filesTable();
-  table->sortByColumn(Campaign_File_Model::Id, Qt::DescendingOrder);
-  testing::double_click(table, table->model()->index(0, Campaign_File_Model::Name));
+  window->set_byte_reverse(false);  // archived read low byte first: the load switches back
+  QTableView* table = campaign->files_table();
+  table->sortByColumn(CampaignFileModel::Id, Qt::DescendingOrder);
+  testing::double_click(table, table->model()->index(0, CampaignFileModel::Name));
   EXPECT_TRUE(no_message());
   EXPECT_EQ(window->session().File_Name, files[1].toStdString());
   EXPECT_EQ(window->session().File_Type, FileFormat::CSS);
   EXPECT_TRUE(window->session().Byte_Reverse);
-  EXPECT_TRUE(window->menuItem("mnuDisplayByteReverse")->isChecked());
+  EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
 
   // Enter on the current row does the same.
   table->setCurrentIndex(table->model()->index(1, 0));
@@ -195,90 +195,90 @@ TEST_F(CampaignWindow, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
   EXPECT_NE(window->view(ViewKind::Campaign), nullptr);  // the window stays across the load
 }
 
-TEST_F(CampaignWindow, ADoubleClickOnATestOpensItsEvaluation) {
+TEST_F(CampaignWindowTest, ADoubleClickOnATestOpensItsEvaluation) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
-  show_tab(campaign, campaign->testsTable()->parentWidget());
-  QTableView* tests = campaign->testsTable();
-  tests->sortByColumn(Campaign_Test_Model::File, Qt::DescendingOrder);
+  show_tab(campaign, campaign->tests_table()->parentWidget());
+  QTableView* tests = campaign->tests_table();
+  tests->sortByColumn(CampaignTestModel::File, Qt::DescendingOrder);
   int row = 0;
-  while (row < tests->model()->rowCount() && !(cell(tests, row, Campaign_Test_Model::Mode) == "EAFT" &&
-                                                cell(tests, row, Campaign_Test_Model::Number) == "2")) {
+  while (row < tests->model()->rowCount() && !(cell(tests, row, CampaignTestModel::Mode) == "EAFT" &&
+                                                cell(tests, row, CampaignTestModel::Number) == "2")) {
     ++row;
   }
   ASSERT_LT(row, tests->model()->rowCount());
-  testing::double_click(tests, tests->model()->index(row, Campaign_Test_Model::Verdict));
+  testing::double_click(tests, tests->model()->index(row, CampaignTestModel::Verdict));
   EXPECT_TRUE(no_message());
   EXPECT_EQ(window->session().File_Name, files[1].toStdString());
   EXPECT_EQ(window->session().Test_Mode, "EAFT");
   auto* evaluation = shown<ShortTest>(ViewKind::ShortTest);
   ASSERT_NE(evaluation, nullptr);
-  const Short_Test_List list = find_short_tests(window->session());
+  const ShortTestList list = find_short_tests(window->session());
   EXPECT_EQ(window->session().Current_Science_Index, science_index_of_line(list, 2));
-  EXPECT_EQ(evaluation->overallResult()->text(), "Fail");
+  EXPECT_EQ(evaluation->overall_result()->text(), "Fail");
 }
 
-TEST_F(CampaignWindow, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArchive) {
+TEST_F(CampaignWindowTest, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArchive) {
   // A new archive, then the two files and a damaged one through the menu.
   dialogs.choices = {1, 0};  // a new SQLite file; the files are CSS
   dialogs.files = {archive_path, files[0]};
-  window->menuItem("mnuFileAddToArchive")->trigger();
-  auto* campaign = shown<Campaign_Window>(ViewKind::Campaign);
+  window->menu_item("mnuFileAddToArchive")->trigger();
+  auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
-  ASSERT_EQ(campaign->filesTable()->model()->rowCount(), 1);
+  ASSERT_EQ(campaign->files_table()->model()->rowCount(), 1);
   EXPECT_EQ(dialogs.choices_offered.back().offered.size(), 5);
 
-  window->setByteReverse(false);
-  const archive::Ingest_Report report =
-      campaign->ingestFiles({files[1], QString::fromStdString(dir.path("missing.css"))}, FileFormat::CSS);
+  window->set_byte_reverse(false);
+  const archive::IngestReport report =
+      campaign->ingest_files({files[1], QString::fromStdString(dir.path("missing.css"))}, FileFormat::CSS);
   EXPECT_EQ(report.added.size(), 1u);
   ASSERT_EQ(report.failed.size(), 1u);
   EXPECT_TRUE(one_message("Device I/O error: 1 of the files could not be added"));
-  ASSERT_EQ(campaign->filesTable()->model()->rowCount(), 2);
-  EXPECT_EQ(campaign->fileModel().file(1).byte_reverse, false);
+  ASSERT_EQ(campaign->files_table()->model()->rowCount(), 2);
+  EXPECT_EQ(campaign->file_model().file(1).byte_reverse, false);
 
   // The same content read the same way again is skipped, never doubled.
-  const archive::Ingest_Report again = campaign->ingestFiles({files[1]}, FileFormat::CSS);
+  const archive::IngestReport again = campaign->ingest_files({files[1]}, FileFormat::CSS);
   EXPECT_EQ(again.skipped.size(), 1u);
-  EXPECT_EQ(campaign->filesTable()->model()->rowCount(), 2);
+  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
 }
 
-TEST_F(CampaignWindow, TheEventSearchListsTheEntriesThatHoldTheText) {
+TEST_F(CampaignWindowTest, TheEventSearchListsTheEntriesThatHoldTheText) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
-  campaign->searchField()->clear();
-  campaign->searchEvents();
-  const QTableView* table = campaign->eventsTable();
+  campaign->search_field()->clear();
+  campaign->search_events();
+  const QTableView* table = campaign->events_table();
   int64_t information = 0;
-  for (const archive::File_Record& file : campaign->fileModel().files()) information += file.information_count;
+  for (const archive::FileRecord& file : campaign->file_model().files()) information += file.information_count;
   ASSERT_EQ(table->model()->rowCount(), information);
   ASSERT_GT(information, 0);
 
-  const QString word = cell(table, 0, Campaign_Event_Model::Lines).section(QLatin1Char(' '), 0, 0);
+  const QString word = cell(table, 0, CampaignEventModel::Lines).section(QLatin1Char(' '), 0, 0);
   ASSERT_FALSE(word.isEmpty());
-  campaign->searchField()->setText(word);
-  QTest::keyClick(campaign->searchField(), Qt::Key_Return);
+  campaign->search_field()->setText(word);
+  QTest::keyClick(campaign->search_field(), Qt::Key_Return);
   ASSERT_GT(table->model()->rowCount(), 0);
   EXPECT_LE(table->model()->rowCount(), information);
   for (int row = 0; row < table->model()->rowCount(); ++row) {
-    const QString text = cell(table, row, Campaign_Event_Model::Lines) + cell(table, row, Campaign_Event_Model::Label);
+    const QString text = cell(table, row, CampaignEventModel::Lines) + cell(table, row, CampaignEventModel::Label);
     EXPECT_TRUE(text.contains(word, Qt::CaseInsensitive)) << text.toStdString();
   }
 }
 
-TEST_F(CampaignWindow, TheTrendCrossesTheFilesWithTheirBoundariesAndLimits) {
+TEST_F(CampaignWindowTest, TheTrendCrossesTheFilesWithTheirBoundariesAndLimits) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
-  Campaign_Trend_Panel* trend = campaign->trendPanel();
+  CampaignTrendPanel* trend = campaign->trend_panel();
   show_tab(campaign, trend);
-  trend->setSensorChosen(kBoardTemperature, true);
+  trend->set_sensor_chosen(kBoardTemperature, true);
   ASSERT_EQ(trend->series().size(), 1u);
-  const std::vector<int64_t>& of_file = trend->pointFiles().front();
-  const auto& records = campaign->fileModel().files();
+  const std::vector<int64_t>& of_file = trend->point_files().front();
+  const auto& records = campaign->file_model().files();
   ASSERT_EQ(records.size(), 2u);
   const auto points_of = [&](int64_t id) { return std::count(of_file.begin(), of_file.end(), id); };
   EXPECT_EQ(points_of(records[0].file_id), records[0].hk_count);
@@ -289,29 +289,29 @@ TEST_F(CampaignWindow, TheTrendCrossesTheFilesWithTheirBoundariesAndLimits) {
   EXPECT_TRUE(trend->chart()->grab().width() > 0);
 }
 
-TEST_F(CampaignWindow, AServerThatCannotBeReachedIsAMessageAndTheWindowCarriesOn) {
+TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowCarriesOn) {
   archive_files();
-  Campaign_Window* campaign = open_through_menu();
+  CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
   dialogs.choices.push_back(2);
   dialogs.texts.push_back("postgresql://morvane@127.0.0.1:1/campaign?connect_timeout=2");
-  window->menuItem("mnuFileOpenArchive")->trigger();
+  window->menu_item("mnuFileOpenArchive")->trigger();
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(campaign->isOpen());  // it still shows the archive it had
+  EXPECT_TRUE(campaign->is_open());  // it still shows the archive it had
   EXPECT_EQ(campaign->location(), archive_path);
   EXPECT_EQ(archive_setting(), archive_path);
-  EXPECT_EQ(campaign->filesTable()->model()->rowCount(), 2);
+  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
 
   // Anything but a server's URL typed is a message too.
   dialogs.choices.push_back(2);
   dialogs.texts.push_back("http://example");
-  window->menuItem("mnuFileOpenArchive")->trigger();
+  window->menu_item("mnuFileOpenArchive")->trigger();
   EXPECT_EQ(dialogs.messages.size(), 2u);
 }
 
-TEST_F(CampaignWindow, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
+TEST_F(CampaignWindowTest, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
   // A port that takes the connection and says nothing: the open waits on a worker thread.
-  const Silent_Port silent;
+  const SilentPort silent;
   ASSERT_NE(silent.port(), 0);
   int ticks = 0;
   QTimer clock;
@@ -320,11 +320,11 @@ TEST_F(CampaignWindow, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilI
   dialogs.choices.push_back(2);
   dialogs.texts.push_back(QStringLiteral("postgresql://morvane@127.0.0.1:%1/campaign?connect_timeout=1")
                               .arg(silent.port()));
-  window->menuItem("mnuFileOpenArchive")->trigger();
+  window->menu_item("mnuFileOpenArchive")->trigger();
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  auto* campaign = shown<Campaign_Window>(ViewKind::Campaign);
+  auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
   ASSERT_NE(campaign, nullptr);
-  EXPECT_FALSE(campaign->isOpen());
+  EXPECT_FALSE(campaign->is_open());
   EXPECT_TRUE(archive_setting().isEmpty());
   // Built without PostgreSQL the answer is immediate; with it, the window went on serving events.
   if (!dialogs.messages[0].contains("not built")) {

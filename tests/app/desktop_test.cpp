@@ -26,7 +26,7 @@ namespace {
 
 class Desktop : public testing::AppTest {
  protected:
-  Status_Line* status() const { return window->findChild<Status_Line*>("StatusLine"); }
+  StatusLine* status() const { return window->findChild<StatusLine*>("StatusLine"); }
   QMenu* menu(const char* name) const { return window->findChild<QMenu*>(name); }
   // The items of a menu as it shows them when opened.
   QStringList items(QMenu* m) const {
@@ -44,42 +44,42 @@ class Desktop : public testing::AppTest {
 
 TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarning) {
   ASSERT_NE(status(), nullptr);
-  EXPECT_EQ(status()->fileText(), "No file loaded");
-  EXPECT_EQ(status()->followText(), "Live: stopped");
+  EXPECT_EQ(status()->file_text(), "No file loaded");
+  EXPECT_EQ(status()->follow_text(), "Live: stopped");
   ASSERT_TRUE(load_frames(testing::three_frames()));
-  EXPECT_EQ(status()->fileText(), "t.css");
-  EXPECT_EQ(status()->formatText(), "CSS");
-  EXPECT_EQ(status()->byteOrderText(), "Low byte first");
-  EXPECT_EQ(status()->framesText(), "3 frames");
-  EXPECT_EQ(status()->warningText(), "");
+  EXPECT_EQ(status()->file_text(), "t.css");
+  EXPECT_EQ(status()->format_text(), "CSS");
+  EXPECT_EQ(status()->byte_order_text(), "Low byte first");
+  EXPECT_EQ(status()->frames_text(), "3 frames");
+  EXPECT_EQ(status()->warning_text(), "");
   window->mnuDisplayByteReverse_Click();
   status()->refresh();
-  EXPECT_EQ(status()->byteOrderText(), "High byte first");
+  EXPECT_EQ(status()->byte_order_text(), "High byte first");
   window->mnuDisplayByteReverse_Click();
 
   // A text file loaded as a binary format: the load goes through, with a word of doubt.
   std::string text;
   for (int k = 0; k < 3000; ++k) text += std::to_string(k % 997) + ", ";
   testing::write_file(dir.path("wrong.qm"), text);
-  ASSERT_TRUE(window->loadFile(FileFormat::QM, QString::fromStdString(dir.path("wrong.qm"))));
-  EXPECT_TRUE(status()->warningText().startsWith("Warning: no known packet identifier in the first 16 frames"));
+  ASSERT_TRUE(window->load_file(FileFormat::QM, QString::fromStdString(dir.path("wrong.qm"))));
+  EXPECT_TRUE(status()->warning_text().startsWith("Warning: no known packet identifier in the first 16 frames"));
   auto* summary = show<Summary>(ViewKind::Summary);
-  EXPECT_EQ(summary->formatWarningText(), status()->warningText());
+  EXPECT_EQ(summary->format_warning_text(), status()->warning_text());
   EXPECT_TRUE(no_message());
 
   // Following a log, then paused by the concise window's button (the timer stops).
   testing::FrameWriter log_frames(282);
   log_frames.add_frame({testing::labelled(LabelCode::Concise, 1, 51, 5)});
   write_log(log_frames);
-  window->startCollection();
+  window->start_collection();
   status()->refresh();
-  EXPECT_EQ(status()->followText(), "Live: following, 282 bytes");
-  window->collectionTimer()->stop();
+  EXPECT_EQ(status()->follow_text(), "Live: following, 282 bytes");
+  window->collection_timer()->stop();
   status()->refresh();
-  EXPECT_EQ(status()->followText(), "Live: paused, 282 bytes");
-  window->stopCollection();
+  EXPECT_EQ(status()->follow_text(), "Live: paused, 282 bytes");
+  window->stop_collection();
   status()->refresh();
-  EXPECT_EQ(status()->followText(), "Live: stopped");
+  EXPECT_EQ(status()->follow_text(), "Live: stopped");
 }
 
 TEST_F(Desktop, TheWindowMenuArrangesAndListsTheOpenWindowsWithTheActiveOneChecked) {
@@ -97,31 +97,31 @@ TEST_F(Desktop, TheWindowMenuArrangesAndListsTheOpenWindowsWithTheActiveOneCheck
   QMenu* windows = menu("mnuWindow");
   ASSERT_NE(windows, nullptr);
   EXPECT_EQ(items(windows), (QStringList{"Cl&ose", "Close &All", "&Tile", "&Cascade", "Ne&xt", "Pre&vious"}));
-  EXPECT_FALSE(window->menuItem("mnuWindowTile")->isEnabled());
+  EXPECT_FALSE(window->menu_item("mnuWindowTile")->isEnabled());
 
-  window->showView(ViewKind::Summary);
-  window->showView(ViewKind::RawData);
+  window->show_view(ViewKind::Summary);
+  window->show_view(ViewKind::RawData);
   const QStringList listed = items(windows);
   ASSERT_EQ(listed.size(), 8);
   EXPECT_EQ(listed[6], "&1 Summary");
   EXPECT_TRUE(listed[7].startsWith("&2 ") && listed[7].endsWith(" [x]")) << listed[7].toStdString();
 
-  window->menuItem("mnuWindowShow1")->trigger();
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(window->view(ViewKind::Summary)));
-  window->menuItem("mnuWindowNext")->trigger();
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(window->view(ViewKind::RawData)));
-  window->menuItem("mnuWindowTile")->trigger();
-  const QRect a = window->frameOf(window->view(ViewKind::Summary))->geometry();
-  const QRect b = window->frameOf(window->view(ViewKind::RawData))->geometry();
+  window->menu_item("mnuWindowShow1")->trigger();
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Summary)));
+  window->menu_item("mnuWindowNext")->trigger();
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::RawData)));
+  window->menu_item("mnuWindowTile")->trigger();
+  const QRect a = window->frame_of(window->view(ViewKind::Summary))->geometry();
+  const QRect b = window->frame_of(window->view(ViewKind::RawData))->geometry();
   EXPECT_FALSE(a.intersects(b));
 
-  EXPECT_EQ(window->menuItem("mnuWindowClose")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_W));
-  window->menuItem("mnuWindowClose")->trigger();
+  EXPECT_EQ(window->menu_item("mnuWindowClose")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_W));
+  window->menu_item("mnuWindowClose")->trigger();
   testing::delete_closed_windows();
   EXPECT_EQ(window->view(ViewKind::RawData), nullptr);
-  window->menuItem("mnuWindowCloseAll")->trigger();
+  window->menu_item("mnuWindowCloseAll")->trigger();
   testing::delete_closed_windows();
-  EXPECT_TRUE(window->mdiArea()->subWindowList().isEmpty());
+  EXPECT_TRUE(window->mdi_area()->subWindowList().isEmpty());
   EXPECT_EQ(window->view(ViewKind::Summary), nullptr);
 }
 
@@ -145,26 +145,26 @@ TEST_F(Desktop, EnterOpensTheSelectedLineAndCtrlCCopiesEverySelectedLine) {
 }
 
 TEST_F(Desktop, TheHelpMenuShowsTheGuideShippedInsideTheProgramAndTheAbout) {
-  auto* help = window->findChild<Help_Menu*>();
+  auto* help = window->findChild<HelpMenu*>();
   ASSERT_NE(help, nullptr);
   EXPECT_EQ(items(menu("mnuHelp")), (QStringList{"&User Guide", "&Keyboard Shortcuts", "&About Morvane EGSE"}));
-  EXPECT_EQ(window->menuItem("mnuHelpGuide")->shortcut(), QKeySequence(QKeySequence::HelpContents));
-  QTextBrowser* guide = help->showGuide();
+  EXPECT_EQ(window->menu_item("mnuHelpGuide")->shortcut(), QKeySequence(QKeySequence::HelpContents));
+  QTextBrowser* guide = help->show_guide();
   ASSERT_NE(guide, nullptr);
   EXPECT_TRUE(guide->toPlainText().startsWith("Morvane EGSE user guide")) << guide->toPlainText().left(80).toStdString();
-  EXPECT_TRUE(help->showShortcuts()->toPlainText().contains("Ctrl+Tab"));
-  help->showAbout();
+  EXPECT_TRUE(help->show_shortcuts()->toPlainText().contains("Ctrl+Tab"));
+  help->show_about();
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_TRUE(dialogs.messages[0].contains(QStringLiteral("Qt: ") + qVersion()));
   EXPECT_TRUE(dialogs.messages[0].contains("Settings: "));
 }
 
 TEST_F(Desktop, CtrlOAsksForAFileOfTheFormatLoadedLast) {
-  QAction* open = window->menuItem("mnuFileOpenLastFormat");
+  QAction* open = window->menu_item("mnuFileOpenLastFormat");
   ASSERT_NE(open, nullptr);
   EXPECT_EQ(open->shortcut(), QKeySequence(QKeySequence::Open));
   testing::FrameWriter grm = testing::three_frames(280);
-  ASSERT_TRUE(window->loadFile(FileFormat::GRM, write_frames("t.grm", grm)));
+  ASSERT_TRUE(window->load_file(FileFormat::GRM, write_frames("t.grm", grm)));
   EXPECT_EQ(open->text(), "&Open GRM file...");
   dialogs.files.push_back(write_frames("u.grm", grm));
   open->trigger();
@@ -173,7 +173,7 @@ TEST_F(Desktop, CtrlOAsksForAFileOfTheFormatLoadedLast) {
 }
 
 TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer) {
-  const std::vector<Trend_Series> series{{28, "AD590", "oC", {{100, 1.5}, {160, 2.25}, {400, -3}}},
+  const std::vector<TrendSeries> series{{28, "AD590", "oC", {{100, 1.5}, {160, 2.25}, {400, -3}}},
                                          {29, "Docking station", "mm", {{130, 7}}}};
   EXPECT_EQ(trend_readout(series, 125), "t = 125 s\nAD590: 1.5 oC at 100 s\nDocking station: 7 mm at 130 s");
   EXPECT_EQ(trend_readout(series, 150), "t = 150 s\nAD590: 2.25 oC at 160 s\nDocking station: 7 mm at 130 s");
@@ -184,16 +184,16 @@ TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer)
   Spectrum_Bins bins{};
   bins[0] = 5;
   bins[512] = 80;
-  Spectrum_Axis axis;
-  plot.setBins(&bins, 1025, axis);
-  Spectrum_Graph graph;
+  SpectrumAxis axis;
+  plot.set_bins(&bins, 1025, axis);
+  SpectrumGraph graph;
   graph.width = 1025;  // the whole range at zoom 1
-  plot.setGraph(graph);
-  const QRect area = plot.plotArea();
-  EXPECT_EQ(plot.readoutAt({area.left(), area.center().y()}), "Bin 0: 5 counts");
+  plot.set_graph(graph);
+  const QRect area = plot.plot_area();
+  EXPECT_EQ(plot.readout_at({area.left(), area.center().y()}), "Bin 0: 5 counts");
   const int middle = area.left() + static_cast<int>(512.5 * area.width() / 1025);
-  EXPECT_EQ(plot.readoutAt({middle, area.center().y()}), "Bin 512: 80 counts");
-  EXPECT_EQ(plot.readoutAt({area.left() - 3, area.center().y()}), "");
+  EXPECT_EQ(plot.readout_at({middle, area.center().y()}), "Bin 512: 80 counts");
+  EXPECT_EQ(plot.readout_at({area.left() - 3, area.center().y()}), "");
 }
 
 TEST_F(Desktop, ShowThisSpectrumOpensTheSpectrumWindowOnTheLineClicked) {
@@ -202,12 +202,12 @@ TEST_F(Desktop, ShowThisSpectrumOpensTheSpectrumWindowOnTheLineClicked) {
   QStringList science_menu;
   for (const QAction* action : summary->list(1)->actions()) science_menu.append(action->text());
   EXPECT_EQ(science_menu, (QStringList{"Show in raw frame", "Show this spectrum"}));
-  summary->showThisSpectrum(1);  // auxiliary data: no spectrum
+  summary->show_this_spectrum(1);  // auxiliary data: no spectrum
   EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
-  summary->showThisSpectrum(3);  // the GC spectrum, spectrum 2 after the complete one
+  summary->show_this_spectrum(3);  // the GC spectrum, spectrum 2 after the complete one
   auto* spectra = shown<Spectra_Form>(ViewKind::Spectra);
   ASSERT_NE(spectra, nullptr);
-  EXPECT_EQ(spectra->spectrumScroll()->value(), 2);
+  EXPECT_EQ(spectra->spectrum_scroll()->value(), 2);
   EXPECT_EQ(spectra->decoder().spectrum(), 2);
   EXPECT_TRUE(no_message());
 }

@@ -3,11 +3,11 @@
 #include <QPushButton>
 #include <QScrollBar>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 #include "app_fixture.h"
 #include "drawing_view.h"
 #include "housekeeping_form.h"
-#include "views/hk_sensors.h"
+#include "decoders/hk_sensors.h"
 
 namespace morvane {
 namespace {
@@ -24,7 +24,7 @@ class HousekeepingFormTest : public testing::AppTest {
                             decode_housekeeping(session.config, session.HK_Sensor_Data, session.Current_HK_Index))
         .drawing;
   }
-  static bool more_visible(Housekeeping_form* view) { return view->moreButton()->isVisibleTo(view); }
+  static bool more_visible(Housekeeping_form* view) { return view->more_button()->isVisibleTo(view); }
 };
 
 TEST_F(HousekeepingFormTest, OpensOnTheCurrentEntryWithItsHeaderAndSensorPage) {
@@ -32,14 +32,14 @@ TEST_F(HousekeepingFormTest, OpensOnTheCurrentEntryWithItsHeaderAndSensorPage) {
   window->session().Current_HK_Index = 1;
   Housekeeping_form* view = open_view();
   EXPECT_EQ(view->windowTitle(), "Housekeeping");
-  EXPECT_EQ(view->packetTypeText(), "Packet type -  Complete ");
-  EXPECT_EQ(view->headerText("Sequence Control"), "41");
-  EXPECT_EQ(view->headerText("Mode"), "11  -  Calibration");
+  EXPECT_EQ(view->packet_type_text(), "Packet type -  Complete ");
+  EXPECT_EQ(view->header_text("Sequence Control"), "41");
+  EXPECT_EQ(view->header_text("Mode"), "11  -  Calibration");
   EXPECT_EQ(view->picture()->drawing(), sensor_page());
-  EXPECT_EQ(view->scrollBar()->maximum(), 2);
-  EXPECT_EQ(view->scrollBar()->value(), 1);
+  EXPECT_EQ(view->scroll_bar()->maximum(), 2);
+  EXPECT_EQ(view->scroll_bar()->value(), 1);
   EXPECT_TRUE(more_visible(view));
-  EXPECT_EQ(view->moreButton()->text(), "More...");
+  EXPECT_EQ(view->more_button()->text(), "More...");
   EXPECT_TRUE(no_message());
 }
 

@@ -22,17 +22,17 @@ class InformationWindow : public testing::AppTest {
   // The form on a loaded file, opened as the summary opens it.
   Information_Form* open_on(int32_t index) {
     window->session().Current_Information_Index = index;
-    window->showInformationEntry();
+    window->show_information_entry();
     return shown<Information_Form>(ViewKind::Information);
   }
   static QString text(const Information_Form* form, int label) { return form->label(label)->text(); }
   // The window shows what a decoder shown the same entries holds.
-  static void expect_shows(const Information_Form* form, const Information_View& decoder) {
-    const Information_Labels& labels = decoder.labels();
+  static void expect_shows(const Information_Form* form, const InformationPresenter& decoder) {
+    const InformationLabels& labels = decoder.labels();
     const std::string* texts[] = {&labels.Label2, &labels.Label3, &labels.Label5, &labels.Label7, &labels.Label9};
     const int numbers[] = {2, 3, 5, 7, 9};
     for (int k = 0; k < 5; ++k) EXPECT_EQ(text(form, numbers[k]).toStdString(), *texts[k]) << "Label" << numbers[k];
-    EXPECT_EQ(form->rawDump()->drawing(), decoder.raw_dump());
+    EXPECT_EQ(form->raw_dump()->drawing(), decoder.raw_dump());
     EXPECT_EQ(form->translation()->drawing(), decoder.translation_drawing());
   }
 };
@@ -58,9 +58,9 @@ TEST_F(InformationWindow, APacketTheLayoutCannotTakeIsAMessageAndTheWindowKeepsW
     testing::FrameWriter writer(282);
     writer.add_frame(c.frame);
     ASSERT_TRUE(load_frames(writer, std::string(c.name) + ".css"));
-    window->closeView(ViewKind::Information);
+    window->close_view(ViewKind::Information);
     dialogs.messages.clear();
-    Information_View decoder;
+    InformationPresenter decoder;
     for (int32_t i = 1; i <= c.failing; ++i) {
       try {
         decoder.show(window->session(), i);
@@ -68,7 +68,7 @@ TEST_F(InformationWindow, APacketTheLayoutCannotTakeIsAMessageAndTheWindowKeepsW
       }
     }
     Information_Form* form = open_on(1);
-    form->scrollBar()->setValue(c.failing);
+    form->scroll_bar()->setValue(c.failing);
     EXPECT_TRUE(one_message("Subscript out of range"));
     expect_shows(form, decoder);
   }

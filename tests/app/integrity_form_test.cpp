@@ -7,7 +7,7 @@
 #include <QSpinBox>
 #include <QTableView>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 #include "app_fixture.h"
 #include "integrity_model.h"
 #include "view_pass.h"
@@ -29,67 +29,67 @@ class IntegrityWindow : public testing::AppTest {
                               hk_packet(2, {}, {}, 6, 2000)},
                              "faulty.css"));
   }
-  Integrity_Form* open_window() {
-    window->menuItem("mnuDisplayDataIntegrity")->trigger();
-    auto* form = shown<Integrity_Form>(ViewKind::Integrity);
+  IntegrityForm* open_window() {
+    window->menu_item("mnuDisplayDataIntegrity")->trigger();
+    auto* form = shown<IntegrityForm>(ViewKind::Integrity);
     EXPECT_NE(form, nullptr);
     return form;
   }
   // The row of the first finding of a kind, or -1.
-  static int row_of(const Integrity_Form* form, Finding_Kind kind) {
+  static int row_of(const IntegrityForm* form, FindingKind kind) {
     for (int row = 0; row < form->model()->rowCount(); ++row) {
       if (form->model()->finding(row).kind == kind) return row;
     }
     return -1;
   }
-  static QString cell(const Integrity_Form* form, int row, int column) {
+  static QString cell(const IntegrityForm* form, int row, int column) {
     return form->model()->data(form->model()->index(row, column)).toString();
   }
 };
 
 TEST_F(IntegrityWindow, ListsTheFindingsOfTheFileWithTheirCountsAndTheUsersTimeJumpThreshold) {
   load_faulty_file();
-  Integrity_Form* form = open_window();
+  IntegrityForm* form = open_window();
   EXPECT_EQ(form->windowTitle(), "Data Integrity");
   EXPECT_EQ(form->model()->rowCount(), static_cast<int>(check_integrity(window->session()).findings.size()));
   EXPECT_EQ(form->model()->headerData(0, Qt::Horizontal).toString(), "Kind");
   EXPECT_EQ(form->model()->headerData(3, Qt::Horizontal).toString(), "Text");
 
-  const int gap = row_of(form, Finding_Kind::SequenceGap);
+  const int gap = row_of(form, FindingKind::SequenceGap);
   ASSERT_GE(gap, 0);
   EXPECT_EQ(cell(form, gap, IntegrityModel::EntryColumn), "3");
-  EXPECT_EQ(form->countText(Finding_Kind::SequenceGap), "2");  // housekeeping and science
-  EXPECT_EQ(form->countText(Finding_Kind::UnknownIdentifier), "1");
-  EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
-  EXPECT_EQ(form->countText(Finding_Kind::PartialFrame), "0");
+  EXPECT_EQ(form->count_text(FindingKind::SequenceGap), "2");  // housekeeping and science
+  EXPECT_EQ(form->count_text(FindingKind::UnknownIdentifier), "1");
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "1");
+  EXPECT_EQ(form->count_text(FindingKind::PartialFrame), "0");
   EXPECT_TRUE(no_message());
 
-  EXPECT_EQ(form->timeJumpField()->value(), 600);
-  form->timeJumpField()->setValue(1884);
-  EXPECT_EQ(row_of(form, Finding_Kind::TimeJump), -1);
-  EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "0");
-  form->timeJumpField()->setValue(1883);
-  EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
+  EXPECT_EQ(form->time_jump_field()->value(), 600);
+  form->time_jump_field()->setValue(1884);
+  EXPECT_EQ(row_of(form, FindingKind::TimeJump), -1);
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "0");
+  form->time_jump_field()->setValue(1883);
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "1");
 }
 
 TEST_F(IntegrityWindow, ACancelledCheckLeavesTheFindingsAndTheirThreshold) {
   load_faulty_file();
-  Integrity_Form* form = open_window();
+  IntegrityForm* form = open_window();
   const int rows = form->model()->rowCount();
   cancel_view_passes_for_testing(true);
-  form->timeJumpField()->setValue(1884);  // would drop the time jump
+  form->time_jump_field()->setValue(1884);  // would drop the time jump
   cancel_view_passes_for_testing(false);
-  EXPECT_EQ(form->timeJumpField()->value(), 600);
+  EXPECT_EQ(form->time_jump_field()->value(), 600);
   EXPECT_EQ(form->model()->rowCount(), rows);
-  EXPECT_EQ(form->countText(Finding_Kind::TimeJump), "1");
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "1");
   EXPECT_TRUE(form->isEnabled());
   EXPECT_TRUE(no_message());
 }
 
 TEST_F(IntegrityWindow, ADoubleClickOpensTheEntryInItsWindow) {
   load_faulty_file();
-  Integrity_Form* form = open_window();
-  const int gap = row_of(form, Finding_Kind::SequenceGap);
+  IntegrityForm* form = open_window();
+  const int gap = row_of(form, FindingKind::SequenceGap);
   testing::double_click(form->table(), form->model()->index(gap, IntegrityModel::TextColumn));
   EXPECT_EQ(window->session().Current_HK_Index, 3);
   EXPECT_NE(window->view(ViewKind::Housekeeping), nullptr);

@@ -22,7 +22,7 @@ namespace {
 using testing::FrameWriter;
 using testing::Packet;
 
-class LiveFollow : public testing::AppTest {
+class LiveFollowTest : public testing::AppTest {
  protected:
   // hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
   static FrameWriter frames(int hk_frames, int event_frames = 0) {
@@ -39,19 +39,19 @@ class LiveFollow : public testing::AppTest {
   }
 };
 
-TEST_F(LiveFollow, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsFirstFrame) {
+TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsFirstFrame) {
   write_log(frames(2));
-  QAction* item = window->menuItem("mnuDisplayRealTimeDataCollection");
+  QAction* item = window->menu_item("mnuDisplayRealTimeDataCollection");
   item->trigger();
   EXPECT_TRUE(item->isChecked());
-  EXPECT_TRUE(window->collectionTimer()->isActive());
-  EXPECT_EQ(window->collectionTimer()->interval(), 500);
+  EXPECT_TRUE(window->collection_timer()->isActive());
+  EXPECT_EQ(window->collection_timer()->interval(), 500);
   EXPECT_EQ(window->windowTitle(), QString::fromStdString("Morvane EGSE             File loaded - " + log()));
   EXPECT_EQ(window->session().File_Type, FileFormat::CSS);
   EXPECT_EQ(window->session().Packet_Count, 2);
   item->trigger();
-  EXPECT_FALSE(window->isCollecting());
-  EXPECT_FALSE(window->collectionTimer()->isActive());
+  EXPECT_FALSE(window->is_collecting());
+  EXPECT_FALSE(window->collection_timer()->isActive());
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);  // kept for browsing
 
   write_log(frames(4));
@@ -61,9 +61,9 @@ TEST_F(LiveFollow, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsF
   EXPECT_EQ(window->session().catalogue.counters.Complete_Count(), 4);  // counted once
 }
 
-TEST_F(LiveFollow, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsPast) {
+TEST_F(LiveFollowTest, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsPast) {
   write_log(frames(2));
-  window->startCollection();
+  window->start_collection();
   auto* raw = show<RawData>(ViewKind::RawData);
   auto* summary = show<Summary>(ViewKind::Summary);
   auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
@@ -71,36 +71,36 @@ TEST_F(LiveFollow, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGrowsP
 
   grow_log(frames(5));
   EXPECT_EQ(window->session().Packet_Count, 5);
-  EXPECT_EQ(raw->frameLabel(), "Lander packet number 5");
+  EXPECT_EQ(raw->frame_label(), "Lander packet number 5");
   ASSERT_EQ(inserted.count(), 1);
   EXPECT_EQ(inserted[0][1].toInt(), 2);  // only the new entries, rows 3..5
   EXPECT_EQ(inserted[0][2].toInt(), 4);
-  EXPECT_EQ(summary->countText("packet_count"), "5");
+  EXPECT_EQ(summary->count_text("packet_count"), "5");
   EXPECT_EQ(window->session().catalogue.Previous_Packet_Count, 5);
-  EXPECT_EQ(housekeeping->scrollBar()->value(), 5);  // the newest packet
-  EXPECT_EQ(housekeeping->headerText("Number of Housekeeping Packets"), "5");
+  EXPECT_EQ(housekeeping->scroll_bar()->value(), 5);  // the newest packet
+  EXPECT_EQ(housekeeping->header_text("Number of Housekeeping Packets"), "5");
 
   grow_log(frames(1));  // rewritten shorter
   grow_log(frames(4));
   EXPECT_EQ(window->session().Packet_Count, 5);
   EXPECT_EQ(inserted.count(), 1);
 
-  housekeeping->moreButton()->click();  // frames without housekeeping leave its page alone
+  housekeeping->more_button()->click();  // frames without housekeeping leave its page alone
   grow_log(frames(5, 1));
   EXPECT_EQ(window->session().Packet_Count, 6);
-  EXPECT_TRUE(housekeeping->showingRegisters());
+  EXPECT_TRUE(housekeeping->showing_registers());
   grow_log(frames(7));
   EXPECT_EQ(window->session().Packet_Count, 7);
   EXPECT_EQ(window->session().catalogue.HK_Count(), 6);
   EXPECT_EQ(inserted.count(), 2);
-  EXPECT_EQ(housekeeping->headerText("HK Packet number"), "6");
-  EXPECT_FALSE(housekeeping->showingRegisters());
+  EXPECT_EQ(housekeeping->header_text("HK Packet number"), "6");
+  EXPECT_FALSE(housekeeping->showing_registers());
   EXPECT_TRUE(no_message());
 }
 
-TEST_F(LiveFollow, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
+TEST_F(LiveFollowTest, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
   write_log(frames(4));
-  window->startCollection();
+  window->start_collection();
   ASSERT_EQ(window->session().Packet_Count, 4);
   // The ground station starts a new log: written beside the old one and renamed over it.
   testing::write_bytes(dir.path("new.dat"), frames(2).bytes());
@@ -109,8 +109,8 @@ TEST_F(LiveFollow, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
   ASSERT_TRUE(one_message("The log file "));
   EXPECT_TRUE(dialogs.messages[0].contains("was replaced by a new file: collection starts again from its first frame"));
   EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(log())));
-  EXPECT_TRUE(window->isCollecting());
-  EXPECT_TRUE(window->collectionTimer()->isActive());
+  EXPECT_TRUE(window->is_collecting());
+  EXPECT_TRUE(window->collection_timer()->isActive());
   EXPECT_EQ(window->session().Packet_Count, 2);  // as a stop and a start would find it
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
 
@@ -119,18 +119,18 @@ TEST_F(LiveFollow, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
   EXPECT_EQ(dialogs.messages.size(), 1u);
 }
 
-TEST_F(LiveFollow, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBack) {
+TEST_F(LiveFollowTest, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBack) {
   write_log(frames(4));
-  window->startCollection();
+  window->start_collection();
   std::filesystem::remove(log());
   window->Timer1_Timer();
   window->Timer1_Timer();  // said once
   ASSERT_TRUE(one_message("The log file "));
   EXPECT_TRUE(dialogs.messages[0].contains("was deleted: collection waits for it to return"));
-  auto* follow = window->findChild<Live_Follow*>();
+  auto* follow = window->findChild<LiveFollow*>();
   ASSERT_NE(follow, nullptr);
   EXPECT_TRUE(follow->waiting());
-  EXPECT_TRUE(window->isCollecting());
+  EXPECT_TRUE(window->is_collecting());
   EXPECT_EQ(window->session().Packet_Count, 4);  // the catalogue stays for browsing
 
   grow_log(frames(1));
@@ -143,23 +143,23 @@ TEST_F(LiveFollow, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBac
   EXPECT_EQ(dialogs.messages.size(), 2u);
 }
 
-TEST_F(LiveFollow, AMissingLogIsReportedAndCollectionDoesNotStart) {
-  window->setLogFile(QString::fromStdString(log()));
-  window->startCollection();
+TEST_F(LiveFollowTest, AMissingLogIsReportedAndCollectionDoesNotStart) {
+  window->set_log_file(QString::fromStdString(log()));
+  window->start_collection();
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_EQ(dialogs.messages[0].toStdString(), "File not found: " + log() + "; Error number 53");
-  EXPECT_FALSE(window->isCollecting());
-  EXPECT_FALSE(window->collectionTimer()->isActive());
+  EXPECT_FALSE(window->is_collecting());
+  EXPECT_FALSE(window->collection_timer()->isActive());
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE");
 }
 
-// Live_Follow on its own: a session, dialogs and the two hooks a main window gives it.
+// LiveFollow on its own: a session, dialogs and the two hooks a main window gives it.
 class LiveFollowAlone : public ::testing::Test {
  protected:
   void SetUp() override {
     QSettings().clear();
     session.config = load_configuration(sim::write_configuration(dir.path("base")));
-    Live_Follow::Hooks hooks;
+    LiveFollow::Hooks hooks;
     hooks.load_log = [this](const QString& path) {
       ++loads;
       if (!std::filesystem::exists(path.toStdString())) return false;  // as a failed load: nothing changes
@@ -175,7 +175,7 @@ class LiveFollowAlone : public ::testing::Test {
       if (fail_update) morvane::raise(ErrorNumber::DeviceIoError, "view");
     };
     hooks.busy = [this] { return busy; };
-    follow = new Live_Follow(session, dialogs, window, std::move(hooks));
+    follow = new LiveFollow(session, dialogs, window, std::move(hooks));
     follow->set_log_file(QString::fromStdString(log()));
   }
   void TearDown() override { QSettings().clear(); }
@@ -193,7 +193,7 @@ class LiveFollowAlone : public ::testing::Test {
   testing::FakeDialogs dialogs;
   QWidget window;
   Session session;
-  Live_Follow* follow = nullptr;
+  LiveFollow* follow = nullptr;
   int loads = 0;
   std::vector<int32_t> updates;  // the frame count each update of the views saw
   bool busy = false;
@@ -254,7 +254,7 @@ TEST_F(LiveFollowAlone, APassWaitsForALoadAndAFailingPassStopsCollectionBeforeIt
   busy = false;
 
   std::vector<bool> on;
-  QObject::connect(follow, &Live_Follow::collectingChanged, [&](bool collecting) { on.push_back(collecting); });
+  QObject::connect(follow, &LiveFollow::collecting_changed, [&](bool collecting) { on.push_back(collecting); });
   dialogs.on_message = [&] { EXPECT_FALSE(follow->timer()->isActive()); };
   fail_update = true;
   follow->Timer1_Timer();
@@ -266,7 +266,7 @@ TEST_F(LiveFollowAlone, APassWaitsForALoadAndAFailingPassStopsCollectionBeforeIt
 
 TEST_F(LiveFollowAlone, AStartThatCannotLoadTheLogKeepsTheStateCollectionWasIn) {
   std::vector<bool> on;
-  QObject::connect(follow, &Live_Follow::collectingChanged, [&](bool collecting) { on.push_back(collecting); });
+  QObject::connect(follow, &LiveFollow::collecting_changed, [&](bool collecting) { on.push_back(collecting); });
   follow->toggle();  // no log yet
   EXPECT_FALSE(follow->collecting());
   EXPECT_FALSE(follow->timer()->isActive());

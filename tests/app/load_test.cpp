@@ -24,19 +24,19 @@ using Loading = testing::AppTest;
 
 TEST_F(Loading, ACancelledDialogChangesNothingWhileALoadStopsCollection) {
   write_log(testing::three_frames());
-  window->startCollection();
-  ASSERT_TRUE(window->isCollecting());
+  window->start_collection();
+  ASSERT_TRUE(window->is_collecting());
   const QString caption = window->windowTitle();
 
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", ""));
   EXPECT_EQ(window->windowTitle(), caption);
-  EXPECT_TRUE(window->collectionTimer()->isActive());
+  EXPECT_TRUE(window->collection_timer()->isActive());
   EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
 
   FrameWriter writer = testing::three_frames(280);
   ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", writer)));
-  EXPECT_FALSE(window->isCollecting());
-  EXPECT_FALSE(window->collectionTimer()->isActive());
+  EXPECT_FALSE(window->is_collecting());
+  EXPECT_FALSE(window->collection_timer()->isActive());
   EXPECT_TRUE(no_message());
 }
 
@@ -51,7 +51,7 @@ TEST_F(Loading, AnEmptyFileStillSetsTheCaptionAndEmptiesTheOpenViews) {
   summary = shown<Summary>(ViewKind::Summary);
   ASSERT_NE(summary, nullptr);
   EXPECT_EQ(summary->model(0)->rowCount(), 0);
-  EXPECT_EQ(summary->countText("packet_count"), "0");
+  EXPECT_EQ(summary->count_text("packet_count"), "0");
 }
 
 TEST_F(Loading, AnErrorPartWayKeepsTheEntriesBeforeItAndIsShown) {
@@ -99,10 +99,10 @@ class BadFiles : public testing::AppTest {
  protected:
   // Loads the file, then opens every window that exists and lets it draw.
   void load_and_open_everything(FileFormat format, const std::string& name) {
-    ASSERT_TRUE(window->loadFile(format, QString::fromStdString(dir.path(name))) || !dialogs.messages.empty());
+    ASSERT_TRUE(window->load_file(format, QString::fromStdString(dir.path(name))) || !dialogs.messages.empty());
     for (ViewKind kind : kAllViewKinds) {
-      if (!window->isRegistered(kind)) continue;
-      window->guarded([&] { window->showView(kind); });
+      if (!window->is_registered(kind)) continue;
+      window->guarded([&] { window->show_view(kind); });
       QApplication::processEvents();
     }
     window->Reload_Open_Views();

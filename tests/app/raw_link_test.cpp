@@ -27,14 +27,14 @@ using testing::FrameWriter;
 using testing::Packet;
 
 // What the raw view marks: the first and last word and how many, and whether every one is whole.
-struct Marked_Words {
+struct MarkedWords {
   int first = 0;
   int last = 0;
   int count = 0;
   bool whole = true;
-  bool operator==(const Marked_Words&) const = default;
+  bool operator==(const MarkedWords&) const = default;
 };
-void PrintTo(const Marked_Words& m, std::ostream* out) {
+void PrintTo(const MarkedWords& m, std::ostream* out) {
   *out << "words " << m.first << ".." << m.last << " (" << m.count << (m.whole ? ", whole)" : ", partly)");
 }
 
@@ -50,11 +50,11 @@ class RawLink : public testing::AppTest {
     action->trigger();
   }
   RawData* raw() const { return shown<RawData>(ViewKind::RawData); }
-  Marked_Words packet_words() const { return words(kPacketMarkColour); }
-  Marked_Words byte_words() const { return words(kByteMarkColour); }
-  Marked_Words words(const Colour& colour) const {
-    Marked_Words m;
-    for (const DrawingView::Text_Mark& mark : raw()->picture()->textMarks()) {
+  MarkedWords packet_words() const { return words(kPacketMarkColour); }
+  MarkedWords byte_words() const { return words(kByteMarkColour); }
+  MarkedWords words(const Colour& colour) const {
+    MarkedWords m;
+    for (const DrawingView::TextMark& mark : raw()->picture()->text_marks()) {
       if (!(mark.colour == colour)) continue;
       const int word = static_cast<int>(mark.text) + 1;
       if (m.count++ == 0) m.first = word;
@@ -71,25 +71,25 @@ TEST_F(RawLink, FromTheHousekeepingViewTheRawViewOpensOnThePacketsWords) {
   auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
   show_in_raw_frame(housekeeping);
   ASSERT_NE(raw(), nullptr);
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(raw()));
-  EXPECT_EQ(raw()->currentFrame(), 1);
-  EXPECT_EQ(raw()->frameLabel(), "Lander packet number 1");
-  EXPECT_EQ(packet_words(), (Marked_Words{12, 40, 29, true}));
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(raw()));
+  EXPECT_EQ(raw()->current_frame(), 1);
+  EXPECT_EQ(raw()->frame_label(), "Lander packet number 1");
+  EXPECT_EQ(packet_words(), (MarkedWords{12, 40, 29, true}));
   EXPECT_EQ(byte_words().count, 0);
 
-  housekeeping->scrollBar()->setValue(2);
+  housekeeping->scroll_bar()->setValue(2);
   show_in_raw_frame(housekeeping);
-  EXPECT_EQ(raw()->currentFrame(), 3);
-  EXPECT_EQ(packet_words(), (Marked_Words{12, 40, 29, true}));
+  EXPECT_EQ(raw()->current_frame(), 3);
+  EXPECT_EQ(packet_words(), (MarkedWords{12, 40, 29, true}));
   // Stepping to another frame leaves nothing of the packet to mark there.
-  raw()->showFrame(2);
+  raw()->show_frame(2);
   EXPECT_EQ(packet_words().count, 0);
-  raw()->showFrame(3);
+  raw()->show_frame(3);
   EXPECT_EQ(packet_words().count, 29);
 }
 
 TEST_F(RawLink, WithoutAPacketOnViewNothingOpens) {
-  auto* housekeeping = window->showView(ViewKind::Housekeeping);  // no file
+  auto* housekeeping = window->show_view(ViewKind::Housekeeping);  // no file
   show_in_raw_frame(housekeeping);
   EXPECT_EQ(raw(), nullptr);
   EXPECT_TRUE(no_message());

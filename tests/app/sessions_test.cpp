@@ -51,22 +51,22 @@ TEST_F(Sessions, LoadedFilesAreRememberedAboveExitWithTheirFormatMostRecentFirst
   const QString a = file("a.dat");
   const QString b = file("b.dat");
   ASSERT_TRUE(load_through_menu("mnuLoadFile_QM", a));
-  ASSERT_TRUE(window->loadFile(FileFormat::GRM, b));
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, a));  // again, as another format
-  EXPECT_EQ(recent_files(), (std::vector<Recent_File>{{FileFormat::CSS, a}, {FileFormat::GRM, b}}));
+  ASSERT_TRUE(window->load_file(FileFormat::GRM, b));
+  ASSERT_TRUE(window->load_file(FileFormat::CSS, a));  // again, as another format
+  EXPECT_EQ(recent_files(), (std::vector<RecentFile>{{FileFormat::CSS, a}, {FileFormat::GRM, b}}));
   EXPECT_EQ(recent_items(),
             (QStringList{"&1  CSS  " + QDir::toNativeSeparators(a), "&2  GRM  " + QDir::toNativeSeparators(b)}));
 
   // Choosing one loads it in its format.
-  window->menuItem("mnuRecentFile2")->trigger();
+  window->menu_item("mnuRecentFile2")->trigger();
   EXPECT_EQ(window->session().File_Name, b.toStdString());
   EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
   EXPECT_EQ(window->windowTitle(), loaded_caption(FileFormat::GRM, b));
-  EXPECT_EQ(recent_files().front(), (Recent_File{FileFormat::GRM, b}));
+  EXPECT_EQ(recent_files().front(), (RecentFile{FileFormat::GRM, b}));
 
   // The list is kept to its length.
   for (int i = 0; i < kRecentFileCount + 2; ++i) {
-    ASSERT_TRUE(window->loadFile(FileFormat::QM, file("f" + std::to_string(i) + ".dat")));
+    ASSERT_TRUE(window->load_file(FileFormat::QM, file("f" + std::to_string(i) + ".dat")));
   }
   EXPECT_EQ(recent_files().size(), static_cast<size_t>(kRecentFileCount));
   EXPECT_EQ(recent_files().front().path, QString::fromStdString(dir.path("f9.dat")));
@@ -75,18 +75,18 @@ TEST_F(Sessions, LoadedFilesAreRememberedAboveExitWithTheirFormatMostRecentFirst
 TEST_F(Sessions, ARecentFileThatIsGoneIsAMessageAndLeavesTheList) {
   const QString kept = file("kept.dat");
   const QString gone = file("gone.dat");
-  ASSERT_TRUE(window->loadFile(FileFormat::QM, kept));
-  ASSERT_TRUE(window->loadFile(FileFormat::QM, gone));
+  ASSERT_TRUE(window->load_file(FileFormat::QM, kept));
+  ASSERT_TRUE(window->load_file(FileFormat::QM, gone));
   ASSERT_TRUE(QFile::remove(gone));
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, kept));
+  ASSERT_TRUE(window->load_file(FileFormat::CSS, kept));
   const Session& before = window->session();
   const int32_t hk = before.catalogue.HK_Count();
 
-  window->menuItem("mnuRecentFile2")->trigger();  // gone.dat
+  window->menu_item("mnuRecentFile2")->trigger();  // gone.dat
   EXPECT_TRUE(one_message(""));
   EXPECT_TRUE(dialogs.messages[0].contains(QDir::toNativeSeparators(gone)));
   EXPECT_TRUE(dialogs.messages[0].contains("no longer there"));
-  EXPECT_EQ(recent_files(), (std::vector<Recent_File>{{FileFormat::CSS, kept}}));
+  EXPECT_EQ(recent_files(), (std::vector<RecentFile>{{FileFormat::CSS, kept}}));
   EXPECT_EQ(recent_items().size(), 1);
   EXPECT_EQ(window->session().File_Name, kept.toStdString());  // nothing else changed
   EXPECT_EQ(window->session().catalogue.HK_Count(), hk);
@@ -107,10 +107,10 @@ TEST_F(Sessions, ADroppedFileIsLoadedInTheFormatChosenAndACancelLoadsNothing) {
   EXPECT_TRUE(asked.text.contains(QDir::toNativeSeparators(path)));
   EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
   EXPECT_EQ(window->windowTitle(), loaded_caption(FileFormat::GRM, path));
-  EXPECT_EQ(recent_files().front(), (Recent_File{FileFormat::GRM, path}));
+  EXPECT_EQ(recent_files().front(), (RecentFile{FileFormat::GRM, path}));
 
   // A cancelled question loads nothing; without a suffix the last format is offered.
-  ASSERT_TRUE(window->loadFile(FileFormat::FM, file("before.bin")));
+  ASSERT_TRUE(window->load_file(FileFormat::FM, file("before.bin")));
   ASSERT_TRUE(drop({QUrl::fromLocalFile(file("x.bin"))}));
   ASSERT_TRUE(testing::wait_until([&] { return dialogs.choices_offered.size() == 2; }));
   EXPECT_EQ(dialogs.choices_offered[1].preselected, 2);  // FM
@@ -122,12 +122,12 @@ TEST_F(Sessions, ADroppedFileIsLoadedInTheFormatChosenAndACancelLoadsNothing) {
 
 TEST_F(Sessions, TheLayoutComesBackWithTheViewsInTheirPlaces) {
   window->resize(900, 700);
-  ChildView* summary = window->showView(ViewKind::Summary);
-  window->frameOf(summary)->setGeometry(10, 20, 500, 400);
-  ChildView* raw = window->showView(ViewKind::RawData);
-  window->frameOf(raw)->setGeometry(300, 40, 420, 360);
-  window->showView(ViewKind::AD590);    // a dialog: not brought back
-  window->showView(ViewKind::Summary);  // on top
+  ChildView* summary = window->show_view(ViewKind::Summary);
+  window->frame_of(summary)->setGeometry(10, 20, 500, 400);
+  ChildView* raw = window->show_view(ViewKind::RawData);
+  window->frame_of(raw)->setGeometry(300, 40, 420, 360);
+  window->show_view(ViewKind::AD590);    // a dialog: not brought back
+  window->show_view(ViewKind::Summary);  // on top
   save_window_layout(*window);
   window.reset();
 
@@ -138,10 +138,10 @@ TEST_F(Sessions, TheLayoutComesBackWithTheViewsInTheirPlaces) {
   ASSERT_NE(window->view(ViewKind::Summary), nullptr);
   ASSERT_NE(window->view(ViewKind::RawData), nullptr);
   EXPECT_EQ(window->view(ViewKind::AD590), nullptr);
-  EXPECT_EQ(window->frameOf(window->view(ViewKind::Summary))->geometry(), QRect(10, 20, 500, 400));
-  EXPECT_EQ(window->frameOf(window->view(ViewKind::RawData))->geometry(), QRect(300, 40, 420, 360));
-  EXPECT_EQ(window->mdiArea()->subWindowList(QMdiArea::StackingOrder).last(),
-            window->frameOf(window->view(ViewKind::Summary)));
+  EXPECT_EQ(window->frame_of(window->view(ViewKind::Summary))->geometry(), QRect(10, 20, 500, 400));
+  EXPECT_EQ(window->frame_of(window->view(ViewKind::RawData))->geometry(), QRect(300, 40, 420, 360));
+  EXPECT_EQ(window->mdi_area()->subWindowList(QMdiArea::StackingOrder).last(),
+            window->frame_of(window->view(ViewKind::Summary)));
   EXPECT_EQ(window->size(), QSize(900, 700));
 }
 

@@ -17,8 +17,8 @@
 
 #include "app_fixture.h"
 #include "functest/short_message_load.h"
-#include "functest/test_ranges.h"
-#include "functest/test_report.h"
+#include "functest/short_test_ranges.h"
+#include "functest/short_test_report.h"
 #include "short_test_list_view.h"
 #include "short_test_view.h"
 #include "sim/short_form_tests.h"
@@ -32,23 +32,23 @@ class ShortFormTests : public testing::AppTest {
  protected:
   void SetUp() override {
     AppTest::SetUp();
-    sim::Telemetry_Options options;
+    sim::TelemetryOptions options;
     options.format = FileFormat::CSS;
     written = sim::write_telemetry(dir.path("cycle.css"), options);
-    ASSERT_TRUE(window->loadFile(FileFormat::CSS, QString::fromStdString(dir.path("cycle.css"))));
+    ASSERT_TRUE(window->load_file(FileFormat::CSS, QString::fromStdString(dir.path("cycle.css"))));
   }
 
   // The tests written in a mode, in the order they run.
-  std::vector<sim::Written_Test> written_in(std::string_view mode) const {
-    std::vector<sim::Written_Test> tests;
-    for (const sim::Written_Test& test : written.tests) {
+  std::vector<sim::WrittenTest> written_in(std::string_view mode) const {
+    std::vector<sim::WrittenTest> tests;
+    for (const sim::WrittenTest& test : written.tests) {
       if (sim::scripted_tests()[static_cast<size_t>(test.scripted)].mode == mode) tests.push_back(test);
     }
     return tests;
   }
 
   ShortMessageLoad* open_list(const char* menu_item) {
-    window->menuItem(menu_item)->trigger();
+    window->menu_item(menu_item)->trigger();
     return shown<ShortMessageLoad>(ViewKind::ShortTestList);
   }
   // A double click on a line of the list, as the user makes it.
@@ -66,7 +66,7 @@ class ShortFormTests : public testing::AppTest {
     return shown<ShortTest>(ViewKind::ShortTest);
   }
 
-  sim::Telemetry_Summary written;
+  sim::TelemetrySummary written;
 };
 
 TEST_F(ShortFormTests, EachModeListsItsTestsUnderTheHeadings) {
@@ -77,7 +77,7 @@ TEST_F(ShortFormTests, EachModeListsItsTestsUnderTheHeadings) {
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(window->session().Test_Mode, mode);
     ASSERT_EQ(list->list()->count(), 2);
-    const sim::Written_Test second = written_in(mode)[1];
+    const sim::WrittenTest second = written_in(mode)[1];
     EXPECT_EQ(list->list()->item(1)->text().toStdString(),
               short_test_line(2, second.sequence_count, second.lander_time));
     EXPECT_EQ(list->label1(), "There were 2 Short form tests collected during this session");
@@ -85,7 +85,7 @@ TEST_F(ShortFormTests, EachModeListsItsTestsUnderTheHeadings) {
     EXPECT_EQ(list->findChild<QLabel*>("Label3")->text(), "Seq. Count");
     EXPECT_EQ(list->findChild<QLabel*>("Label4")->text(), "Lander time (s)");
     EXPECT_TRUE(QFontInfo(list->list()->font()).fixedPitch());
-    EXPECT_EQ(list->cancelButton()->text(), "Cancel");
+    EXPECT_EQ(list->cancel_button()->text(), "Cancel");
   }
   EXPECT_TRUE(no_message());
 }
@@ -94,7 +94,7 @@ TEST_F(ShortFormTests, TheFaultyTestsFailInRedExactlyWhereTheyWereBroken) {
   for (const auto& [item, mode] : {std::pair{"mnuTest_Cruise_Phase_mode", "Cruise Phase"},
                                    std::pair{"mnuTest_EAFT_mode", "EAFT"}}) {
     SCOPED_TRACE(mode);
-    const sim::Scripted_Test& script = sim::scripted_tests()[static_cast<size_t>(written_in(mode)[1].scripted)];
+    const sim::ScriptedTest& script = sim::scripted_tests()[static_cast<size_t>(written_in(mode)[1].scripted)];
     ASSERT_FALSE(script.healthy);
     const ShortTest* view = open_test(item, 2);
     ASSERT_NE(view, nullptr);
@@ -108,10 +108,10 @@ TEST_F(ShortFormTests, TheFaultyTestsFailInRedExactlyWhereTheyWereBroken) {
     }
     EXPECT_EQ(failing_sub_systems,
               std::set<std::string>(script.failing_sub_systems.begin(), script.failing_sub_systems.end()));
-    EXPECT_EQ(view->overallResult()->text(), "Fail");
-    EXPECT_TRUE(is_red(view->overallResult()));
-    EXPECT_EQ(view->packetMessage()->text().toStdString(), script.packet_message);
-    EXPECT_TRUE(is_red(view->packetMessage()));
+    EXPECT_EQ(view->overall_result()->text(), "Fail");
+    EXPECT_TRUE(is_red(view->overall_result()));
+    EXPECT_EQ(view->packet_message()->text().toStdString(), script.packet_message);
+    EXPECT_TRUE(is_red(view->packet_message()));
   }
 }
 
@@ -131,7 +131,7 @@ TEST_F(ShortFormTests, AMissingLimitFileIsAMessageAndTheListStays) {
 TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrTextAndPrintsOnThePrinterChosen) {
   ShortTest* view = open_test("mnuTest_Cruise_Phase_mode", 2);
   ASSERT_NE(view, nullptr);
-  const Test_Report report = view->report();
+  const TestReport report = view->report();
   const std::string html = test_report_html(report);
   EXPECT_NE(html.find("2 of 2"), std::string::npos);  // its line in the list
   EXPECT_NE(html.find("class=\"fail\">Fail"), std::string::npos);
@@ -139,24 +139,24 @@ TEST_F(ShortFormTests, TheReportSavesAsPdfHtmlOrTextAndPrintsOnThePrinterChosen)
   const auto saved = [&](const char* name) {
     const QString file = QString::fromStdString(dir.path(name));
     dialogs.files.push_back(file);
-    QTest::mouseClick(view->saveButton(), Qt::LeftButton);
+    QTest::mouseClick(view->save_button(), Qt::LeftButton);
     return testing::read_file(file.toStdString());
   };
   EXPECT_EQ(saved("report.html"), html);
   EXPECT_EQ(saved("report.txt"), test_report_text(report));
   EXPECT_EQ(saved("report.pdf").rfind("%PDF-", 0), 0u);
   dialogs.files.push_back("");  // cancelled: nothing is written
-  QTest::mouseClick(view->saveButton(), Qt::LeftButton);
+  QTest::mouseClick(view->save_button(), Qt::LeftButton);
   const QString printed = QString::fromStdString(dir.path("printed.pdf"));
   dialogs.printers = {printed, ""};  // the second print is cancelled
-  QTest::mouseClick(view->printButton(), Qt::LeftButton);
-  QTest::mouseClick(view->printButton(), Qt::LeftButton);
+  QTest::mouseClick(view->print_button(), Qt::LeftButton);
+  QTest::mouseClick(view->print_button(), Qt::LeftButton);
   EXPECT_EQ(testing::read_file(printed.toStdString()).rfind("%PDF-", 0), 0u);
   EXPECT_EQ(dialogs.count("print"), 2);
   EXPECT_TRUE(no_message());
 
   dialogs.files.push_back(QString::fromStdString(dir.path("no such folder/report.txt")));
-  QTest::mouseClick(view->saveButton(), Qt::LeftButton);
+  QTest::mouseClick(view->save_button(), Qt::LeftButton);
   EXPECT_TRUE(one_message("Path not found"));
 }
 
@@ -167,7 +167,7 @@ TEST_F(ShortFormTests, AReportSavedThroughALinkReplacesItsTargetAndALinkStays) {
   testing::write_file(dir.path("reports/latest.txt"), "an older report\n");
   std::filesystem::create_symlink("reports/latest.txt", dir.path("report.txt"));
   dialogs.files.push_back(QString::fromStdString(dir.path("report.txt")));
-  QTest::mouseClick(view->saveButton(), Qt::LeftButton);
+  QTest::mouseClick(view->save_button(), Qt::LeftButton);
   EXPECT_TRUE(no_message());
   EXPECT_TRUE(std::filesystem::is_symlink(dir.path("report.txt")));
   EXPECT_EQ(testing::read_file(dir.path("reports/latest.txt")), test_report_text(view->report()));

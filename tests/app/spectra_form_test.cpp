@@ -46,8 +46,8 @@ TEST_F(SpectraWindow, SteppingThroughSpectraAndSubPacketsShowsEachOne) {
   EXPECT_EQ(text(form->label(3)), "2");
   EXPECT_EQ(text(form->label(4)), "1");
   EXPECT_EQ(text(form->label(5)), "");
-  QScrollBar* spectra = form->spectrumScroll();
-  QScrollBar* sub_packets = form->subPacketScroll();
+  QScrollBar* spectra = form->spectrum_scroll();
+  QScrollBar* sub_packets = form->sub_packet_scroll();
   EXPECT_TRUE(spectra->isEnabled());
   EXPECT_EQ(spectra->maximum(), 3);
   struct Step {
@@ -62,7 +62,7 @@ TEST_F(SpectraWindow, SteppingThroughSpectraAndSubPacketsShowsEachOne) {
   for (const Step& step : steps) {
     SCOPED_TRACE(step.title);
     step.scroll->setValue(step.value);
-    EXPECT_EQ(text(form->titleLabel()), step.title);
+    EXPECT_EQ(text(form->title_label()), step.title);
     EXPECT_FALSE(form->plot()->graph().outline.empty());
     if (step.sub_packet_maximum == 0) {
       EXPECT_FALSE(sub_packets->isEnabled());

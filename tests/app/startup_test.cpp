@@ -27,9 +27,9 @@ TEST_F(Startup, ConfigurationComesFirstThenTheWindowThenByteReverse) {
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE");
   EXPECT_EQ(window->session().config.Sensor_Count(), 36);
   EXPECT_TRUE(window->session().Byte_Reverse);
-  EXPECT_TRUE(window->menuItem("mnuDisplayByteReverse")->isChecked());
+  EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
   EXPECT_FALSE(window->session().loaded());
-  EXPECT_FALSE(window->isCollecting());
+  EXPECT_FALSE(window->is_collecting());
 }
 
 TEST_F(Startup, AConfigurationProblemIsNamedBeforeTheWindowAndTheUserPicksTheBase) {
@@ -68,7 +68,7 @@ TEST_F(MainMenus, EveryItemHasItsExactCaptionAndOnlyTheSwitchesCarryCheckMarks) 
       {"mnuExportScienceAuxilliary", "Science &Auxilliary"},
   };
   for (const auto& [name, caption] : items) {
-    const QAction* item = window->menuItem(name);
+    const QAction* item = window->menu_item(name);
     ASSERT_NE(item, nullptr) << name;
     EXPECT_EQ(item->text().toStdString(), caption) << name;
     EXPECT_TRUE(item->isEnabled()) << name;
@@ -76,9 +76,9 @@ TEST_F(MainMenus, EveryItemHasItsExactCaptionAndOnlyTheSwitchesCarryCheckMarks) 
                             item->objectName() == "mnuDisplayRealTimeDataCollection";
     EXPECT_EQ(item->isCheckable(), check_mark) << name;
   }
-  EXPECT_FALSE(window->menuItem("mnuDisplayRealTimeDataCollection")->isChecked());
-  EXPECT_TRUE(window->menuItem("mnuSeparartor1")->isSeparator());
-  EXPECT_TRUE(window->menuItem("mnuSeparator2")->isSeparator());
+  EXPECT_FALSE(window->menu_item("mnuDisplayRealTimeDataCollection")->isChecked());
+  EXPECT_TRUE(window->menu_item("mnuSeparartor1")->isSeparator());
+  EXPECT_TRUE(window->menu_item("mnuSeparator2")->isSeparator());
   std::vector<std::string> captions;
   for (const QAction* menu : window->menuBar()->actions()) captions.push_back(menu->text().toStdString());
   // The workstation's own menus first, as they always were; the desktop's Window and Help after them.

@@ -11,7 +11,7 @@
 
 #include "app_fixture.h"
 #include "summary_find_bar.h"
-#include "views/summary_lines.h"
+#include "decoders/summary_lines.h"
 
 namespace morvane {
 namespace {
@@ -29,7 +29,7 @@ class SummaryView : public testing::AppTest {
 
 TEST_F(SummaryView, ListsTheCatalogueInThreeTabsWithTheDecodersLines) {
   Summary* summary = show<Summary>(ViewKind::Summary);
-  EXPECT_EQ(summary->countText("hk_count"), "0");
+  EXPECT_EQ(summary->count_text("hk_count"), "0");
   for (int tab = 0; tab < 3; ++tab) EXPECT_EQ(summary->model(tab)->rowCount(), 0);
 
   summary = open_summary();
@@ -45,7 +45,7 @@ TEST_F(SummaryView, ListsTheCatalogueInThreeTabsWithTheDecodersLines) {
   EXPECT_EQ(summary->model(1)->data(summary->model(1)->index(2)).toString().toStdString(),
             science_list_line(3, c.Science_List[3]));
   EXPECT_TRUE(QFontInfo(summary->list(0)->font()).fixedPitch());
-  EXPECT_EQ(summary->countText("packet_count"), "3");
+  EXPECT_EQ(summary->count_text("packet_count"), "3");
 }
 
 TEST_F(SummaryView, ADoubleClickOnAHousekeepingLineOpensTheHousekeepingViewInFront) {
@@ -54,7 +54,7 @@ TEST_F(SummaryView, ADoubleClickOnAHousekeepingLineOpensTheHousekeepingViewInFro
   EXPECT_EQ(window->session().Current_HK_Index, 2);
   ChildView* shown = window->view(ViewKind::Housekeeping);
   ASSERT_NE(shown, nullptr);
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(shown));
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(shown));
 }
 
 TEST_F(SummaryView, ScienceLinesOpenTheViewOfTheirLabelInFront) {
@@ -71,17 +71,17 @@ TEST_F(SummaryView, ScienceLinesOpenTheViewOfTheirLabelInFront) {
   EXPECT_EQ(window->session().Current_Science_Index, 3);
   ChildView* spectra = window->view(ViewKind::Spectra);
   ASSERT_NE(spectra, nullptr);
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(spectra));
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   // Another spectrum goes to the same window and brings it back to the front.
-  window->showView(ViewKind::Summary);
-  EXPECT_NE(window->mdiArea()->activeSubWindow(), window->frameOf(spectra));
+  window->show_view(ViewKind::Summary);
+  EXPECT_NE(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   summary->List2_DblClick(1);
   EXPECT_EQ(window->view(ViewKind::Spectra), spectra);
-  EXPECT_EQ(window->mdiArea()->activeSubWindow(), window->frameOf(spectra));
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   EXPECT_EQ(window->session().Current_Science_Index, 2);
 }
 
-using Field = Summary_Find_Bar::Field;
+using Field = SummaryFindBar::Field;
 
 // Frame f holds housekeeping packet f (complete when f is even, concise when odd) with
 // sequence count f and lander time 100 + 10 f, and a progress event.
@@ -99,11 +99,11 @@ class SummaryFind : public testing::AppTest {
   void open_summary() {
     EXPECT_TRUE(load_frames(numbered_frames(40)));
     summary = show<Summary>(ViewKind::Summary);
-    bar = summary->findBar(0);
+    bar = summary->find_bar(0);
   }
   void choose_label(const QString& text) {
-    bar->refreshLabels();
-    bar->labelChoice()->setCurrentIndex(bar->labelChoice()->findText(text));
+    bar->refresh_labels();
+    bar->label_choice()->setCurrentIndex(bar->label_choice()->findText(text));
   }
   void type(Field field, const QString& text) { bar->field(field)->setText(text); }
   bool done() {
@@ -111,22 +111,22 @@ class SummaryFind : public testing::AppTest {
   }
 
   Summary* summary = nullptr;
-  Summary_Find_Bar* bar = nullptr;
+  SummaryFindBar* bar = nullptr;
 };
 
 TEST_F(SummaryFind, EveryFieldIsAConditionThatMustHoldAndTheCountSaysHowManyMatch) {
   open_summary();
-  bar->refreshLabels();
+  bar->refresh_labels();
   QStringList offered;
-  for (int i = 0; i < bar->labelChoice()->count(); ++i) offered << bar->labelChoice()->itemText(i);
+  for (int i = 0; i < bar->label_choice()->count(); ++i) offered << bar->label_choice()->itemText(i);
   EXPECT_EQ(offered, (QStringList{"All types", "Concise", "Complete"}));
-  summary->findBar(2)->refreshLabels();
-  EXPECT_EQ(summary->findBar(2)->labelChoice()->itemText(1), "Normal Progress Event");
+  summary->find_bar(2)->refresh_labels();
+  EXPECT_EQ(summary->find_bar(2)->label_choice()->itemText(1), "Normal Progress Event");
 
-  EXPECT_EQ(bar->countText(), "");  // no conditions
+  EXPECT_EQ(bar->count_text(), "");  // no conditions
   choose_label("Complete");
   ASSERT_TRUE(done());
-  EXPECT_EQ(bar->countText(), "20 of 40");
+  EXPECT_EQ(bar->count_text(), "20 of 40");
   EXPECT_EQ(summary->model(0)->rowCount(), 40);  // finding hides nothing
   const std::tuple<Field, const char*, const char*> steps[] = {
       {Field::SequenceFrom, "10", "16 of 40"}, {Field::SequenceTo, "20", "6 of 40"},  // 10, 12, ..., 20
@@ -137,7 +137,7 @@ TEST_F(SummaryFind, EveryFieldIsAConditionThatMustHoldAndTheCountSaysHowManyMatc
   for (const auto& [field, text, count] : steps) {
     type(field, text);
     ASSERT_TRUE(done());
-    EXPECT_EQ(bar->countText(), count) << text;
+    EXPECT_EQ(bar->count_text(), count) << text;
   }
 }
 

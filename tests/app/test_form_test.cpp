@@ -10,7 +10,7 @@
 #include "app_fixture.h"
 #include "core/conversion.h"
 #include "core/number_text.h"
-#include "test_form_view.h"
+#include "short_test_form_view.h"
 
 namespace morvane {
 namespace {
@@ -18,13 +18,13 @@ namespace {
 class GeneralTests : public testing::AppTest {
  protected:
   TestForm* open_form() {
-    window->menuItem("mnuGeneraltests")->trigger();
+    window->menu_item("mnuGeneraltests")->trigger();
     return shown<TestForm>(ViewKind::GeneralTests);
   }
   static void convert(TestForm* form, const QString& sensor, const QString& voltage) {
-    form->sensorField()->setText(sensor);
-    form->voltageField()->setText(voltage);
-    QTest::mouseClick(form->convertButton(), Qt::LeftButton);
+    form->sensor_field()->setText(sensor);
+    form->voltage_field()->setText(voltage);
+    QTest::mouseClick(form->convert_button(), Qt::LeftButton);
   }
 };
 
@@ -32,10 +32,10 @@ TEST_F(GeneralTests, OpensWithSensorZeroAndTheButtonConvertsAsTheViewsDo) {
   TestForm* form = open_form();
   ASSERT_NE(form, nullptr);
   EXPECT_EQ(form->windowTitle(), "Test Form");
-  EXPECT_EQ(form->sensorField()->text(), "0");
-  EXPECT_EQ(form->voltageField()->text(), "0");
-  EXPECT_EQ(form->convertButton()->text(), "Command1");
-  EXPECT_TRUE(form->valueField()->text().isEmpty());
+  EXPECT_EQ(form->sensor_field()->text(), "0");
+  EXPECT_EQ(form->voltage_field()->text(), "0");
+  EXPECT_EQ(form->convert_button()->text(), "Command1");
+  EXPECT_TRUE(form->value_field()->text().isEmpty());
 
   struct Case {
     const char* sensor;
@@ -50,11 +50,11 @@ TEST_F(GeneralTests, OpensWithSensorZeroAndTheButtonConvertsAsTheViewsDo) {
     double value = 0;
     std::string unit;
     Convert_Sensor(window->session().config, c.number, voltage, value, unit);
-    EXPECT_EQ(form->valueField()->text().toStdString(), general_text(value));
-    EXPECT_EQ(form->unitField()->text().toStdString(), unit);
+    EXPECT_EQ(form->value_field()->text().toStdString(), general_text(value));
+    EXPECT_EQ(form->unit_field()->text().toStdString(), unit);
     if (c.number == 999) {
-      EXPECT_EQ(form->valueField()->text(), "0");
-      EXPECT_EQ(form->unitField()->text(), "");
+      EXPECT_EQ(form->value_field()->text(), "0");
+      EXPECT_EQ(form->unit_field()->text(), "");
     }
   }
   EXPECT_TRUE(no_message());
@@ -63,14 +63,14 @@ TEST_F(GeneralTests, OpensWithSensorZeroAndTheButtonConvertsAsTheViewsDo) {
 TEST_F(GeneralTests, ABadSensorNumberIsAMessageAndChangesNothing) {
   TestForm* form = open_form();
   convert(form, "28", "2.98");
-  const QString value = form->valueField()->text();
+  const QString value = form->value_field()->text();
   const std::pair<const char*, const char*> bad[] = {
       {"abc", "Type mismatch"}, {"1.5", "Type mismatch"}, {"40000", "Overflow"}, {"", "Type mismatch"}};
   for (const auto& [text, description] : bad) {
     dialogs.messages.clear();
     convert(form, text, "1");
     EXPECT_TRUE(one_message(description)) << text;
-    EXPECT_EQ(form->valueField()->text(), value) << text;
+    EXPECT_EQ(form->value_field()->text(), value) << text;
   }
   EXPECT_NE(window->view(ViewKind::GeneralTests), nullptr);
 }

@@ -8,7 +8,7 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 #include "app_fixture.h"
 #include "core/number_text.h"
 #include "functest/sensor_limits.h"
@@ -26,19 +26,19 @@ constexpr int kBoardTemperature = 28;  // AD590: limit record 6
 class TrendWindow : public testing::AppTest {
  protected:
   // One cycle of the simulated instrument in a QM file, and the trend window on it.
-  Trend_Form* open_on_simulated_file() {
+  TrendForm* open_on_simulated_file() {
     load_simulated(FileFormat::QM, "t.qm");
     return open_window();
   }
-  Trend_Form* open_window() {
-    window->menuItem("mnuDisplayTrendPlot")->trigger();
-    auto* form = shown<Trend_Form>(ViewKind::Trend);
+  TrendForm* open_window() {
+    window->menu_item("mnuDisplayTrendPlot")->trigger();
+    auto* form = shown<TrendForm>(ViewKind::Trend);
     EXPECT_NE(form, nullptr);
-    window->frameOf(form)->resize(1000, 640);
-    testing::wait_until([&] { return form->chart()->isVisible() && form->chart()->plotArea().width() > 100; });
+    window->frame_of(form)->resize(1000, 640);
+    testing::wait_until([&] { return form->chart()->isVisible() && form->chart()->plot_area().width() > 100; });
     return form;
   }
-  static void expect_same_series(const std::vector<Trend_Series>& shown, const std::vector<Trend_Series>& expected) {
+  static void expect_same_series(const std::vector<TrendSeries>& shown, const std::vector<TrendSeries>& expected) {
     ASSERT_EQ(shown.size(), expected.size());
     for (size_t s = 0; s < shown.size(); ++s) {
       EXPECT_EQ(shown[s].number, expected[s].number);
@@ -50,50 +50,50 @@ class TrendWindow : public testing::AppTest {
 };
 
 TEST_F(TrendWindow, TheTickedSensorsPlotTheirValuesOverEveryHousekeepingPacket) {
-  Trend_Form* form = open_on_simulated_file();
+  TrendForm* form = open_on_simulated_file();
   EXPECT_EQ(form->windowTitle(), "Trend Plot");
-  EXPECT_EQ(form->sensorList()->count(), window->session().config.Sensor_Count());
+  EXPECT_EQ(form->sensor_list()->count(), window->session().config.Sensor_Count());
   EXPECT_TRUE(form->series().empty());
   EXPECT_EQ(form->chart()->message(), "Tick the sensors to plot");
 
-  form->setSensorChosen(kBoardTemperature, true);
-  form->setSensorChosen(22, true);
-  EXPECT_EQ(form->chosenSensors(), (std::vector<int>{22, kBoardTemperature}));
+  form->set_sensor_chosen(kBoardTemperature, true);
+  form->set_sensor_chosen(22, true);
+  EXPECT_EQ(form->chosen_sensors(), (std::vector<int>{22, kBoardTemperature}));
   const auto expected = trend_series(window->session(), {22, kBoardTemperature}, true);
   ASSERT_EQ(expected[0].size(), static_cast<size_t>(window->session().catalogue.HK_Count()));
   expect_same_series(form->series(), expected);
 
   // What is drawn spans the whole file, one trace a sensor across the plot's pixel columns.
   TrendChart* chart = form->chart();
-  EXPECT_TRUE(chart->showsWholeFile());
+  EXPECT_TRUE(chart->shows_whole_file());
   EXPECT_EQ(chart->window(), whole_time_window(expected));
-  EXPECT_EQ(chart->plot().columns, chart->plotArea().width());
+  EXPECT_EQ(chart->plot().columns, chart->plot_area().width());
   ASSERT_EQ(chart->plot().traces.size(), 2u);
 
-  form->setSensorChosen(22, false);
+  form->set_sensor_chosen(22, false);
   expect_same_series(form->series(), trend_series(window->session(), {kBoardTemperature}, true));
   EXPECT_FALSE(chart->grab().isNull());
   EXPECT_TRUE(no_message());
 }
 
 TEST_F(TrendWindow, APlotMadeOnAWorkerThreadEqualsThePlotMadeAtOnce) {
-  Trend_Form* form = open_on_simulated_file();
+  TrendForm* form = open_on_simulated_file();
   TrendChart* chart = form->chart();
-  chart->setPlotInlineBelow(0);  // every plot on the worker thread
-  form->setSensorChosen(kBoardTemperature, true);
-  form->setSensorChosen(22, true);
-  const Time_Window whole = chart->window();
+  chart->set_plot_inline_below(0);  // every plot on the worker thread
+  form->set_sensor_chosen(kBoardTemperature, true);
+  form->set_sensor_chosen(22, true);
+  const TimeWindow whole = chart->window();
   // A plot stopped by a newer window is dropped: what arrives is the newer window's.
   chart->repaint();
-  chart->setWindow({whole.from, whole.from + whole.span() / 3});
+  chart->set_window({whole.from, whole.from + whole.span() / 3});
   chart->repaint();
   testing::wait_until([&] { return !chart->plotting(); });
-  const Trend_Plot background = chart->plot();
+  const TrendPlot background = chart->plot();
   EXPECT_EQ(background.window, chart->window());
 
-  chart->setPlotInlineBelow(TrendChart::kPlotInlineBelow);
-  chart->setWindow(chart->window());  // made again, here
-  const Trend_Plot& at_once = chart->plot();
+  chart->set_plot_inline_below(TrendChart::kPlotInlineBelow);
+  chart->set_window(chart->window());  // made again, here
+  const TrendPlot& at_once = chart->plot();
   EXPECT_EQ(background.time_ticks, at_once.time_ticks);
   ASSERT_EQ(background.traces.size(), 2u);
   ASSERT_EQ(background.traces.size(), at_once.traces.size());
@@ -109,22 +109,22 @@ TEST_F(TrendWindow, APlotMadeOnAWorkerThreadEqualsThePlotMadeAtOnce) {
   EXPECT_EQ(background.lanes[0].ticks, at_once.lanes[0].ticks);
 
   // Closed while a plot is in the making, the window goes with its series.
-  chart->setPlotInlineBelow(0);
-  chart->showWholeFile();
+  chart->set_plot_inline_below(0);
+  chart->show_whole_file();
   chart->repaint();
-  window->closeView(ViewKind::Trend);
+  window->close_view(ViewKind::Trend);
   EXPECT_TRUE(no_message());
 }
 
 TEST_F(TrendWindow, ACancelledReadingLeavesTheSeriesTheTicksAndTheColdJunctionBox) {
-  Trend_Form* form = open_on_simulated_file();
-  form->setSensorChosen(kBoardTemperature, true);
+  TrendForm* form = open_on_simulated_file();
+  form->set_sensor_chosen(kBoardTemperature, true);
   const auto before = form->series()[0].points();
   cancel_view_passes_for_testing(true);
-  form->setSensorChosen(1, true);
-  EXPECT_EQ(form->chosenSensors(), (std::vector<int>{kBoardTemperature}));
-  form->coldJunctionBox()->setChecked(false);
-  EXPECT_TRUE(form->coldJunctionBox()->isChecked());
+  form->set_sensor_chosen(1, true);
+  EXPECT_EQ(form->chosen_sensors(), (std::vector<int>{kBoardTemperature}));
+  form->cold_junction_box()->setChecked(false);
+  EXPECT_TRUE(form->cold_junction_box()->isChecked());
   cancel_view_passes_for_testing(false);
   ASSERT_EQ(form->series().size(), 1u);
   EXPECT_EQ(form->series()[0].points(), before);
@@ -132,13 +132,13 @@ TEST_F(TrendWindow, ACancelledReadingLeavesTheSeriesTheTicksAndTheColdJunctionBo
   EXPECT_TRUE(form->isEnabled());
   EXPECT_TRUE(no_message());
   // Not cancelled, the same choices make their series.
-  form->coldJunctionBox()->setChecked(false);
+  form->cold_junction_box()->setChecked(false);
   expect_same_series(form->series(), trend_series(window->session(), {kBoardTemperature}, false));
 }
 
 TEST_F(TrendWindow, SavesThePlotAsAPictureAndThePlottedRangeAsText) {
-  Trend_Form* form = open_on_simulated_file();
-  form->setSensorChosen(kBoardTemperature, true);
+  TrendForm* form = open_on_simulated_file();
+  form->set_sensor_chosen(kBoardTemperature, true);
   dialogs.files.push_back(QString::fromStdString(dir.path("plot.png")));
   form->findChild<QPushButton*>("SavePicture")->click();
   EXPECT_EQ(QImage(QString::fromStdString(dir.path("plot.png"))).size(), form->chart()->grab().size());
@@ -153,12 +153,12 @@ TEST_F(TrendWindow, SavesThePlotAsAPictureAndThePlottedRangeAsText) {
 }
 
 TEST_F(TrendWindow, ALimitFileThatCannotBeReadIsShownAndDrawsNoLimits) {
-  Trend_Form* form = open_on_simulated_file();
-  form->setSensorChosen(kBoardTemperature, true);
-  EXPECT_EQ(form->limitModeBox()->currentText(), "Cruise Phase");
+  TrendForm* form = open_on_simulated_file();
+  form->set_sensor_chosen(kBoardTemperature, true);
+  EXPECT_EQ(form->limit_mode_box()->currentText(), "Cruise Phase");
   ASSERT_TRUE(form->chart()->limits()[0]);
   testing::write_file(test_ranges_path(base, FileFormat::QM, TestMode::EAFT), "\"Item 1\", 1, 2\r\n");
-  form->limitModeBox()->setCurrentText("EAFT");
+  form->limit_mode_box()->setCurrentText("EAFT");
   EXPECT_TRUE(one_message(""));
   EXPECT_TRUE(dialogs.messages[0].contains("QM EAFT Mode.txt"));
   EXPECT_FALSE(form->chart()->limits()[0]);
@@ -174,34 +174,34 @@ TEST_F(TrendWindow, GrowsDuringLiveFollowAndStartsOverOnANewFile) {
     return writer;
   };
   write_log(frames(3));
-  window->startCollection();
-  Trend_Form* form = open_window();
-  form->setSensorChosen(29, true);
+  window->start_collection();
+  TrendForm* form = open_window();
+  form->set_sensor_chosen(29, true);
   ASSERT_EQ(form->series()[0].size(), 3u);
-  EXPECT_EQ(form->chart()->window(), (Time_Window{108, 124}));
+  EXPECT_EQ(form->chart()->window(), (TimeWindow{108, 124}));
 
   grow_log(frames(6));
   expect_same_series(form->series(), trend_series(window->session(), {29}, true));
   ASSERT_EQ(form->series()[0].size(), 6u);
-  EXPECT_EQ(form->chart()->window(), (Time_Window{108, 148}));  // the whole file, still
+  EXPECT_EQ(form->chart()->window(), (TimeWindow{108, 148}));  // the whole file, still
   EXPECT_EQ(form->chart()->plot().window, form->chart()->window());
 
   // Zoomed in on the newest packets, the plot moves on with them.
-  form->chart()->setWindow({130, 148});
+  form->chart()->set_window({130, 148});
   grow_log(frames(8));
-  EXPECT_EQ(form->chart()->window(), (Time_Window{146, 164}));
+  EXPECT_EQ(form->chart()->window(), (TimeWindow{146, 164}));
   // Zoomed in elsewhere, it stays.
-  form->chart()->setWindow({110, 120});
+  form->chart()->set_window({110, 120});
   grow_log(frames(9));
-  EXPECT_EQ(form->chart()->window(), (Time_Window{110, 120}));
+  EXPECT_EQ(form->chart()->window(), (TimeWindow{110, 120}));
   EXPECT_EQ(form->series()[0].size(), 9u);
 
-  window->stopCollection();
-  ASSERT_TRUE(window->loadFile(FileFormat::CSS, QString::fromStdString(log())));
+  window->stop_collection();
+  ASSERT_TRUE(window->load_file(FileFormat::CSS, QString::fromStdString(log())));
   EXPECT_EQ(window->view(ViewKind::Trend), form);  // kept, with the same sensors
-  EXPECT_EQ(form->chosenSensors(), std::vector<int>{29});
+  EXPECT_EQ(form->chosen_sensors(), std::vector<int>{29});
   expect_same_series(form->series(), trend_series(window->session(), {29}, true));
-  EXPECT_TRUE(form->chart()->showsWholeFile());
+  EXPECT_TRUE(form->chart()->shows_whole_file());
   EXPECT_TRUE(no_message());
 }
 

@@ -26,11 +26,11 @@ class FakeWorkstation : public Workstation {
   Session& session() override { return session_; }
   Dialogs& dialogs() override { return dialogs_; }
   ChildView* view(ViewKind kind) override { return views->view(kind); }
-  ChildView* showView(ViewKind kind) override { return views->showView(kind); }
-  void closeView(ViewKind kind) override { views->closeView(kind); }
+  ChildView* show_view(ViewKind kind) override { return views->show_view(kind); }
+  void close_view(ViewKind kind) override { views->close_view(kind); }
   void show_entry(ViewKind kind) override { views->show_entry(kind); }
-  bool loadFile(FileFormat, const QString&) override { return false; }
-  void setByteReverse(bool on) override { session_.Byte_Reverse = on; }
+  bool load_file(FileFormat, const QString&) override { return false; }
+  void set_byte_reverse(bool on) override { session_.Byte_Reverse = on; }
   bool collection_ticking() const override { return ticking; }
   void set_collection_ticking(bool on) override { ticking = on; }
   void set_menus_enabled(bool) override {}
@@ -44,10 +44,10 @@ class JournalView : public ChildView {
       : ChildView(workstation, kind), journal_(journal) {
     note("made");
   }
-  void updateRealtime() override { note("update"); }
-  void showCurrentEntry() override { note("entry"); }
-  void sessionReloaded() override { note("reloaded"); }
-  void calibrationChanged(CalibrationTable table) override {
+  void update_realtime() override { note("update"); }
+  void show_current_entry() override { note("entry"); }
+  void session_reloaded() override { note("reloaded"); }
+  void calibration_changed(CalibrationTable table) override {
     note(table == CalibrationTable::AD590 ? "AD590" : "pressure");
   }
 
@@ -63,12 +63,12 @@ class ViewManagerTest : public ::testing::Test {
     workstation.views = &views;
     for (const ViewKind kind : kAllViewKinds) {
       if (kind == ViewKind::Campaign) continue;  // left unregistered
-      views.registerView(kind, [this, kind](Workstation& w) { return new JournalView(w, kind, journal); });
+      views.register_view(kind, [this, kind](Workstation& w) { return new JournalView(w, kind, journal); });
     }
   }
   // Opens the windows in this order, then forgets what their making wrote.
   void open(std::initializer_list<ViewKind> kinds) {
-    for (const ViewKind kind : kinds) ASSERT_NE(views.showView(kind), nullptr);
+    for (const ViewKind kind : kinds) ASSERT_NE(views.show_view(kind), nullptr);
     journal.clear();
   }
 
@@ -116,16 +116,16 @@ TEST_F(ViewManagerTest, ACalibrationChangeReachesTheOpenWindowsHousekeepingFirst
 }
 
 TEST_F(ViewManagerTest, AWindowIsMadeOnceAKindAndAClosedOneIsMadeAnew) {
-  ChildView* summary = views.showView(ViewKind::Summary);
-  EXPECT_EQ(views.showView(ViewKind::Summary), summary);
+  ChildView* summary = views.show_view(ViewKind::Summary);
+  EXPECT_EQ(views.show_view(ViewKind::Summary), summary);
   views.show_entry(ViewKind::Housekeeping);
   views.show_entry(ViewKind::Housekeeping);
   EXPECT_EQ(journal, (std::vector<std::string>{"Summary made", "Housekeeping_form made", "Housekeeping_form entry",
                                                "Housekeeping_form entry"}));
-  views.closeView(ViewKind::Summary);
+  views.close_view(ViewKind::Summary);
   EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
   EXPECT_EQ(area.subWindowList().size(), 1);
-  EXPECT_NE(views.showView(ViewKind::Summary), nullptr);
+  EXPECT_NE(views.show_view(ViewKind::Summary), nullptr);
   EXPECT_EQ(journal.back(), "Summary made");
   // A frame the user closes takes the window's open flag with it.
   ViewManager::frame_of(views.view(ViewKind::Summary))->close();
@@ -135,19 +135,19 @@ TEST_F(ViewManagerTest, AWindowIsMadeOnceAKindAndAClosedOneIsMadeAnew) {
 
 TEST_F(ViewManagerTest, AKindWithoutAWindowIsAPlaceholderForEntriesAndNothingOtherwise) {
   ViewManager bare(workstation, area);
-  ChildView* placeholder = bare.showView(ViewKind::Spectra);
+  ChildView* placeholder = bare.show_view(ViewKind::Spectra);
   ASSERT_NE(placeholder, nullptr);
   EXPECT_EQ(placeholder->kind(), ViewKind::Spectra);
-  EXPECT_EQ(views.showView(ViewKind::Campaign), nullptr);
-  EXPECT_FALSE(views.isRegistered(ViewKind::Campaign));
+  EXPECT_EQ(views.show_view(ViewKind::Campaign), nullptr);
+  EXPECT_FALSE(views.is_registered(ViewKind::Campaign));
   EXPECT_TRUE(workstation.dialogs_.messages.empty());
 }
 
 TEST_F(ViewManagerTest, AWindowThatFailsToOpenIsReportedAndLeavesNothingOpen) {
-  views.registerView(ViewKind::Summary, [](Workstation&) -> ChildView* {
+  views.register_view(ViewKind::Summary, [](Workstation&) -> ChildView* {
     morvane::raise(ErrorNumber::FileNotFound, "summary.dat");
   });
-  EXPECT_EQ(views.showView(ViewKind::Summary), nullptr);
+  EXPECT_EQ(views.show_view(ViewKind::Summary), nullptr);
   ASSERT_EQ(workstation.dialogs_.messages.size(), 1u);
   EXPECT_TRUE(workstation.dialogs_.messages[0].startsWith("File not found"));
   EXPECT_EQ(views.view(ViewKind::Summary), nullptr);

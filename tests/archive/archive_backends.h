@@ -11,15 +11,15 @@
 
 namespace morvane::testing {
 
-struct Archive_Backend {
+struct ArchiveBackend {
   std::string name;  // a test-name suffix: letters and digits only
   // The name (path or URL) of a new, empty archive for one test, whose scratch folder is dir.
   std::function<std::string(const TempDir& dir)> fresh_archive;
 };
 
-inline void PrintTo(const Archive_Backend& backend, std::ostream* out) { *out << backend.name; }
+inline void PrintTo(const ArchiveBackend& backend, std::ostream* out) { *out << backend.name; }
 
 // SQLite always; a server backend where the suite has one.
-std::vector<Archive_Backend> archive_backends();
+std::vector<ArchiveBackend> archive_backends();
 
 }  // namespace morvane::testing

@@ -179,7 +179,7 @@ class ArchiveOutsideQuery : public ::testing::Test {
  protected:
   void SetUp() override {
     for (const FileFormat format : {FileFormat::CSS, FileFormat::QM}) {
-      archive::Ingest_Options options;
+      archive::IngestOptions options;
       options.type = format;
       archive::open_archive(path)->ingest({campaign().files.at(format)}, campaign().config, options);
     }
@@ -228,7 +228,7 @@ for file_id, encoding, palette, data, times in rows:
         print(file_id, t, repr(v))
 )");
   const std::string out = shell("python3 '" + script + "' '" + path + "'");
-  archive::Trend_Query query;
+  archive::TrendQuery query;
   query.sensors = {28};
   const auto trend = archive::open_archive(path)->trend(query).at(0).points;
   // Python prints each value in its shortest round-trip form, as the JSON writer does.

@@ -20,18 +20,18 @@
 namespace morvane::testing {
 
 // Written once per test program and shared read-only by its tests.
-struct Campaign_Files {
+struct CampaignFiles {
   TempDir dir;
   std::string base;
   Configuration config;
   std::map<FileFormat, std::string> files;  // one cycle of each format
 
-  Campaign_Files() {
+  CampaignFiles() {
     base = sim::write_configuration(dir.path("base"));
     config = load_configuration(base);
     for (const FileFormat format : {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM, FileFormat::ZEB}) {
       const std::string path = dir.path("cycle." + std::string(format_tag(format)));
-      sim::Telemetry_Options options;
+      sim::TelemetryOptions options;
       options.format = format;
       sim::write_telemetry(path, options);
       files[format] = path;
@@ -46,22 +46,22 @@ struct Campaign_Files {
   }
 };
 
-inline const Campaign_Files& campaign() {
-  static const Campaign_Files files;
+inline const CampaignFiles& campaign() {
+  static const CampaignFiles files;
   return files;
 }
 
 inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
                                          FileFormat::ZEB};
 
-class ArchiveTest : public ::testing::TestWithParam<Archive_Backend> {
+class ArchiveTest : public ::testing::TestWithParam<ArchiveBackend> {
  protected:
   void SetUp() override { location = GetParam().fresh_archive(dir); }
   std::unique_ptr<archive::Archive> open() const { return archive::open_archive(location); }
   // Ingests paths of one format with the campaign's configuration.
-  archive::Ingest_Report ingest(const std::vector<std::string>& paths, FileFormat type,
+  archive::IngestReport ingest(const std::vector<std::string>& paths, FileFormat type,
                                 bool byte_reverse = true) const {
-    archive::Ingest_Options options;
+    archive::IngestOptions options;
     options.type = type;
     options.byte_reverse = byte_reverse;
     return open()->ingest(paths, campaign().config, options);
@@ -77,6 +77,6 @@ class ArchiveTest : public ::testing::TestWithParam<Archive_Backend> {
   std::string location;
 };
 
-inline std::string backend_name(const ::testing::TestParamInfo<Archive_Backend>& info) { return info.param.name; }
+inline std::string backend_name(const ::testing::TestParamInfo<ArchiveBackend>& info) { return info.param.name; }
 
 }  // namespace morvane::testing

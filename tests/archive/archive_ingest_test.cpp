@@ -24,7 +24,7 @@ class ArchiveIngest : public ArchiveTest {
     return path;
   }
   int64_t points_of_file(int64_t file_id) const {
-    archive::Trend_Query query;
+    archive::TrendQuery query;
     query.sensors = {1};
     const auto points = open()->trend(query).at(0).points;
     return std::count_if(points.begin(), points.end(), [&](const auto& p) { return p.file_id == file_id; });
@@ -63,7 +63,7 @@ TEST_P(ArchiveIngest, Sha256IsTheContentsDigest) {
 
 TEST_P(ArchiveIngest, AGrownLogReplacesItsRowsAndKeepsItsNumber) {
   const std::string log = dir.path("grows.css");
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.frames = 200;
   sim::write_telemetry(log, options);
   ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
@@ -80,7 +80,7 @@ TEST_P(ArchiveIngest, AGrownLogReplacesItsRowsAndKeepsItsNumber) {
   EXPECT_EQ(files[1].frames, 593);
   EXPECT_EQ(points_of_file(2), files[1].hk_count);
   EXPECT_GT(points_of_file(2), before);
-  archive::Test_Query of_log;
+  archive::TestQuery of_log;
   of_log.file_id = 2;
   EXPECT_EQ(open()->tests(of_log).size(), static_cast<size_t>(files[1].tests));
 }
@@ -108,7 +108,7 @@ TEST_P(ArchiveIngest, ADamagedFileIsReportedAndTheOthersStillGoIn) {
 TEST_P(ArchiveIngest, AFolderIsWalkedOnlyWhenRecursive) {
   fs::create_directories(dir.path("cycles/deeper"));
   fs::copy_file(campaign().files.at(FileFormat::GRM), dir.path("cycles/a.grm"));
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.format = FileFormat::GRM;
   options.seed = 7;
   options.frames = 150;
@@ -116,7 +116,7 @@ TEST_P(ArchiveIngest, AFolderIsWalkedOnlyWhenRecursive) {
   const auto flat = ingest({dir.path("cycles")}, FileFormat::GRM);
   ASSERT_EQ(flat.failed.size(), 1u);
   EXPECT_NE(flat.failed[0].error.find("--recursive"), std::string::npos);
-  archive::Ingest_Options walk;
+  archive::IngestOptions walk;
   walk.type = FileFormat::GRM;
   walk.recursive = true;
   const auto report = open()->ingest({dir.path("cycles")}, campaign().config, walk);
@@ -130,7 +130,7 @@ TEST_P(ArchiveIngest, ATestWithoutLimitFileIsListedUnevaluated) {
   const std::string base = sim::write_configuration(dir.path("base"));
   fs::remove(fs::path(base) / "EGSE_info" / "Test Ranges" / "FM EAFT Mode.txt");
   config.Egse_Path = base;
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = FileFormat::FM;
   ASSERT_EQ(open()->ingest({campaign().files.at(FileFormat::FM)}, config, options).added.size(), 1u);
   const auto tests = open()->tests();
@@ -148,12 +148,12 @@ TEST_P(ArchiveIngest, ATestWithoutLimitFileIsListedUnevaluated) {
 
 TEST_P(ArchiveIngest, CancelKeepsTheFilesCommittedAndLeavesNothingOfTheCurrentOne) {
   std::atomic<bool> cancel{false};
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = FileFormat::QM;
   const auto stop_in_second_file = [&](int number, int, const std::string&, int64_t done, int64_t total) {
     if (number == 2 && done > total / 2) cancel = true;
   };
-  sim::Telemetry_Options other;
+  sim::TelemetryOptions other;
   other.format = FileFormat::QM;
   other.seed = 3;
   sim::write_telemetry(dir.path("other.qm"), other);
@@ -170,7 +170,7 @@ TEST_P(ArchiveIngest, IngestLeavesTheCallersConfigurationAlone) {
   Configuration config = campaign().config;
   config.sensor(1).Value = 123.5;
   const Configuration before = config;
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = FileFormat::CSS;
   open()->ingest({campaign().files.at(FileFormat::CSS)}, config, options);
   EXPECT_EQ(config.sensor(1).Value, 123.5);

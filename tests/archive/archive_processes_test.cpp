@@ -47,7 +47,7 @@ TEST_P(ArchiveProcesses, AnIngestKilledWhileWritingLeavesTheArchiveAsItWas) {
   ASSERT_EQ(pipe(ready), 0);
   const pid_t child = in_child([&] {
     close(ready[0]);
-    archive::Ingest_Options options;
+    archive::IngestOptions options;
     options.type = FileFormat::CSS;
     // Deep inside the write transaction (values written, tests not yet): tell the parent, wait.
     const auto stop_while_writing = [&](int, int, const std::string&, int64_t done, int64_t total) {
@@ -87,7 +87,7 @@ TEST_P(ArchiveProcesses, TwoIngestsAtTheSameTimeBothLand) {
   open();  // the schema exists before either starts
   const auto ingest_in_child = [&](FileFormat format) {
     return in_child([&, format] {
-      archive::Ingest_Options options;
+      archive::IngestOptions options;
       options.type = format;
       const auto report =
           archive::open_archive(location)->ingest({campaign().files.at(format)}, campaign().config, options);

@@ -7,8 +7,8 @@
 #include "core/error.h"
 #include "functest/short_message_load.h"
 #include "functest/short_test.h"
-#include "views/information_view.h"
-#include "views/trend_series.h"
+#include "decoders/information_presenter.h"
+#include "decoders/trend_series.h"
 
 namespace morvane {
 namespace {
@@ -45,7 +45,7 @@ TEST_P(ArchiveValues, TrendOfEveryFileEqualsTheSingleFileTrendWithAndWithoutCold
   ingest_all();
   const auto archive = open();
   for (const bool cold_junction : {true, false}) {
-    archive::Trend_Query query;
+    archive::TrendQuery query;
     query.cold_junction = cold_junction;
     const auto trends = archive->trend(query);
     ASSERT_EQ(trends.size(), static_cast<size_t>(campaign().config.Sensor_Count()));
@@ -69,7 +69,7 @@ TEST_P(ArchiveValues, TrendOfEveryFileEqualsTheSingleFileTrendWithAndWithoutCold
 
 TEST_P(ArchiveValues, TrendKeepsOnlyThePointsBetweenFromAndTo) {
   ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  archive::Trend_Query query;
+  archive::TrendQuery query;
   query.sensors = {1};
   query.from = sim::kFirstLanderTime + 1000;
   query.to = sim::kFirstLanderTime + 2000;
@@ -94,7 +94,7 @@ TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluation) {
     Session session = campaign().session(kAllFormats[i]);
     for (const char* mode : {"cruise", "eaft"}) {
       session.Test_Mode = std::string(mode) == "eaft" ? "EAFT" : "Cruise Phase";
-      const Short_Test_List list = find_short_tests(session);
+      const ShortTestList list = find_short_tests(session);
       for (int32_t line = 1; line <= list.Test_Count(); ++line, ++next) {
         ASSERT_LT(next, tests.size());
         const auto& test = tests[next];
@@ -103,7 +103,7 @@ TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluation) {
         EXPECT_EQ(test.mode, mode);
         EXPECT_EQ(test.number, line);
         session.Current_Science_Index = science_index_of_line(list, line);
-        const Short_Test_Evaluation expected = open_short_test(session);
+        const ShortTestEvaluation expected = open_short_test(session);
         const Packet_Entry& start = session.catalogue.Science_List.at(session.Current_Science_Index);
         EXPECT_EQ(test.sequence_count, start.Sequence_Count);
         EXPECT_EQ(test.lander_time, start.Lander_Time);
@@ -116,7 +116,7 @@ TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluation) {
           if (item.table == "valves") valves[item.name] = {item.value, item.result};
         }
         ASSERT_EQ(valves.size(), expected.valves.size());
-        for (const Item_Row& row : expected.valves) {
+        for (const ItemRow& row : expected.valves) {
           EXPECT_EQ(valves[row.name], std::make_pair(row.rise_28v.text, row.result.text)) << row.name;
         }
       }
@@ -130,10 +130,10 @@ TEST_P(ArchiveValues, FailedOnlyAndModeSelectTheTests) {
   ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
   const auto archive = open();
   const auto all = archive->tests();
-  archive::Test_Query failed;
+  archive::TestQuery failed;
   failed.failed_only = true;
   for (const auto& test : archive->tests(failed)) EXPECT_NE(test.overall, "Passed");
-  archive::Test_Query eaft;
+  archive::TestQuery eaft;
   eaft.mode = "eaft";
   const auto eaft_tests = archive->tests(eaft);
   for (const auto& test : eaft_tests) EXPECT_EQ(test.mode, "eaft");
@@ -151,7 +151,7 @@ TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntry) {
   ASSERT_EQ(events.size(),
             static_cast<size_t>(css.catalogue.Information_Count() + zeb.catalogue.Information_Count()));
   for (int32_t i = 1; i <= css.catalogue.Information_Count(); ++i) {
-    Information_View view;
+    InformationPresenter view;
     view.show(css, i);
     const auto& event = events[static_cast<size_t>(i - 1)];
     ASSERT_EQ(event.index, i);
@@ -168,7 +168,7 @@ TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntry) {
 TEST_P(ArchiveValues, EventSearchFindsTextInAnyLineWhateverItsCase) {
   ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
   const auto archive = open();
-  archive::Event_Query query;
+  archive::EventQuery query;
   query.contains = "anomalous EVENT";
   const auto warnings = archive->events(query);
   ASSERT_FALSE(warnings.empty());
@@ -181,7 +181,7 @@ TEST_P(ArchiveValues, ItemHistoryFollowsOneItemThroughEveryTestOfAMode) {
   ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
   ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
   const auto archive = open();
-  archive::Test_Query cruise;
+  archive::TestQuery cruise;
   cruise.mode = "cruise";
   const auto tests = archive->tests(cruise);
   const auto history = archive->item_history("cruise", "V 7");

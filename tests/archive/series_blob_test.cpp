@@ -12,7 +12,7 @@ namespace morvane::archive {
 namespace {
 
 std::vector<double> round_trip(const std::vector<double>& values, std::string* encoding = nullptr) {
-  const Encoded_Values encoded = encode_values(values);
+  const EncodedValues encoded = encode_values(values);
   if (encoding) *encoding = encoded.encoding;
   std::vector<double> out;
   decode_values(encoded.encoding, encoded.palette, encoded.data, out);
@@ -25,7 +25,7 @@ TEST(SeriesBlob, FewDistinctValuesTakeAPaletteAndAByteEach) {
   std::string encoding;
   EXPECT_EQ(round_trip(values, &encoding), values);
   EXPECT_EQ(encoding, "palette");
-  const Encoded_Values encoded = encode_values(values);
+  const EncodedValues encoded = encode_values(values);
   EXPECT_EQ(encoded.data.size(), 1000u);
   EXPECT_EQ(encoded.palette.size(), 256u * 8);
 }
@@ -51,7 +51,7 @@ TEST(SeriesBlob, NumbersArePackedLittleEndian) {
   EXPECT_EQ(pack_int32({0x01020304, -1}), (Blob{4, 3, 2, 1, 255, 255, 255, 255}));
   EXPECT_EQ(pack_int16({0x0102}), (Blob{2, 1}));
   EXPECT_EQ(unpack_int32(Blob{4, 3, 2, 1}), std::vector<int32_t>{0x01020304});
-  const Encoded_Values one = encode_values({1.0});
+  const EncodedValues one = encode_values({1.0});
   EXPECT_EQ(one.palette, (Blob{0, 0, 0, 0, 0, 0, 0xF0, 0x3F}));
 }
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 
 namespace morvane::testing {
 

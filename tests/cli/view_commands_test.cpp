@@ -6,7 +6,7 @@
 
 #include "cli_fixture.h"
 #include "sim/telemetry_writer.h"
-#include "views/integrity.h"
+#include "decoders/integrity.h"
 
 namespace morvane {
 namespace {
@@ -17,7 +17,7 @@ using testing::hk_packet;
 using testing::information_packet;
 using testing::json;
 using testing::one_a_frame;
-using testing::Sub_Packet;
+using testing::SubPacket;
 
 class ViewCommands : public testing::CliTest {
  protected:
@@ -92,9 +92,9 @@ TEST_F(ViewCommands, InfoPrintsTheLabelsWordsTranslationAndMemory) {
 }
 
 TEST_F(ViewCommands, SpectrumPrintsTheWindowAfterItMovedToTheSpectrumAsked) {
-  write_frames(one_a_frame({testing::isotope_packet(Sub_Packet{2, 0, {0x0100, 0x0013}, 0x8000, {5, 0, 0, 0}}),
-                            testing::isotope_packet(Sub_Packet{0, 2, {0x0010}, 0x4000}),
-                            testing::gc_packet(Sub_Packet{0, 0, {0x0FF0}})}));
+  write_frames(one_a_frame({testing::isotope_packet(SubPacket{2, 0, {0x0100, 0x0013}, 0x8000, {5, 0, 0, 0}}),
+                            testing::isotope_packet(SubPacket{0, 2, {0x0010}, 0x4000}),
+                            testing::gc_packet(SubPacket{0, 0, {0x0FF0}})}));
   const json j = cli_json("spectrum", {"--sub-packet", "2"});
   expect_keys(j, {"complete_count", "gc_count", "title", "is_complete", "sub_packet_count", "sub_packet_text",
                   "bin_count", "bins", "header", "axis", "buttons"});
@@ -109,7 +109,7 @@ TEST_F(ViewCommands, SpectrumPrintsTheWindowAfterItMovedToTheSpectrumAsked) {
 }
 
 TEST_F(ViewCommands, TrendAndIntegrityPrintWhatTheirDecodersFindInTheSimulatedFile) {
-  sim::write_telemetry(file, sim::Telemetry_Options{});
+  sim::write_telemetry(file, sim::TelemetryOptions{});
   const Session decoded = session();
 
   const json trend = cli_json("trend", {"--sensors", "1,28"});
@@ -122,7 +122,7 @@ TEST_F(ViewCommands, TrendAndIntegrityPrintWhatTheirDecodersFindInTheSimulatedFi
   EXPECT_EQ(cli("trend", {"--sensors", "1"}).out.rfind("Lander time\tReactor 1 (oC)\n", 0), 0u);
 
   const json integrity = cli_json("integrity");
-  const Integrity_Report report = check_integrity(decoded);
+  const IntegrityReport report = check_integrity(decoded);
   ASSERT_FALSE(report.findings.empty());  // the simulated link loses a few packets
   ASSERT_EQ(integrity["findings"].size(), report.findings.size());
   expect_keys(integrity["findings"][0], {"kind", "list", "index", "text"});

@@ -39,7 +39,7 @@ class WriteDestinations : public ::testing::Test {
  protected:
   void SetUp() override {
     base = sim::write_configuration(dir.path("base"));
-    sim::Telemetry_Options options;
+    sim::TelemetryOptions options;
     options.format = FileFormat::QM;
     options.frames = 4000;
     sim::write_telemetry(file, options);

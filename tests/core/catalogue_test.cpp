@@ -95,7 +95,7 @@ TEST(Catalogue, CountersFollowTheLabels) {
   writer.add_frame({science(1), science(2), science(3, 3), science(3, 2), science(3, 1), science(9)});
   writer.add_frame({Packet{0x1234, 0, 11, 0, 0, {}, {}}});
   f.load(writer, FileFormat::QM);
-  const Catalogue_Counters& n = f.catalogue().counters;
+  const CatalogueCounters& n = f.catalogue().counters;
   EXPECT_EQ(f.catalogue().HK_Count(), 3);
   EXPECT_EQ(n.Concise_Count(), 1);
   EXPECT_EQ(n.Complete_Count(), 1);

@@ -35,9 +35,9 @@ LabelCode expected_label(LabelCode label, FormatFamily family) {
 
 const EntryList& list_of(const Catalogue& catalogue, PacketKind kind) {
   switch (packet_kind_info(kind).list) {
-    case Catalogue_List::HK: return catalogue.HK_List;
-    case Catalogue_List::Science: return catalogue.Science_List;
-    case Catalogue_List::Information: return catalogue.Information_List;
+    case CatalogueList::HK: return catalogue.HK_List;
+    case CatalogueList::Science: return catalogue.Science_List;
+    case CatalogueList::Information: return catalogue.Information_List;
   }
   return catalogue.Information_List;
 }
@@ -70,7 +70,7 @@ TEST(PacketKinds, EveryLabelOfTheTableIsClassifiedAsSuchByEveryFormatFamily) {
       // Binary lengths are the length field + 7; ZEB gives the field as it stands.
       EXPECT_EQ(list[1].Packet_Length, kind.slot ? -1 : f.family == FormatFamily::Zeb ? 11 : 18) << context;
       EXPECT_EQ(list[1].Sequence_Count, kind.slot ? -1 : 21) << context;
-      EXPECT_EQ(list[1].Segment_Flags, kind.list == Catalogue_List::Science ? 3 : 0) << context;
+      EXPECT_EQ(list[1].Segment_Flags, kind.list == CatalogueList::Science ? 3 : 0) << context;
 
       // A binary frame with one packet ends in an empty slot, unless the packet is a slot itself.
       const bool trailing_empty = f.family != FormatFamily::Zeb && !kind.slot;
@@ -95,15 +95,15 @@ TEST(PacketKinds, TheTableHoldsTheInstrumentsIdentifiers) {
   struct Case {
     PacketKind kind;
     int32_t binary, zeb;
-    Catalogue_List list;
+    CatalogueList list;
   };
   const Case cases[] = {
-      {PacketKind::Housekeeping, 0x0F34, 1844, Catalogue_List::HK},
-      {PacketKind::ProgressEvent, 0x0F37, 1847, Catalogue_List::Information},
-      {PacketKind::Acceptance, 0x0F31, 1841, Catalogue_List::Information},
-      {PacketKind::MemoryDump, 0x0F39, 1849, Catalogue_List::Information},
-      {PacketKind::Science, 0x0F3C, 1852, Catalogue_List::Science},
-      {PacketKind::Empty, 0, 0, Catalogue_List::Information},
+      {PacketKind::Housekeeping, 0x0F34, 1844, CatalogueList::HK},
+      {PacketKind::ProgressEvent, 0x0F37, 1847, CatalogueList::Information},
+      {PacketKind::Acceptance, 0x0F31, 1841, CatalogueList::Information},
+      {PacketKind::MemoryDump, 0x0F39, 1849, CatalogueList::Information},
+      {PacketKind::Science, 0x0F3C, 1852, CatalogueList::Science},
+      {PacketKind::Empty, 0, 0, CatalogueList::Information},
   };
   for (const Case& c : cases) {
     const PacketKindInfo& info = packet_kind_info(c.kind);
@@ -116,7 +116,7 @@ TEST(PacketKinds, TheTableHoldsTheInstrumentsIdentifiers) {
 }
 
 TEST(PacketKinds, CountersAddUpAndKeepTheirNames) {
-  Catalogue_Counters a, b;
+  CatalogueCounters a, b;
   for (int c = 0; c < kCounterCount; ++c) {
     a[static_cast<Counter>(c)] = c + 1;
     b[static_cast<Counter>(c)] = 100 * (c + 1);

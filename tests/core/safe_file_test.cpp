@@ -78,7 +78,7 @@ TEST(SafeFile, AReplacementWrittenInPartsTakesTheNameOnlyWhenCommitted) {
   const std::string path = dir.path("export.txt");
   testing::write_file(path, "old\n");
   {
-    Replacement_File file(path);
+    ReplacementFile file(path);
     EXPECT_EQ(fs::path(file.temporary_path()).parent_path(), fs::path(path).parent_path());
     file.write("first part, ");
     EXPECT_EQ(testing::read_file(path), "old\n");
@@ -86,7 +86,7 @@ TEST(SafeFile, AReplacementWrittenInPartsTakesTheNameOnlyWhenCommitted) {
   EXPECT_EQ(testing::read_file(path), "old\n");
   EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
 
-  Replacement_File file(path);
+  ReplacementFile file(path);
   file.write("first part, ");
   file.write("second part\n");
   file.commit();
@@ -113,7 +113,7 @@ TEST(SafeFile, AReadOnlyFolderIsAClearError) {
 using testing::names_in;
 
 // A disk that takes `room` bytes, then reports itself full.
-Write_Function disk_with_room(size_t room) {
+WriteFunction disk_with_room(size_t room) {
   auto left = std::make_shared<size_t>(room);
   return [left](int fd, const void* data, size_t size) -> ssize_t {
     if (*left == 0) {
@@ -156,7 +156,7 @@ TEST(SafeFile, NothingIsKeptWhenNothingWholeWasWrittenOrTheContentIsBinary) {
   testing::write_file(path, "old\n");
   EXPECT_EQ(testing::thrown([&] { replace_file(path, "no line break yet", disk_with_room(5)); }).number, 61);
   EXPECT_EQ(testing::thrown([&] {
-              replace_file(path, "%PDF\nbinary\n", disk_with_room(8), Partial_Content::Nothing);
+              replace_file(path, "%PDF\nbinary\n", disk_with_room(8), PartialContent::Nothing);
             }).number,
             61);
   EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"report.pdf"});
@@ -200,7 +200,7 @@ TEST(SafeFile, APipeIsWrittenInPlaceAndInOrder) {
   std::string received;
   std::thread reader([&] { received = testing::read_file(pipe); });
   {
-    Replacement_File file(pipe);
+    ReplacementFile file(pipe);
     EXPECT_TRUE(file.direct());
     EXPECT_TRUE(file.temporary_path().empty());
     for (int i = 1; i <= 1000; ++i) file.write("line " + std::to_string(i) + "\n");
@@ -215,7 +215,7 @@ TEST(SafeFile, APipeIsWrittenInPlaceAndInOrder) {
 }
 
 TEST(SafeFile, ADeviceAndStandardOutputAreWrittenInPlace) {
-  Replacement_File null_device("/dev/null");
+  ReplacementFile null_device("/dev/null");
   EXPECT_TRUE(null_device.direct());
   null_device.write("nothing\n");
   null_device.commit();
@@ -226,7 +226,7 @@ TEST(SafeFile, ADeviceAndStandardOutputAreWrittenInPlace) {
   const int capture = ::open(dir.path("out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   ::dup2(capture, STDOUT_FILENO);
   {
-    Replacement_File standard_output("-");
+    ReplacementFile standard_output("-");
     standard_output.write("to standard output\n");
     standard_output.commit();
   }
@@ -243,7 +243,7 @@ TEST(SafeFile, TemporaryFilesHaveARecognisableNameAndStaleOnesAreRemoved) {
   testing::write_file(path, "old\n");
   // A writer killed in the middle of its write leaves its temporary file, and the old file whole.
   const testing::ChildEnd killed = testing::in_child([&] {
-    Replacement_File file(path);
+    ReplacementFile file(path);
     file.write("the first lines\n");
     ::raise(SIGKILL);
   });
@@ -269,8 +269,8 @@ TEST(SafeFile, ASignalRemovesTheTemporaryFilesOfTheWritesUnderWay) {
     const testing::ChildEnd end = testing::in_child([&] {
       ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
       remove_temporary_files_on_signals();
-      Replacement_File first(path);
-      Replacement_File second(dir.path("other.txt"));
+      ReplacementFile first(path);
+      ReplacementFile second(dir.path("other.txt"));
       first.write("part\n");
       ::raise(signal_number);
     });

@@ -8,7 +8,7 @@ namespace {
 
 Configuration sensors_with_ids(std::initializer_list<int16_t> ids) {
   Configuration config;
-  for (int16_t id : ids) config.Sensor_Table.push_back(Sensor_Record{"s", 0, id, 0, "", 0, 0, 0, 0, 0});
+  for (int16_t id : ids) config.Sensor_Table.push_back(SensorRecord{"s", 0, id, 0, "", 0, 0, 0, 0, 0});
   return config;
 }
 

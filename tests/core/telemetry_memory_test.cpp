@@ -41,7 +41,7 @@ TEST(TelemetryInMemory, CataloguesEveryFormatAsTheSameFileOnDisk) {
   TempDir dir;
   for (const FileFormat format : {FileFormat::QM, FileFormat::FM, FileFormat::ZEB}) {
     const std::string path = dir.path("file");
-    sim::Telemetry_Options options;
+    sim::TelemetryOptions options;
     options.format = format;
     options.frames = format == FileFormat::ZEB ? 300 : 120;
     sim::write_telemetry(path, options);

@@ -6,7 +6,7 @@
 #include "core/error.h"
 #include "core/number_text.h"
 #include "export_fixture.h"
-#include "views/auxiliary_view.h"
+#include "decoders/auxiliary_presenter.h"
 
 namespace morvane {
 namespace {
@@ -27,8 +27,8 @@ class AuxiliaryExport : public testing::ExportTest {
           testing::gc_packet({0, 0, {0x10}}),
           aux_packet({{0, 3000, 33 + 98, 0x8000}}, 6, 3000)});  // +28V Rail (channel 131) at -10 V
   }
-  std::string exported(Aux_Format format, Entry_Range range = {1, 3}, char delimiter = '\t', double emf = 0) {
-    return written([&](Line_Sink& out) { write_auxiliary(session, {range, format, emf}, out); }, delimiter);
+  std::string exported(AuxFormat format, EntryRange range = {1, 3}, char delimiter = '\t', double emf = 0) {
+    return written([&](LineSink& out) { write_auxiliary(session, {range, format, emf}, out); }, delimiter);
   }
 };
 
@@ -36,17 +36,17 @@ constexpr const char* kHeading = "Science number\tLander time(s)\tChan. ID\tComp
 
 TEST_F(AuxiliaryExport, WritesEachFormatsLinesInEveryDelimiter) {
   struct Case {
-    Aux_Format format;
+    AuxFormat format;
     std::string expected;
   };
   const Case cases[] = {
-      {Aux_Format::ADC, std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n" +
+      {AuxFormat::ADC, std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n" +
                             "1\t2001\t101\tReactor 1\t0\t\r\n"
                             "1\t2002\t23\tPressure 1\t8192\t\r\n"
                             "1\t2003\t0\t\t65535\t\r\n"
                             "1\t-65531\t29\tDocking Stn\t2048\t\r\n"
                             "3\t3000\t131\t+28V Rail\t32768\t\r\n"},
-      {Aux_Format::Calibrated, std::string("Auxiliary data - Calibrated Data (no AD590 correction)\r\n") + kHeading +
+      {AuxFormat::Calibrated, std::string("Auxiliary data - Calibrated Data (no AD590 correction)\r\n") + kHeading +
                                    "Reading\tUnits\t\r\n\r\n" +
                                    "1\t2001\t101\tReactor 1\t0\toC\t\r\n"
                                    "1\t2002\t23\tPressure 1\t0.5\tbar\t\r\n"
@@ -70,7 +70,7 @@ TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
   const std::string reactor =
       general_text(aux_row(session.config, {2001, 101, 0}, 1).value);  // about 25 C
   session.config.AD590_EMF = 0;
-  EXPECT_EQ(exported(Aux_Format::Calibrated_AD590, {1, 1}, ';', emf),
+  EXPECT_EQ(exported(AuxFormat::Calibrated_AD590, {1, 1}, ';', emf),
             "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"
             "Science number;Lander time(s);Chan. ID;Component;Reading;Units;\r\n"
             "\r\n"
@@ -84,8 +84,8 @@ TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
 
 TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeIt) {
   load({aux_packet({{0, 1, 29, 0}}), aux_packet({{0, 2, 29, 0}}, 6, 2000, 30)});
-  const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, ',', "Sheet");
-  EXPECT_THROW(write_auxiliary(session, {{1, 2}, Aux_Format::ADC, 0}, *output), RuntimeError);
+  const auto output = open_export_output(dir.path("out.txt"), ExportFileType::Delimited_Text, ',', "Sheet");
+  EXPECT_THROW(write_auxiliary(session, {{1, 2}, AuxFormat::ADC, 0}, *output), RuntimeError);
   output->keep_partial();
   EXPECT_FALSE(std::filesystem::exists(dir.path("out.txt")));
   EXPECT_EQ(testing::read_file(dir.path("out.partial.txt")),
@@ -96,10 +96,10 @@ TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeI
 }
 
 TEST_F(AuxiliaryExport, ZebRecordsGiveNoRows) {
-  testing::Loaded_File zeb(testing::zeb_text({testing::zeb_record(LabelCode::AuxiliaryData, {{9, 5}})}),
+  testing::LoadedFile zeb(testing::zeb_text({testing::zeb_record(LabelCode::AuxiliaryData, {{9, 5}})}),
                            session.config);
-  const std::string text = written([&](Line_Sink& out) {
-    write_auxiliary(zeb.session, {{1, 1}, Aux_Format::Voltage, 0}, out);
+  const std::string text = written([&](LineSink& out) {
+    write_auxiliary(zeb.session, {{1, 1}, AuxFormat::Voltage, 0}, out);
   });
   EXPECT_EQ(text.substr(text.find("\r\n\r\n") + 4), "");
 }

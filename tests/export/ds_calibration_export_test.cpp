@@ -21,10 +21,10 @@ class DSCalibrationExport : public testing::ExportTest {
           hk_packet(1, sensor_bytes({{29, 0}}), {}, 2, 1004),
           aux_packet({{0, 1005, 29, 0x4000}})});
   }
-  std::string exported(DS_Format format, Entry_Range range, char delimiter = '\t',
+  std::string exported(DSFormat format, EntryRange range, char delimiter = '\t',
                        const std::string& name = "out.txt") {
-    const DS_Calibration_Index index(session);
-    return written([&](Line_Sink& out) { write_ds_calibration(session, index, {range, format}, out); }, delimiter,
+    const DSCalibrationIndex index(session);
+    return written([&](LineSink& out) { write_ds_calibration(session, index, {range, format}, out); }, delimiter,
                    name);
   }
   std::string headings(const char* data, const char* column) {
@@ -35,24 +35,24 @@ class DSCalibrationExport : public testing::ExportTest {
 
 TEST_F(DSCalibrationExport, WritesEachFormatsLinesInEveryDelimiter) {
   struct Case {
-    DS_Format format;
+    DSFormat format;
     std::string expected;
   };
   const Case cases[] = {
       // 70 x 2^7 counts is 2.734375 V, 14.21875 mm; 0x0800 is 0.625 V; 0xF000 is -4096 counts.
-      {DS_Format::Distance, headings("Data in calibrated position (mm)", "Position") +
+      {DSFormat::Distance, headings("Data in calibrated position (mm)", "Position") +
                                 "1000\t14.22\t\r\n"
                                 "1001\t3.25\t\r\n"
                                 "1003\t-6.50\t\r\n"
                                 "1004\t0.00\t\r\n"
                                 "1005\t26.00\t\r\n"},
-      {DS_Format::ADC, headings("Data in sensor ADC values", "ADC value") +
+      {DSFormat::ADC, headings("Data in sensor ADC values", "ADC value") +
                            "1000\t8960\t\r\n"
                            "1001\t2048\t\r\n"
                            "1003\t-4096\t\r\n"
                            "1004\t0\t\r\n"
                            "1005\t16384\t\r\n"},
-      {DS_Format::Voltage, headings("Data in sensor voltages (V)", "Voltage") +
+      {DSFormat::Voltage, headings("Data in sensor voltages (V)", "Voltage") +
                                "1000\t2.734\t\r\n"
                                "1001\t0.625\t\r\n"
                                "1003\t-1.250\t\r\n"
@@ -70,7 +70,7 @@ TEST_F(DSCalibrationExport, WritesEachFormatsLinesInEveryDelimiter) {
 
 TEST_F(DSCalibrationExport, WithoutTheSensorInTheTableThereAreNoEntries) {
   session.config.Sensor_Table.resize(28);
-  EXPECT_EQ(DS_Calibration_Index(session).count(), 0);
+  EXPECT_EQ(DSCalibrationIndex(session).count(), 0);
 }
 
 }  // namespace

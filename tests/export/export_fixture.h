@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "../views/decoder_fixture.h"
+#include "../decoders/decoder_fixture.h"
 #include "export/export_output.h"
 
 namespace morvane::testing {
@@ -24,7 +24,7 @@ namespace morvane::testing {
 class ExportTest : public DecoderTest {
  protected:
   // What write puts into a delimited text file (or, with a name ending .xlsx, a workbook).
-  std::string written(const std::function<void(Line_Sink&)>& write, char delimiter = '\t',
+  std::string written(const std::function<void(LineSink&)>& write, char delimiter = '\t',
                       const std::string& name = "out.txt") {
     const auto output = open_export_output(dir.path(name), export_file_type(name), delimiter, "Sheet");
     write(*output);
@@ -42,12 +42,12 @@ inline std::string with_delimiter(std::string text, char delimiter) {
 }
 
 // A cell of a sheet: absent, a text or a number.
-struct Sheet_Cell {
+struct SheetCell {
   enum Kind { Absent, Text, Number } kind = Absent;
   std::string text;
   double value = 0;
 };
-using Sheet = std::vector<std::vector<Sheet_Cell>>;  // rows from 1, columns from A, as [row - 1][column]
+using Sheet = std::vector<std::vector<SheetCell>>;  // rows from 1, columns from A, as [row - 1][column]
 
 // The cells of the first sheet of an .xlsx file, read from its XML (unzipped by the unzip command).
 inline Sheet read_sheet(const std::string& path) {
@@ -67,10 +67,10 @@ inline Sheet read_sheet(const std::string& path) {
     return text;
   };
   Sheet sheet;
-  static const std::regex kCell(R"re(<c r="([A-Z]+)([0-9]+)"([^>]*)>(.*?)</c>)re");
-  static const std::regex kText(R"re(<t[^>]*>(.*)</t>)re");
-  static const std::regex kValue(R"re(<v>(.*)</v>)re");
-  for (auto it = std::sregex_iterator(xml.begin(), xml.end(), kCell); it != std::sregex_iterator(); ++it) {
+  static const std::regex k_cell(R"re(<c r="([A-Z]+)([0-9]+)"([^>]*)>(.*?)</c>)re");
+  static const std::regex k_text(R"re(<t[^>]*>(.*)</t>)re");
+  static const std::regex k_value(R"re(<v>(.*)</v>)re");
+  for (auto it = std::sregex_iterator(xml.begin(), xml.end(), k_cell); it != std::sregex_iterator(); ++it) {
     const std::smatch& m = *it;
     size_t column = 0;
     for (const char letter : m[1].str()) column = column * 26 + static_cast<size_t>(letter - 'A' + 1);
@@ -78,14 +78,14 @@ inline Sheet read_sheet(const std::string& path) {
     if (sheet.size() < row) sheet.resize(row);
     auto& cells = sheet[row - 1];
     if (cells.size() < column) cells.resize(column);
-    Sheet_Cell& cell = cells[column - 1];
+    SheetCell& cell = cells[column - 1];
     const std::string body = m[4].str();
     std::smatch part;
-    if (m[3].str().find("inlineStr") != std::string::npos && std::regex_search(body, part, kText)) {
-      cell.kind = Sheet_Cell::Text;
+    if (m[3].str().find("inlineStr") != std::string::npos && std::regex_search(body, part, k_text)) {
+      cell.kind = SheetCell::Text;
       cell.text = unescape(part[1].str());
-    } else if (std::regex_search(body, part, kValue)) {
-      cell.kind = Sheet_Cell::Number;
+    } else if (std::regex_search(body, part, k_value)) {
+      cell.kind = SheetCell::Number;
       cell.value = std::strtod(part[1].str().c_str(), nullptr);
     }
   }

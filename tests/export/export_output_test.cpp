@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 constexpr const char* kOld = "the previous export\r\n";
 
 // Lines of an export: a number, a text and a number pattern in each.
-void write_lines(Export_Output& output, int lines) {
+void write_lines(ExportOutput& output, int lines) {
   for (int i = 1; i <= lines; ++i) {
     output.number(i, std::to_string(i));
     output.text("reading");
@@ -46,20 +46,20 @@ void export_lines(const std::string& path, int lines) {
 
 using testing::names_in;
 
-class ExportOutput : public ::testing::TestWithParam<const char*> {
+class ExportOutputTest : public ::testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
     fs::create_directory(dir.path("out"));
     path = dir.path(std::string("out/") + GetParam());
     testing::write_file(path, kOld);
   }
-  bool workbook() const { return export_file_type(path) == Export_File_Type::Workbook; }
+  bool workbook() const { return export_file_type(path) == ExportFileType::Workbook; }
 
   testing::TempDir dir;
   std::string path;
 };
 
-TEST_P(ExportOutput, AFullDiskLeavesThePreviousFileAndSaysWhere) {
+TEST_P(ExportOutputTest, AFullDiskLeavesThePreviousFileAndSaysWhere) {
   const testing::ChildEnd end = testing::in_child([&] {
     testing::limit_file_size(256 * 1024);
     export_lines(path, 200000);
@@ -89,7 +89,7 @@ TEST_P(ExportOutput, AFullDiskLeavesThePreviousFileAndSaysWhere) {
   EXPECT_EQ(names_in(dir.path("out")), expected);  // no temporary file is left
 }
 
-TEST_P(ExportOutput, APipeIsWrittenInPlaceAndInOrder) {
+TEST_P(ExportOutputTest, APipeIsWrittenInPlaceAndInOrder) {
   const std::string pipe = dir.path("out/pipe");
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   std::string received;
@@ -108,7 +108,7 @@ TEST_P(ExportOutput, APipeIsWrittenInPlaceAndInOrder) {
   EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
 }
 
-TEST_P(ExportOutput, ALinkIsFollowedAndStays) {
+TEST_P(ExportOutputTest, ALinkIsFollowedAndStays) {
   const std::string link = dir.path(std::string("link-") + GetParam());
   fs::create_symlink(path, link);
   export_lines(link, 10);
@@ -120,7 +120,7 @@ TEST_P(ExportOutput, ALinkIsFollowedAndStays) {
   }
 }
 
-TEST_P(ExportOutput, AFolderThatCannotBeWrittenIsPermissionDenied) {
+TEST_P(ExportOutputTest, AFolderThatCannotBeWrittenIsPermissionDenied) {
   fs::permissions(dir.path("out"), fs::perms(0555));
   const testing::ChildEnd end = testing::in_child([&] {
     if (!testing::become_unprivileged()) ::_exit(3);
@@ -133,7 +133,7 @@ TEST_P(ExportOutput, AFolderThatCannotBeWrittenIsPermissionDenied) {
   EXPECT_EQ(testing::read_file(path), kOld);
 }
 
-TEST_P(ExportOutput, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp) {
+TEST_P(ExportOutputTest, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp) {
   const testing::ChildEnd killed = testing::in_child([&] {
     const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
     write_lines(*output, 50000);
@@ -146,7 +146,7 @@ TEST_P(ExportOutput, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp)
   EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{fs::path(path).filename().string()});
 }
 
-TEST_P(ExportOutput, ASignalMidWriteRemovesTheTemporaryFiles) {
+TEST_P(ExportOutputTest, ASignalMidWriteRemovesTheTemporaryFiles) {
   for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
     const testing::ChildEnd end = testing::in_child([&] {
       ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
@@ -161,13 +161,13 @@ TEST_P(ExportOutput, ASignalMidWriteRemovesTheTemporaryFiles) {
   }
 }
 
-TEST_P(ExportOutput, AFolderIsAClearErrorAndNothingIsWritten) {
+TEST_P(ExportOutputTest, AFolderIsAClearErrorAndNothingIsWritten) {
   const testing::Thrown error = testing::thrown([&] { export_lines(dir.path("out"), 1); });
   EXPECT_EQ(error.number, 52);
   EXPECT_PRED2(testing::contains, error.message, dir.path("out") + " is a folder");
 }
 
-INSTANTIATE_TEST_SUITE_P(TextAndWorkbook, ExportOutput, ::testing::Values("export.txt", "export.xlsx"),
+INSTANTIATE_TEST_SUITE_P(TextAndWorkbook, ExportOutputTest, ::testing::Values("export.txt", "export.xlsx"),
                          [](const auto& info) { return std::string(info.param).substr(7); });
 
 }  // namespace

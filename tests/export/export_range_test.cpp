@@ -19,7 +19,7 @@ TEST(ExportRange, ValidatesAsTheDialogDoes) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string("From \"") + c.from + "\", To \"" + c.to + "\"");
-    Export_Range range(12);
+    ExportRange range(12);
     range.Check2_Click(false);
     range.set_from_text(c.from);
     range.set_to_text(c.to);
@@ -38,7 +38,7 @@ TEST(ExportRange, ValidatesAsTheDialogDoes) {
 }
 
 TEST(ExportRange, NothingToExportIsNeverAValidRange) {
-  Export_Range range(0);
+  ExportRange range(0);
   EXPECT_EQ(range.to_text(), "0");
   EXPECT_FALSE(range.validate());
 }

@@ -8,7 +8,7 @@
 #include "export_fixture.h"
 #include "sim/telemetry_writer.h"
 #include "thrown.h"
-#include "views/hk_sensors.h"
+#include "decoders/hk_sensors.h"
 
 namespace morvane {
 namespace {
@@ -36,9 +36,9 @@ class HousekeepingExport : public testing::ExportTest {
           hk_packet(1, sensor_bytes({{1, 0}, {2, 0}, {22, 0x10}, {28, 0}, {29, 0}, {33, 210}}), {}, 2, 1001),
           hk_packet(2, sensor_bytes({{1, 7}}), {}, 3, 1002)});
   }
-  std::string exported(HK_Format format, Entry_Range range = {1, 2}, std::vector<bool> sensors = ticked(kColumns),
+  std::string exported(HKFormat format, EntryRange range = {1, 2}, std::vector<bool> sensors = ticked(kColumns),
                        char delimiter = '\t') {
-    return written([&](Line_Sink& out) { write_housekeeping(session, {range, format, sensors}, out); }, delimiter);
+    return written([&](LineSink& out) { write_housekeeping(session, {range, format, sensors}, out); }, delimiter);
   }
 };
 
@@ -49,17 +49,17 @@ constexpr const char* kHeadings =
 
 TEST_F(HousekeepingExport, WritesEachFormatsLinesInEveryDelimiter) {
   struct Case {
-    HK_Format format;
+    HKFormat format;
     std::string expected;
   };
   const Case cases[] = {
-      {HK_Format::Raw, std::string("Housekeeping - Raw data\r\n") + kHeadings +
+      {HKFormat::Raw, std::string("Housekeeping - Raw data\r\n") + kHeadings +
                            "1\t1000\t128\t0\t32\t0\t70\t211\t\r\n"
                            "2\t1001\t0\t0\t16\t0\t0\t210\t\r\n"},
-      {HK_Format::Calibrated, std::string("Housekeeping - Calibrated Data (no AD590 correction)\r\n") + kHeadings +
+      {HKFormat::Calibrated, std::string("Housekeeping - Calibrated Data (no AD590 correction)\r\n") + kHeadings +
                                   "1\t1000\t-280\t0\t0.5\t-273\t14.21875\t-17.578125\t\r\n"
                                   "2\t1001\t0\t0\t0.1875\t-273\t0\t82.03125\t\r\n"},
-      {HK_Format::Calibrated_AD590,
+      {HKFormat::Calibrated_AD590,
        std::string("Housekeeping - Calibrated Data (with AD590 correction)\r\n") + kHeadings +
            "1\t1000\t-280\t-280\t0.5\t-273\t14.21875\t-17.578125\t\r\n"
            "2\t1001\t-280\t-280\t0.1875\t-273\t0\t82.03125\t\r\n"},
@@ -74,7 +74,7 @@ TEST_F(HousekeepingExport, WritesEachFormatsLinesInEveryDelimiter) {
 }
 
 TEST_F(HousekeepingExport, WithNoSensorTickedARowIsTheNumberAndTheTime) {
-  EXPECT_EQ(exported(HK_Format::Calibrated, {2, 3}, {}, ';'),
+  EXPECT_EQ(exported(HKFormat::Calibrated, {2, 3}, {}, ';'),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
             "HK number;Lander time;\r\n"
             "     ;seconds;\r\n"
@@ -85,9 +85,9 @@ TEST_F(HousekeepingExport, WithNoSensorTickedARowIsTheNumberAndTheTime) {
 
 TEST_F(HousekeepingExport, AFailingConversionEndsTheExportAfterTheHeadings) {
   session.config.Pressure_Table[0].C2 = session.config.Pressure_Table[0].C1;  // division by zero
-  const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, '\t', "Sheet");
+  const auto output = open_export_output(dir.path("out.txt"), ExportFileType::Delimited_Text, '\t', "Sheet");
   EXPECT_EQ(
-      testing::thrown([&] { write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({29, 22})}, *output); })
+      testing::thrown([&] { write_housekeeping(session, {{1, 2}, HKFormat::Calibrated, ticked({29, 22})}, *output); })
           .number,
       11);
   output->keep_partial();
@@ -104,24 +104,24 @@ TEST_F(HousekeepingExport, AFailingConversionEndsTheExportAfterTheHeadings) {
 TEST_F(HousekeepingExport, TheCalibratedFormatsLeaveWhatTheyWroteLastInTheRecords) {
   session.config.sensor(29).Sensor_Unit = "millimetres";
   const Configuration before = session.config;
-  const std::string raw = exported(HK_Format::Raw, {1, 2}, ticked({29}));
+  const std::string raw = exported(HKFormat::Raw, {1, 2}, ticked({29}));
   EXPECT_TRUE(testing::contains(raw, "\tmillimetres\t")) << raw;
   EXPECT_EQ(session.config.sensor(29).Sensor_Unit, "millimetres") << "the raw format keeps nothing";
 
-  const std::string first = exported(HK_Format::Calibrated_AD590, {1, 2}, ticked({1, 29}));
+  const std::string first = exported(HKFormat::Calibrated_AD590, {1, 2}, ticked({1, 29}));
   EXPECT_TRUE(testing::contains(first, "\tmillimetres\t")) << first;
-  const Sensor_Value last_1 = hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0));
-  const Sensor_Value last_29 = hk_byte_value(before, 29, 0, 0);
-  const std::pair<int, const Sensor_Value*> kept[] = {{1, &last_1}, {29, &last_29}};
+  const SensorValue last_1 = hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0));
+  const SensorValue last_29 = hk_byte_value(before, 29, 0, 0);
+  const std::pair<int, const SensorValue*> kept[] = {{1, &last_1}, {29, &last_29}};
   for (const auto& [sensor, value] : kept) {
-    const Sensor_Record& record = session.config.sensor(sensor);
+    const SensorRecord& record = session.config.sensor(sensor);
     EXPECT_EQ(record.Raw_Reading, value->raw) << sensor;
     EXPECT_EQ(record.Voltage, value->voltage) << sensor;
     EXPECT_EQ(record.Value, value->value) << sensor;
     EXPECT_EQ(record.Sensor_Unit, value->unit) << sensor;
   }
   EXPECT_EQ(session.config.sensor(22).Sensor_Unit, before.sensor(22).Sensor_Unit) << "not exported";
-  EXPECT_TRUE(testing::contains(exported(HK_Format::Calibrated, {1, 1}, ticked({29})), "\tmm\t"));
+  EXPECT_TRUE(testing::contains(exported(HKFormat::Calibrated, {1, 1}, ticked({29})), "\tmm\t"));
 }
 
 TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheCellsItWrote) {
@@ -129,15 +129,15 @@ TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheCellsItWrote) {
   session.config.Pressure_Table[0].C2 = session.config.Pressure_Table[0].C1;
   session.config.sensor(1).Raw_Reading = 5;
   session.config.sensor(22).Raw_Reading = 5;
-  const auto output = open_export_output(dir.path("out.txt"), Export_File_Type::Delimited_Text, '\t', "Sheet");
-  testing::thrown([&] { write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({1, 22})}, *output); });
+  const auto output = open_export_output(dir.path("out.txt"), ExportFileType::Delimited_Text, '\t', "Sheet");
+  testing::thrown([&] { write_housekeeping(session, {{1, 2}, HKFormat::Calibrated, ticked({1, 22})}, *output); });
   EXPECT_EQ(session.config.sensor(1).Raw_Reading, -128);
   EXPECT_EQ(session.config.sensor(22).Raw_Reading, 5);
 
   // Cancelled after the first row: that row's values stay.
-  const Export_Progress cancel_after_one = [](int64_t done, int64_t) { return done < 1; };
-  written([&](Line_Sink& out) {
-    EXPECT_TRUE(write_housekeeping(session, {{1, 2}, HK_Format::Calibrated, ticked({29})}, out, cancel_after_one)
+  const ExportProgress cancel_after_one = [](int64_t done, int64_t) { return done < 1; };
+  written([&](LineSink& out) {
+    EXPECT_TRUE(write_housekeeping(session, {{1, 2}, HKFormat::Calibrated, ticked({29})}, out, cancel_after_one)
                     .cancelled);
   });
   EXPECT_EQ(session.config.sensor(29).Raw_Reading, 70);
@@ -145,14 +145,14 @@ TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheCellsItWrote) {
 
 // A workbook holds texts as texts (blanks kept), numbers as numbers and empty cells as none.
 TEST_F(HousekeepingExport, AWorkbookHoldsTheCellsOfTheText) {
-  written([&](Line_Sink& out) { write_housekeeping(session, {{1, 3}, HK_Format::Calibrated, ticked(kColumns)}, out); },
+  written([&](LineSink& out) { write_housekeeping(session, {{1, 3}, HKFormat::Calibrated, ticked(kColumns)}, out); },
           '\t', "out.xlsx");
   const testing::Sheet sheet = testing::read_sheet(dir.path("out.xlsx"));
   ASSERT_EQ(sheet.size(), 7u);
   EXPECT_EQ(sheet[0][0].text, "Housekeeping - Calibrated Data (no AD590 correction)");
   EXPECT_EQ(sheet[2][0].text, "     ");
   EXPECT_TRUE(sheet[3].empty());
-  EXPECT_EQ(sheet[4][1].kind, testing::Sheet_Cell::Number);
+  EXPECT_EQ(sheet[4][1].kind, testing::SheetCell::Number);
   EXPECT_EQ(sheet[4][1].value, 1000);
   EXPECT_EQ(sheet[4][6].value, 14.21875);
   EXPECT_EQ(sheet[4][7].value, -17.578125);

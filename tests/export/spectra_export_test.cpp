@@ -8,7 +8,7 @@ namespace {
 
 using testing::gc_packet;
 using testing::isotope_packet;
-using testing::Sub_Packet;
+using testing::SubPacket;
 
 std::vector<std::string> lines_of(const std::string& text) {
   std::vector<std::string> lines;
@@ -18,7 +18,7 @@ std::vector<std::string> lines_of(const std::string& text) {
   return lines;
 }
 
-class SpectraExport : public testing::ExportTest {
+class SpectraExportTest : public testing::ExportTest {
  protected:
   void SetUp() override {
     ExportTest::SetUp();
@@ -38,14 +38,14 @@ class SpectraExport : public testing::ExportTest {
     table = build_spectrum_table(session.catalogue);
     ASSERT_EQ(table.spectrum_count(), 4);
   }
-  std::vector<std::string> exported(Spectra_Format format, Entry_Range range, char delimiter = '\t') {
-    return lines_of(written([&](Line_Sink& out) { write_spectra(session, table, {range, format}, out); }, delimiter));
+  std::vector<std::string> exported(SpectraFormat format, EntryRange range, char delimiter = '\t') {
+    return lines_of(written([&](LineSink& out) { write_spectra(session, table, {range, format}, out); }, delimiter));
   }
   Spectrum_Table table;
 };
 
-TEST_F(SpectraExport, RawRowsStopAtTheNumberOfBinsRead) {
-  const auto lines = exported(Spectra_Format::Raw, {1, 4});
+TEST_F(SpectraExportTest, RawRowsStopAtTheNumberOfBinsRead) {
+  const auto lines = exported(SpectraFormat::Raw, {1, 4});
   ASSERT_EQ(lines.size(), 5u + 1025u);
   EXPECT_EQ(lines[0], "Spectra acquired from " + session.File_Name);
   EXPECT_EQ(lines[1], "Spectra in raw data format");
@@ -69,8 +69,8 @@ TEST_F(SpectraExport, RawRowsStopAtTheNumberOfBinsRead) {
   EXPECT_EQ(row(1024), "1024\t\t\t\t");
 }
 
-TEST_F(SpectraExport, ExcelGraphRowsHoldTheBinsReceived) {
-  const auto lines = exported(Spectra_Format::Excel_Graphs, {1, 4}, ';');
+TEST_F(SpectraExportTest, ExcelGraphRowsHoldTheBinsReceived) {
+  const auto lines = exported(SpectraFormat::Excel_Graphs, {1, 4}, ';');
   ASSERT_EQ(lines.size(), 5u + 1025u);
   EXPECT_EQ(lines[1], "Spectra in format suitable for excel graphs");
   EXPECT_EQ(lines[3], "Bin No.;Spec. 1;Spec. 2;Spec. 3;Spec. 4");

@@ -11,15 +11,15 @@ namespace {
 
 TEST(SensorLimits, EachLimitedSensorTakesPairThreeOfItsRecord) {
   auto records = testing::uniform_limits(-1, 1);
-  for (int r = 1; r <= Test_Ranges::kRecords; ++r) {
-    records[static_cast<size_t>(r - 1)].pairs[2] = Limit_Pair{-static_cast<double>(r), static_cast<double>(r)};
+  for (int r = 1; r <= TestRanges::kRecords; ++r) {
+    records[static_cast<size_t>(r - 1)].pairs[2] = LimitPair{-static_cast<double>(r), static_cast<double>(r)};
   }
-  const Test_Ranges ranges = testing::ranges_of(records);
+  const TestRanges ranges = testing::ranges_of(records);
   // The AD590 (28) and the swapped pair 33/34 are where a table slip would show.
   const std::pair<int, int> mapped[] = {{22, 1}, {28, 6}, {36, 10}, {34, 33}, {33, 34}, {35, 35}};
   for (const auto& [sensor, record] : mapped) {
     EXPECT_EQ(limit_record_of_sensor(sensor), record) << "sensor " << sensor;
-    EXPECT_EQ(sensor_limits(ranges, sensor), (Limit_Pair{-static_cast<double>(record), static_cast<double>(record)}))
+    EXPECT_EQ(sensor_limits(ranges, sensor), (LimitPair{-static_cast<double>(record), static_cast<double>(record)}))
         << "sensor " << sensor;
   }
   for (const int sensor : {0, 21, 27, 37}) {
@@ -33,11 +33,11 @@ TEST(SensorLimits, AMissingLimitFileIsNoLimitsButABrokenOneIsAnError) {
   EXPECT_FALSE(read_test_ranges_if_present(dir.root(), FileFormat::QM, TestMode::EAFT));
 
   auto records = testing::uniform_limits(-1, 1);
-  records[5].pairs[2] = Limit_Pair{15, 35};
+  records[5].pairs[2] = LimitPair{15, 35};
   testing::write_limit_file(dir.root(), "QM", "EAFT", testing::limit_file_text(records));
   const auto ranges = read_test_ranges_if_present(dir.root(), FileFormat::QM, TestMode::EAFT);
   ASSERT_TRUE(ranges);
-  EXPECT_EQ(sensor_limits(*ranges, 28), (Limit_Pair{15, 35}));
+  EXPECT_EQ(sensor_limits(*ranges, 28), (LimitPair{15, 35}));
   EXPECT_FALSE(read_test_ranges_if_present(dir.root(), FileFormat::QM, TestMode::CruisePhase));
 
   testing::write_limit_file(dir.root(), "CSS", "EAFT", "\"Item 1\", 1, 2\r\n");

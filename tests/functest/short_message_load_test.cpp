@@ -12,7 +12,7 @@ namespace morvane {
 namespace {
 
 using testing::Packet;
-using testing::Test_Design;
+using testing::TestDesign;
 using testing::thrown;
 
 TEST(ShortTestLine, ColumnsAreSixNineAndFifteenWideAndAWiderNumberIsError5) {
@@ -36,10 +36,10 @@ TEST(ShortTestLabels, SayHowManyTestsWereFound) {
   }
 }
 
-class ShortTestList : public testing::CraftedPacketsTest {
+class ShortTestListTest : public testing::CraftedPacketsTest {
  protected:
   Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::QM); }
-  static std::vector<Packet> test_packets(const Test_Design& design) {
+  static std::vector<Packet> test_packets(const TestDesign& design) {
     std::vector<Packet> packets;
     for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design, n));
     return packets;
@@ -47,8 +47,8 @@ class ShortTestList : public testing::CraftedPacketsTest {
 };
 
 // A start needs its five words, and no packet but the test's within the eight sequence counts.
-TEST_F(ShortTestList, WhatMakesAStart) {
-  Test_Design later;
+TEST_F(ShortTestListTest, WhatMakesAStart) {
+  TestDesign later;
   later.start_sequence = 103;
   const std::pair<std::function<void(std::vector<Packet>&)>, std::vector<int32_t>> cases[] = {
       {[](auto& p) { p[0].words[18] = 28; }, {}},  // each of the five words must match
@@ -67,7 +67,7 @@ TEST_F(ShortTestList, WhatMakesAStart) {
       {[&](auto& p) { p.insert(p.begin() + 3, testing::test_packet(later, 1)); }, {1, 4}},  // overlapping starts
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
-    std::vector<Packet> packets = test_packets(Test_Design{});
+    std::vector<Packet> packets = test_packets(TestDesign{});
     cases[i].first(packets);
     EXPECT_EQ(find_short_tests(load(packets), TestMode::CruisePhase).Test_Index, cases[i].second) << "case " << i;
   }

@@ -14,9 +14,9 @@
 #include "core/configuration.h"
 #include "core/session.h"
 #include "core/number_text.h"
-#include "functest/test_data.h"
-#include "functest/test_mode.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_data.h"
+#include "functest/short_test_mode.h"
+#include "functest/short_test_ranges.h"
 #include "test_files.h"
 
 namespace morvane::testing {
@@ -36,35 +36,35 @@ inline Configuration test_configuration() {
   for (int t = -250; t <= 1250; t += 250) points.emplace_back(t * 40.0, t);
   config.NType.set_points(points);
   for (int s = 1; s <= 36; ++s) {
-    Sensor_Record record;
+    SensorRecord record;
     record.Sensor_Name = "Sensor " + std::to_string(s);
     record.Channel_ID = static_cast<int16_t>(channel_of(s));
     config.Sensor_Table.push_back(record);
   }
-  for (int k = 1; k <= 5; ++k) config.Pressure_Table.push_back(Pressure_Record{static_cast<int16_t>(21 + k), 45, 5});
+  for (int k = 1; k <= 5; ++k) config.Pressure_Table.push_back(PressureRecord{static_cast<int16_t>(21 + k), 45, 5});
   return config;
 }
 
-struct Test_Reading {
+struct TestReading {
   int32_t identifier = 65;  // sensor 31: the value is the voltage
   int32_t word = 0;
 };
 
 // One short form test as the instrument sends it: packet n carries readings (n - 1) x 29 + 1 to
 // n x 29. The readings that the selection list checks carry its identifiers.
-struct Test_Design {
+struct TestDesign {
   int32_t start_sequence = 100;
   int32_t start_time = 5000;
   TestMode mode = TestMode::CruisePhase;
-  std::array<Test_Reading, kTestReadings + 1> readings{};
+  std::array<TestReading, kTestReadings + 1> readings{};
 
-  Test_Design() {
+  TestDesign() {
     readings[1].identifier = 23;
     readings[8].identifier = 64;
     readings[27].identifier = 0;
     readings[29].identifier = 144;
   }
-  Test_Design& in_mode(TestMode m) {
+  TestDesign& in_mode(TestMode m) {
     mode = m;
     readings[1].identifier = first_reading_identifier(m);
     return *this;
@@ -77,11 +77,11 @@ inline void set_time(Packet& packet, int32_t time) {
 }
 
 // Auxiliary packet n (1..8) of a test: 29 reading slots of 8 bytes from byte 24.
-inline Packet test_packet(const Test_Design& design, int n, int32_t time_step = 60) {
+inline Packet test_packet(const TestDesign& design, int n, int32_t time_step = 60) {
   Packet packet{kScienceId, design.start_sequence + n - 1, 16 + 8 * 30 - 7, 0, 0, {{16, 1}, {18, kReadingsPerPacket}}, {}};
   set_time(packet, design.start_time + (n - 1) * time_step);
   for (int j = 1; j <= kReadingsPerPacket; ++j) {
-    const Test_Reading& reading = design.readings[static_cast<size_t>((n - 1) * kReadingsPerPacket + j)];
+    const TestReading& reading = design.readings[static_cast<size_t>((n - 1) * kReadingsPerPacket + j)];
     packet.words[16 + 8 * j] = reading.identifier;
     packet.words[18 + 8 * j] = reading.word;
   }
@@ -110,28 +110,28 @@ inline std::vector<uint8_t> frames_of(const std::vector<Packet>& packets, int st
 }
 
 // Every limit pair of every record from min to max.
-inline std::array<Range_Record, Test_Ranges::kRecords> uniform_limits(double min, double max) {
-  std::array<Range_Record, Test_Ranges::kRecords> records{};
-  for (int r = 1; r <= Test_Ranges::kRecords; ++r) {
+inline std::array<RangeRecord, TestRanges::kRecords> uniform_limits(double min, double max) {
+  std::array<RangeRecord, TestRanges::kRecords> records{};
+  for (int r = 1; r <= TestRanges::kRecords; ++r) {
     records[static_cast<size_t>(r - 1)].name = "Item " + std::to_string(r);
-    records[static_cast<size_t>(r - 1)].pairs = {Limit_Pair{min, max}, Limit_Pair{min, max}, Limit_Pair{min, max}};
+    records[static_cast<size_t>(r - 1)].pairs = {LimitPair{min, max}, LimitPair{min, max}, LimitPair{min, max}};
   }
   return records;
 }
 
-inline Test_Ranges ranges_of(const std::array<Range_Record, Test_Ranges::kRecords>& records) {
-  Test_Ranges ranges;
+inline TestRanges ranges_of(const std::array<RangeRecord, TestRanges::kRecords>& records) {
+  TestRanges ranges;
   ranges.path = "crafted";
   ranges.records = records;
   return ranges;
 }
 
 // A limit file as the test team writes it: one record a line, the name quoted.
-inline std::string limit_file_text(const std::array<Range_Record, Test_Ranges::kRecords>& records) {
+inline std::string limit_file_text(const std::array<RangeRecord, TestRanges::kRecords>& records) {
   std::ostringstream out;
-  for (const Range_Record& record : records) {
+  for (const RangeRecord& record : records) {
     out << '"' << record.name << '"';
-    for (const Limit_Pair& pair : record.pairs) out << ", " << general_text(pair.min) << ", " << general_text(pair.max);
+    for (const LimitPair& pair : record.pairs) out << ", " << general_text(pair.min) << ", " << general_text(pair.max);
     out << "\r\n";
   }
   return out.str();

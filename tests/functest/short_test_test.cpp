@@ -14,8 +14,8 @@ namespace {
 constexpr int kIdentity = 31;  // a sensor whose value is its voltage
 
 // All eight packets found, every reading of the identity sensor with the given values (0 elsewhere).
-Test_Readings values(const std::map<int, double>& at) {
-  Test_Readings r;
+TestReadings values(const std::map<int, double>& at) {
+  TestReadings r;
   for (size_t k = 1; k <= kTestReadings; ++k) r.Sensor_ID[k] = kIdentity;
   for (const auto& [k, v] : at) r.Voltage[static_cast<size_t>(k)] = v;
   r.RF_Found = true;
@@ -23,8 +23,8 @@ Test_Readings values(const std::map<int, double>& at) {
   return r;
 }
 
-Test_Packets all_found() {
-  Test_Packets p;
+TestPackets all_found() {
+  TestPackets p;
   p.Start_Sequence = 10;
   p.Start_Time = 1234;
   for (int n = 1; n <= kTestPackets; ++n) p.Packet_Index[static_cast<size_t>(n)] = n;
@@ -33,20 +33,20 @@ Test_Packets all_found() {
 
 class Evaluation : public ::testing::Test {
  protected:
-  Short_Test_Evaluation evaluate(const Test_Readings& readings, TestMode mode = TestMode::CruisePhase) const {
+  ShortTestEvaluation evaluate(const TestReadings& readings, TestMode mode = TestMode::CruisePhase) const {
     return evaluate_short_test(config, mode, packets, readings, ranges_of(limits));
   }
-  static Test_Ranges ranges_of(const std::array<Range_Record, 38>& records) { return testing::ranges_of(records); }
+  static TestRanges ranges_of(const std::array<RangeRecord, 38>& records) { return testing::ranges_of(records); }
   void limit(int record, int pair, double min, double max) {
     limits[static_cast<size_t>(record - 1)].pairs[static_cast<size_t>(pair - 1)] = {min, max};
   }
   Configuration config = testing::test_configuration();
-  Test_Packets packets = all_found();
-  std::array<Range_Record, 38> limits = testing::uniform_limits(-1000, 1000);
+  TestPackets packets = all_found();
+  std::array<RangeRecord, 38> limits = testing::uniform_limits(-1000, 1000);
 };
 
 TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColour) {
-  const Short_Test_Evaluation test = evaluate(values({}));
+  const ShortTestEvaluation test = evaluate(values({}));
   EXPECT_EQ(test.start_label, "Test started at Lander time 1234 seconds");
   EXPECT_EQ(test.mode_title, "Cruise Phase Mode");
   EXPECT_EQ(test.overall, (Cell{"Passed", false}));
@@ -64,11 +64,11 @@ TEST_F(Evaluation, SensorLimitsAreInclusiveAndTheAd590MayDriftTwentyDegrees) {
       {4, 3.001, 0, false},  {4, 0, -2.001, false},  {6, 21.0, 41.0, true}, {6, 21.0, 41.01, false},
       {6, 41.0, 21.0, true}};
   for (const auto& [row, initial, final, pass] : cases) {
-    const Short_Test_Evaluation test = evaluate(values({{row, initial}, {row + 218, final}}));
+    const ShortTestEvaluation test = evaluate(values({{row, initial}, {row + 218, final}}));
     EXPECT_EQ(test.sensors[static_cast<size_t>(row - 1)].result, pass ? (Cell{"Pass", false}) : (Cell{"Fail", true}))
         << row << ": " << initial << " " << final;
   }
-  EXPECT_EQ(evaluate(values({})).sensors[3].limits, (Limit_Pair{-2, 3}));
+  EXPECT_EQ(evaluate(values({})).sensors[3].limits, (LimitPair{-2, 3}));
 }
 
 TEST_F(Evaluation, TheReferenceTemperatureComesFromTheAd590ReadingsPresent) {
@@ -78,11 +78,11 @@ TEST_F(Evaluation, TheReferenceTemperatureComesFromTheAd590ReadingsPresent) {
   for (const TestMode mode : {TestMode::CruisePhase, TestMode::EAFT}) {
     const int e = 6 + final_offset(mode);
     for (const auto& [initial, final, reference] : cases) {
-      Test_Readings r = values({{6, 2.98}, {e, 3.18}, {40, 0.0}});
+      TestReadings r = values({{6, 2.98}, {e, 3.18}, {40, 0.0}});
       r.Sensor_ID[6] = initial ? 28 : kIdentity;
       r.Sensor_ID[static_cast<size_t>(e)] = final ? 28 : kIdentity;
       r.Sensor_ID[40] = 1;  // a thermocouple at 0 V reads the reference temperature
-      const Short_Test_Evaluation test = evaluate(r, mode);
+      const ShortTestEvaluation test = evaluate(r, mode);
       EXPECT_NEAR(test.Reference_Temperature, reference, 1e-9);
       EXPECT_NEAR(test.Cold_Junction, reference * 40, 1e-6);
       EXPECT_NEAR(test.Eng_Value[40], reference, 1e-6);
@@ -97,7 +97,7 @@ TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
   const std::map<int, double> at{{179, 10}, {189, 10}, {180, 20}, {190, 20}, {183, 14}, {185, 14}, {184, 26},
                                  {186, 26}, {181, 30}, {187, 45}, {182, 31}, {188, 41}, {199, 5},  {200, 8},
                                  {202, 9},  {204, 9},  {203, 16}, {205, 16}, {201, 50}, {206, 75}};
-  const Short_Test_Evaluation test = evaluate(values(at), TestMode::EAFT);
+  const ShortTestEvaluation test = evaluate(values(at), TestMode::EAFT);
   EXPECT_EQ(test.l_valves[0].rise_5v.text, "2.0");
   EXPECT_EQ(test.l_valves[0].rise_28v.text, "3.0");
   EXPECT_EQ(test.l_valves[0].increase.text, "15.0");
@@ -114,14 +114,14 @@ TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
 }
 
 TEST_F(Evaluation, NoRfFrequencyFailsTheRailsAndTheTest) {
-  Test_Readings r = values({});
+  TestReadings r = values({});
   r.RF_Found = false;
   r.RF_Frequency = 0;
-  const Short_Test_Evaluation test = evaluate(r);
+  const ShortTestEvaluation test = evaluate(r);
   EXPECT_EQ(test.rails[4].value, (Cell{"n.m.", false}));
   EXPECT_EQ(test.rails[4].result, (Cell{"Fail", true}));
   EXPECT_EQ(test.rf_frequency_text(), "n.m.");
-  EXPECT_EQ(test.subsystems[7], (Subsystem_Row{"Voltages and RF", Cell{"Fail", true}}));
+  EXPECT_EQ(test.subsystems[7], (SubsystemRow{"Voltages and RF", Cell{"Fail", true}}));
   EXPECT_EQ(test.overall, (Cell{"Fail", true}));
 }
 

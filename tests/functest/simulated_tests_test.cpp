@@ -18,15 +18,15 @@
 namespace morvane {
 namespace {
 
-struct Item_Result {
+struct ItemResult {
   std::string sub_system;
   std::string item;
-  bool operator<(const Item_Result& o) const { return std::tie(sub_system, item) < std::tie(o.sub_system, o.item); }
+  bool operator<(const ItemResult& o) const { return std::tie(sub_system, item) < std::tie(o.sub_system, o.item); }
 };
 
 // Every item marked "Fail", under the summary's name of its sub-system.
-std::set<Item_Result> failing_items(const Short_Test_Evaluation& test) {
-  std::set<Item_Result> failing;
+std::set<ItemResult> failing_items(const ShortTestEvaluation& test) {
+  std::set<ItemResult> failing;
   auto add = [&](const char* sub_system, const std::string& item, const Cell& result) {
     if (result.text != kPass) failing.insert({sub_system, item});
   };
@@ -48,37 +48,37 @@ TEST_P(SimulatedTests, EvaluateAsTheInstrumentWasMadeToBehave) {
   Session session;
   session.config = load_configuration(sim::write_configuration(dir.path("base")));
   const auto [format, byte_reverse] = GetParam();
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.format = format;
   options.byte_reverse = byte_reverse;
   session.Byte_Reverse = byte_reverse;
   const std::string path = dir.path("t.dat");
-  const sim::Telemetry_Summary written = sim::write_telemetry(path, options);
+  const sim::TelemetrySummary written = sim::write_telemetry(path, options);
   load_telemetry(session, path, format);
 
   const auto& scripted = sim::scripted_tests();
   int evaluated = 0;
   for (const char* mode : {"Cruise Phase", "EAFT"}) {
     session.Test_Mode = mode;
-    const Short_Test_List list = find_short_tests(session);
-    std::vector<const sim::Written_Test*> expected;
+    const ShortTestList list = find_short_tests(session);
+    std::vector<const sim::WrittenTest*> expected;
     for (const auto& test : written.tests) {
       if (scripted[static_cast<size_t>(test.scripted)].mode == mode) expected.push_back(&test);
     }
     ASSERT_EQ(list.Test_Count(), static_cast<int32_t>(expected.size())) << mode;
     for (int32_t line = 1; line <= list.Test_Count(); ++line) {
-      const sim::Written_Test& written_test = *expected[static_cast<size_t>(line - 1)];
-      const sim::Scripted_Test& script = scripted[static_cast<size_t>(written_test.scripted)];
+      const sim::WrittenTest& written_test = *expected[static_cast<size_t>(line - 1)];
+      const sim::ScriptedTest& script = scripted[static_cast<size_t>(written_test.scripted)];
       session.Current_Science_Index = science_index_of_line(list, line);
-      const Short_Test_Evaluation test = open_short_test(session);
+      const ShortTestEvaluation test = open_short_test(session);
       SCOPED_TRACE(std::string(mode) + " test " + std::to_string(line));
       EXPECT_EQ(test.start_label, start_label_text(written_test.lander_time));
       EXPECT_EQ(test.passed(), script.healthy);
       EXPECT_EQ(test.packet_message.text, script.packet_message);
 
-      std::set<Item_Result> wanted;
+      std::set<ItemResult> wanted;
       for (const auto& item : script.failing_items) wanted.insert({std::string(item.sub_system), std::string(item.item)});
-      const std::set<Item_Result> found = failing_items(test);
+      const std::set<ItemResult> found = failing_items(test);
       EXPECT_EQ(found.size(), wanted.size());
       for (const auto& item : wanted) EXPECT_TRUE(found.count(item)) << item.sub_system << " / " << item.item;
       for (const auto& item : found) EXPECT_TRUE(wanted.count(item)) << "unexpected " << item.sub_system << " / " << item.item;

@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const uint8_t pick = choices.byte();
   const std::array<FileFormat, 5> formats = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
                                              FileFormat::ZEB};
-  archive::Ingest_Options options;
+  archive::IngestOptions options;
   options.type = formats[(choice >> 1) % formats.size()];
   options.byte_reverse = (choice & 1) != 0;
   // The ingest reads files by name: the input is an anonymous in-memory file, and the database a
@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     campaign->files();
     campaign->tests({"cruise", false, {}});
     campaign->tests({"eaft", (pick & 1) != 0, {}});
-    archive::Trend_Query trend;
+    archive::TrendQuery trend;
     trend.sensors = {1 + (pick >> 1) % 40};
     if (pick & 0x40) trend.sensors.push_back(1 + pick % 7);
     trend.cold_junction = (pick & 0x80) != 0;

@@ -2,7 +2,7 @@
 // Any bytes as a telemetry file of the four binary formats, both byte orders: the catalogue,
 // the housekeeping bytes and the summary lines must come out or a run-time error, nothing else.
 #include "fuzz_support.h"
-#include "views/summary_lines.h"
+#include "decoders/summary_lines.h"
 
 using namespace morvane;
 

@@ -2,7 +2,7 @@
 // Any text as each configuration file and as a limit file of the functional tests.
 #include "core/configuration.h"
 #include "core/conversion.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_ranges.h"
 #include "fuzz_support.h"
 
 using namespace morvane;

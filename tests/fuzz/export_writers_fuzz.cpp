@@ -7,22 +7,22 @@
 #include <array>
 #include <string>
 
-#include "export/export_dialog.h"
+#include "export/export_presenter.h"
 #include "export/export_output.h"
 #include "export/trend_export.h"
 #include "fuzz_support.h"
-#include "views/trend_series.h"
+#include "decoders/trend_series.h"
 
 using namespace morvane;
 
 namespace {
 
 // The delimited text of an export, in memory.
-class Memory_Output final : public Export_Output {
+class MemoryOutput final : public ExportOutput {
  public:
-  explicit Memory_Output(char delimiter) : Export_Output("memory"), delimiter_(delimiter) {}
+  explicit MemoryOutput(char delimiter) : ExportOutput("memory"), delimiter_(delimiter) {}
   void text(std::string_view text) override { cell(text); }
-  using Line_Sink::number;
+  using LineSink::number;
   void number(double, std::string_view shown, std::string_view) override { cell(shown); }
   void empty() override { cell({}); }
   void end_line(bool trailing_delimiter) override {
@@ -67,7 +67,7 @@ void export_trend(const Session& session, fuzz::Choices& in) {
   const bool cold_junction = in.byte() & 1;
   const double from = in.number() * 1000.0, to = from + in.number() * 1000.0;
   fuzz::expect_only_runtime_errors([&] {
-    Memory_Output out('\t');
+    MemoryOutput out('\t');
     write_trend_table(trend_series(session, sensors, cold_junction), from, to, out);
     out.finish();
   });
@@ -96,10 +96,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     export_trend(session, trend);
     return 0;
   }
-  const auto kind = static_cast<Export_Kind>(dialog_choice % 4);
+  const auto kind = static_cast<ExportKind>(dialog_choice % 4);
   if (export_guard(session, kind)) return 0;
   fuzz::expect_only_runtime_errors([&] {
-    Export_Dialog dialog(kind, session);
+    ExportPresenter dialog(kind, session);
     dialog.format = (dialog_choice >> 2) % static_cast<int>(dialog.texts().formats.size());
     dialog.delimiter = (dialog_choice >> 4) % static_cast<int>(kDelimiterOptions.size());
     if (dialog_choice & 0x40) {
@@ -110,15 +110,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     for (size_t s = 0; s < dialog.sensors.size(); ++s) dialog.sensors[s] = (sensor_ticks >> (s % 8)) & 1;
     if (dialog_choice & 0x80) dialog.ad590_text = std::to_string(static_cast<int>(cancel_after) - 128) + ".5";
-    Export_Dialog::Validation validation = dialog.Command1_Click();
+    ExportPresenter::Validation validation = dialog.Command1_Click();
     if (!validation.request) return;
     // At most a few entries an input: every entry goes through the same writing, and a whole
     // file's worth would cost milliseconds.
-    Entry_Range& range = validation.request->range;
+    EntryRange& range = validation.request->range;
     range.to = std::min(range.to, range.from + 7);
-    Memory_Output out(validation.request->delimiter);
+    MemoryOutput out(validation.request->delimiter);
     int64_t reports = 0;
-    const Export_Progress progress = [&](int64_t, int64_t) { return cancel_after == 0 || ++reports < cancel_after; };
+    const ExportProgress progress = [&](int64_t, int64_t) { return cancel_after == 0 || ++reports < cancel_after; };
     dialog.write(session, *validation.request, out, progress);
   });
   return 0;

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "functest/short_message_load.h"
-#include "functest/test_data.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_data.h"
+#include "functest/short_test_ranges.h"
 #include "sim/config_writer.h"
 
 namespace morvane::fuzz {
@@ -50,15 +50,15 @@ Session& configured_session() {
   return session;
 }
 
-Short_Test_Evaluation evaluate_current_test(const Session& session) {
-  static std::map<std::pair<FileFormat, TestMode>, Test_Ranges> ranges;
+ShortTestEvaluation evaluate_current_test(const Session& session) {
+  static std::map<std::pair<FileFormat, TestMode>, TestRanges> ranges;
   const TestMode mode = parse_test_mode(session.Test_Mode);
   const auto key = std::make_pair(session.File_Type, mode);
   if (!ranges.contains(key)) {
     ranges.emplace(key, read_test_ranges(test_ranges_path(session.config.Egse_Path, session.File_Type, mode)));
   }
-  const Test_Packets packets = collect_test_packets(session.catalogue, session.Current_Science_Index);
-  const Test_Readings readings = Load_Test_Data(session, packets);
+  const TestPackets packets = collect_test_packets(session.catalogue, session.Current_Science_Index);
+  const TestReadings readings = Load_Test_Data(session, packets);
   return evaluate_short_test(session.config, mode, packets, readings, ranges.at(key));
 }
 

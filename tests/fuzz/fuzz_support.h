@@ -23,7 +23,7 @@ Session& configured_session();
 
 // The evaluation of the test at the session's Current_Science_Index in its Test_Mode, as the
 // test view opens it, with the limit file read once per process rather than per input.
-Short_Test_Evaluation evaluate_current_test(const Session& session);
+ShortTestEvaluation evaluate_current_test(const Session& session);
 
 // Text of the fuzzer's input as a file the readers of configuration text open by name: an
 // anonymous in-memory file (memfd) rewritten per input, so no file system is touched.

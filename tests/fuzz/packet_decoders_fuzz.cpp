@@ -8,12 +8,12 @@
 
 #include "functest/short_message_load.h"
 #include "fuzz_support.h"
-#include "views/auxiliary_view.h"
-#include "views/concise_frame.h"
-#include "views/housekeeping_view.h"
-#include "views/information_view.h"
-#include "views/raw_frame.h"
-#include "views/spectrum_view.h"
+#include "decoders/auxiliary_presenter.h"
+#include "decoders/concise_frame.h"
+#include "decoders/housekeeping_presenter.h"
+#include "decoders/information_presenter.h"
+#include "decoders/raw_frame.h"
+#include "decoders/spectrum_presenter.h"
 
 using namespace morvane;
 
@@ -31,7 +31,7 @@ std::vector<int32_t> entries_to_decode(int32_t count, uint8_t pick) {
 }
 
 void decode_housekeeping(Session& session, uint8_t pick) {
-  HousekeepingState state;
+  HousekeepingPresenter state;
   for (const int32_t k : entries_to_decode(session.catalogue.HK_Count(), pick)) {
     fuzz::expect_only_runtime_errors([&] {
       state.VScroll1_Change(session, k);
@@ -41,9 +41,9 @@ void decode_housekeeping(Session& session, uint8_t pick) {
 }
 
 void decode_auxiliary(Session& session, uint8_t pick) {
-  AuxiliaryState state;
+  AuxiliaryPresenter state;
   fuzz::expect_only_runtime_errors([&] {
-    const Aux_Opening opening = state.Form_Load(session);
+    const AuxOpening opening = state.Form_Load(session);
     for (const int32_t k : entries_to_decode(opening.scroll_maximum, pick)) {
       fuzz::expect_only_runtime_errors([&] { state.VScroll1_Change(session, k); });
     }
@@ -51,7 +51,7 @@ void decode_auxiliary(Session& session, uint8_t pick) {
 }
 
 void decode_information(Session& session, uint8_t pick) {
-  Information_View view;
+  InformationPresenter view;
   for (const int32_t k : entries_to_decode(session.catalogue.Information_Count(), pick)) {
     fuzz::expect_only_runtime_errors([&] {
       view.show(session, k);
@@ -61,14 +61,14 @@ void decode_information(Session& session, uint8_t pick) {
 }
 
 void decode_spectra(Session& session, uint8_t pick) {
-  Spectrum_View view;
+  SpectrumPresenter view;
   fuzz::expect_only_runtime_errors([&] {
     view.open(session);
     for (const int32_t s : entries_to_decode(view.scroll_maximum(), pick)) {
       fuzz::expect_only_runtime_errors([&] {
         view.show_spectrum(session, s);
         for (int k = 1; k <= 10; ++k) fuzz::expect_only_runtime_errors([&] { view.show_sub_packet(session, k); });
-        for (Spectrum_Button button : kSpectrumButtons) view.press(button);
+        for (SpectrumButton button : kSpectrumButtons) view.press(button);
         view.graph();
       });
     }
@@ -85,7 +85,7 @@ void decode_frames(Session& session, uint8_t pick) {
 void evaluate_tests(Session& session, uint8_t pick) {
   session.Test_Mode = pick & 1 ? "EAFT" : "Cruise Phase";
   fuzz::expect_only_runtime_errors([&] {
-    const Short_Test_List list = find_short_tests(session);
+    const ShortTestList list = find_short_tests(session);
     if (list.Test_Count() == 0) return;
     session.Current_Science_Index = science_index_of_line(list, 1 + pick / 2 % list.Test_Count());
     fuzz::evaluate_current_test(session);

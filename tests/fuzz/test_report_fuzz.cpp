@@ -4,7 +4,7 @@
 #include <array>
 
 #include "functest/short_message_load.h"
-#include "functest/test_report.h"
+#include "functest/short_test_report.h"
 #include "fuzz_support.h"
 
 using namespace morvane;
@@ -21,13 +21,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const TestMode mode = pick & 1 ? TestMode::EAFT : TestMode::CruisePhase;
   session.Test_Mode = test_mode_text(mode);
   fuzz::expect_only_runtime_errors([&] {
-    const Short_Test_List list = find_short_tests(session, mode);
+    const ShortTestList list = find_short_tests(session, mode);
     if (list.Test_Count() == 0) return;
     const int32_t line = 1 + (pick & 0x7F) / 2 % list.Test_Count();
     session.Current_Science_Index = science_index_of_line(list, line);
-    const Test_Report_Source source{session.File_Name, std::string(format_tag(session.File_Type)), line,
+    const TestReportSource source{session.File_Name, std::string(format_tag(session.File_Type)), line,
                                     list.Test_Count(), session.Current_Science_Index, "", "", ""};
-    const Test_Report report = make_test_report(fuzz::evaluate_current_test(session), source);
+    const TestReport report = make_test_report(fuzz::evaluate_current_test(session), source);
     if (pick & 0x80) {
       test_report_html(report);
     } else {

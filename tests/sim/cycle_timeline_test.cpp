@@ -15,48 +15,48 @@ namespace morvane::sim {
 namespace {
 
 template <typename T>
-std::vector<std::pair<int64_t, T>> all_of(const Cycle_Timeline& timeline) {
+std::vector<std::pair<int64_t, T>> all_of(const CycleTimeline& timeline) {
   std::vector<std::pair<int64_t, T>> found;
-  for (const Timed_Happening& h : timeline.happenings) {
+  for (const TimedHappening& h : timeline.happenings) {
     if (const T* what = std::get_if<T>(&h.what)) found.emplace_back(h.offset, *what);
   }
   return found;
 }
 
 TEST(CycleTimeline, RunsInTimeOrderAndNumbersTestsAndSpectraOverTheWholeFile) {
-  const Cycle_Timeline timeline = cycle_timeline(1, 4, 5);
+  const CycleTimeline timeline = cycle_timeline(1, 4, 5);
   EXPECT_TRUE(std::is_sorted(timeline.happenings.begin(), timeline.happenings.end(),
-                             [](const Timed_Happening& a, const Timed_Happening& b) { return a.offset < b.offset; }));
+                             [](const TimedHappening& a, const TimedHappening& b) { return a.offset < b.offset; }));
   EXPECT_EQ(timeline.test_runs, (std::vector<int>{0, 1, 2, 3}));
   EXPECT_EQ(timeline.spectra, 5);
   std::map<int, int> packets_of_run;
-  for (const auto& [offset, packet] : all_of<happen::Test_Packet>(timeline)) ++packets_of_run[packet.run];
+  for (const auto& [offset, packet] : all_of<happen::TestPacket>(timeline)) ++packets_of_run[packet.run];
   EXPECT_EQ(packets_of_run, (std::map<int, int>{{4, 8}, {5, 8}, {6, 8}, {7, 8}}));
-  for (const auto& [offset, sub_packet] : all_of<happen::Isotope_Sub_Packet>(timeline)) {
+  for (const auto& [offset, sub_packet] : all_of<happen::IsotopeSubPacket>(timeline)) {
     EXPECT_GE(sub_packet.spectrum, 5);
     EXPECT_LT(sub_packet.spectrum, 10);
   }
 }
 
 TEST(CycleTimeline, EachTestReadsEverySlotTwoSecondsApartAndLosesOnlyItsScriptedPacket) {
-  const Cycle_Timeline timeline = cycle_timeline(0, 0, 0);
-  const auto readings = all_of<happen::Test_Reading>(timeline);
+  const CycleTimeline timeline = cycle_timeline(0, 0, 0);
+  const auto readings = all_of<happen::TestReading>(timeline);
   ASSERT_EQ(readings.size(), 4u * 232);
   for (size_t run = 0; run < 4; ++run) {
-    const Scripted_Test& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[run])];
+    const ScriptedTest& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[run])];
     EXPECT_EQ(readings[run * 232].first, test.start_offset);
     for (size_t k = 0; k < 232; ++k) EXPECT_EQ(readings[run * 232 + k].second.reading, static_cast<int>(k) + 1);
   }
-  for (const auto& [offset, packet] : all_of<happen::Test_Packet>(timeline)) {
-    const Scripted_Test& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[static_cast<size_t>(packet.run)])];
+  for (const auto& [offset, packet] : all_of<happen::TestPacket>(timeline)) {
+    const ScriptedTest& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[static_cast<size_t>(packet.run)])];
     EXPECT_EQ(packet.lost, packet.number == test.missing_packet) << "run " << packet.run << " packet " << packet.number;
   }
 }
 
 TEST(CycleTimeline, AnIsotopeSpectrumsSubPacketsFollowItsScanAndHoldEveryBin) {
-  const Cycle_Timeline timeline = cycle_timeline(0, 0, 0);
-  const auto scans = all_of<happen::Isotope_Scan>(timeline);
-  const auto sub_packets = all_of<happen::Isotope_Sub_Packet>(timeline);
+  const CycleTimeline timeline = cycle_timeline(0, 0, 0);
+  const auto scans = all_of<happen::IsotopeScan>(timeline);
+  const auto sub_packets = all_of<happen::IsotopeSubPacket>(timeline);
   ASSERT_EQ(scans.size(), 5u);
   for (size_t s = 0; s < scans.size(); ++s) {
     int bins = 0;

@@ -16,13 +16,13 @@ namespace {
 TEST(LiveFeed, WritesTheFramesOfTheTelemetryFileOfItsSeed) {
   testing::TempDir dir;
   std::atomic<bool> stop{false};
-  sim::Live_Options live;
+  sim::LiveOptions live;
   live.rate = 1000;
   live.frames = 30;
   live.seed = 5;
   live.half_written_chance = 0.5;
   EXPECT_EQ(sim::run_live_feed(dir.path("log.dat"), live, stop), 30);
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.frames = 30;
   options.seed = 5;
   sim::write_telemetry(dir.path("file.css"), options);
@@ -33,7 +33,7 @@ TEST(LiveFeed, StopsOnAWholeFrameWhenAskedAndStartsTheFileAfresh) {
   testing::TempDir dir;
   testing::write_file(dir.path("log.dat"), std::string(1000, 'x'));
   std::atomic<bool> stop{false};
-  sim::Live_Options live;
+  sim::LiveOptions live;
   live.rate = 50;
   std::thread stopper([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));

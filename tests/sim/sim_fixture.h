@@ -13,21 +13,21 @@ namespace morvane::testing {
 
 // A base folder and one telemetry file of the simulated instrument, loaded through the core as
 // the File menu loads it.
-struct Simulated_File {
+struct SimulatedFile {
   TempDir dir;
   Session session;
-  sim::Telemetry_Summary written;
+  sim::TelemetrySummary written;
 
-  explicit Simulated_File(sim::Telemetry_Options options) {
+  explicit SimulatedFile(sim::TelemetryOptions options) {
     session.config = load_configuration(sim::write_configuration(dir.path("base")));
     session.Byte_Reverse = options.byte_reverse || options.format == FileFormat::ZEB;
     written = sim::write_telemetry(dir.path("t.dat"), options);
     load_telemetry(session, dir.path("t.dat"), options.format);
   }
-  explicit Simulated_File(FileFormat format) : Simulated_File(options_for(format)) {}
+  explicit SimulatedFile(FileFormat format) : SimulatedFile(options_for(format)) {}
 
-  static sim::Telemetry_Options options_for(FileFormat format) {
-    sim::Telemetry_Options options;
+  static sim::TelemetryOptions options_for(FileFormat format) {
+    sim::TelemetryOptions options;
     options.format = format;
     return options;
   }

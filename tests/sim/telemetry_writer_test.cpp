@@ -14,13 +14,13 @@
 namespace morvane {
 namespace {
 
-using testing::Simulated_File;
+using testing::SimulatedFile;
 
 class EveryFormat : public ::testing::TestWithParam<FileFormat> {};
 
 TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) {
   const FileFormat format = GetParam();
-  Simulated_File file(format);
+  SimulatedFile file(format);
   const auto found = testing::label_counts(file.catalogue());
   // GRM and FM files count their frames in 256-byte units: the frames past the end read as zeros.
   const int64_t phantom_frames = file.session.Packet_Count - file.written.frames;
@@ -40,7 +40,7 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
       EXPECT_GT(found[static_cast<size_t>(l)], 0) << '"' << label_text(label) << '"';
     }
   }
-  const Catalogue_Counters& n = file.catalogue().counters;
+  const CatalogueCounters& n = file.catalogue().counters;
   EXPECT_EQ(n.Complete_Count(), file.written.count(LabelCode::Complete));
   EXPECT_EQ(n.Auxiliary_Count(), file.written.count(LabelCode::AuxiliaryData));
   EXPECT_EQ(n.Isotope_Packet_Count(), file.written.count(LabelCode::IsotopeSpectrum));
@@ -53,10 +53,10 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
 
 TEST_P(EveryFormat, SpectraComeBackAsWritten) {
   const FileFormat format = GetParam();
-  Simulated_File file(format);
+  SimulatedFile file(format);
   const EntryList& science = file.catalogue().Science_List;
   ASSERT_EQ(file.written.spectra.size(), 5u);
-  for (const sim::Written_Spectrum& spectrum : file.written.spectra) {
+  for (const sim::WrittenSpectrum& spectrum : file.written.spectra) {
     int32_t first = 0;
     for (int32_t i = 1; i <= science.size(); ++i) {
       if (science[i].Label == LabelCode::IsotopeSpectrum && science[i].Sequence_Count == spectrum.sequence_count &&
@@ -96,10 +96,10 @@ TEST_P(EveryFormat, SpectraComeBackAsWritten) {
 // a sensor table makes.
 TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytesBesideTheBareCatalogue) {
   for (const bool byte_reverse : {true, false}) {
-    sim::Telemetry_Options options = Simulated_File::options_for(GetParam());
+    sim::TelemetryOptions options = SimulatedFile::options_for(GetParam());
     options.byte_reverse = byte_reverse;
     if (!byte_reverse && GetParam() == FileFormat::ZEB) continue;  // no byte order in a text file
-    Simulated_File file(options);
+    SimulatedFile file(options);
     const EntryList& hk = file.catalogue().HK_List;
     const auto& sensors = file.session.config.Sensor_Table;
     ASSERT_FALSE(sensors.empty());
@@ -130,7 +130,7 @@ TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytesBesideTheBare
             << "entry " << i;
       }
     }
-    EXPECT_EQ(std::memcmp(&a.counters, &b.counters, sizeof(Catalogue_Counters)), 0);
+    EXPECT_EQ(std::memcmp(&a.counters, &b.counters, sizeof(CatalogueCounters)), 0);
   }
 }
 
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, EveryFormat,
 
 TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSixtyFourBytes) {
   for (FileFormat format : {FileFormat::QM, FileFormat::FM}) {
-    Simulated_File file(format);
+    SimulatedFile file(format);
     const int64_t stride = frame_stride(format);
     for (const EntryList* list :
          {&file.catalogue().HK_List, &file.catalogue().Science_List, &file.catalogue().Information_List}) {
@@ -162,7 +162,7 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
 
 TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
   testing::TempDir dir;
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.format = FileFormat::FM;
   options.frames = 200;
   sim::write_telemetry(dir.path("low"), options);
@@ -175,7 +175,7 @@ TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
   EXPECT_EQ(low, high);
 
   options.frames = 0;
-  Simulated_File file(options);  // read with Byte Reverse off, as the file asks
+  SimulatedFile file(options);  // read with Byte Reverse off, as the file asks
   EXPECT_EQ(file.catalogue().counters.Unknown_Count(), file.written.count(LabelCode::Unknown) +
                                                          file.written.count(LabelCode::UnknownProgressEvent) +
                                                          file.written.count(LabelCode::UnknownAcceptance));
@@ -184,7 +184,7 @@ TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
 
 TEST(SimulatedTelemetry, SizeGivesWholeFramesOrRecordsUpToIt) {
   testing::TempDir dir;
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.size = 100000;
   options.format = FileFormat::CSS;
   auto written = sim::write_telemetry(dir.path("t.css"), options);

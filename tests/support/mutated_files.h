@@ -26,7 +26,7 @@ inline std::vector<Mutant> write_mutants(const std::string& folder, FileFormat f
                                          uint32_t seed = 17) {
   const std::string tag(format_tag(format));
   const std::string original = folder + "/original." + tag;
-  sim::Telemetry_Options options;
+  sim::TelemetryOptions options;
   options.format = format;
   options.frames = format == FileFormat::ZEB ? 300 : 400;
   sim::write_telemetry(original, options);

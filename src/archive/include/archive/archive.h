@@ -19,7 +19,7 @@ namespace morvane::archive {
 inline constexpr const char* kDefaultArchive = "campaign.sqlite";
 
 // One archived file, as `archive files` lists it.
-struct File_Record {
+struct FileRecord {
   int64_t file_id = 0;
   std::string path;  // absolute, as given when archived
   std::string name;  // the file name without its folder
@@ -38,7 +38,7 @@ struct File_Record {
 };
 
 // A file that went in.
-struct Added_File {
+struct AddedFile {
   std::string file;
   int64_t file_id = 0;
   int64_t frames = 0;
@@ -48,23 +48,23 @@ struct Added_File {
   int64_t tests = 0;
   bool replaced = false;  // it replaced the rows of the same path archived with other content
 };
-struct Skipped_File {
+struct SkippedFile {
   std::string file;
   std::string reason;
 };
-struct Failed_File {
+struct FailedFile {
   std::string file;
   std::string error;
 };
-struct Ingest_Report {
-  std::vector<Added_File> added;
-  std::vector<Skipped_File> skipped;
-  std::vector<Failed_File> failed;
+struct IngestReport {
+  std::vector<AddedFile> added;
+  std::vector<SkippedFile> skipped;
+  std::vector<FailedFile> failed;
   bool cancelled = false;  // the cancel flag stopped the ingest; what was committed stays
 };
 
 // How files are read for an ingest: the type is given, never guessed.
-struct Ingest_Options {
+struct IngestOptions {
   FileFormat type = FileFormat::CSS;
   bool byte_reverse = true;
   bool recursive = false;  // walk folders among the paths (otherwise a folder is a failure)
@@ -72,13 +72,13 @@ struct Ingest_Options {
 
 // Progress of an ingest: the file being read (1-based of files), its name, and the bytes of it
 // done of its size. Called from the ingesting thread.
-using Ingest_Progress = std::function<void(int file_number, int file_count, const std::string& file,
+using IngestProgress = std::function<void(int file_number, int file_count, const std::string& file,
                                            int64_t bytes_done, int64_t bytes_total)>;
 
 // One short form test item: the row of the evaluation's table (functest --test JSON key:
 // "sensors", "valves", "injector_valves", "heaters", "large_reactors", "small_reactors",
 // "l_valves", "rails", "subsystems"), its main display text and its verdict text.
-struct Test_Item {
+struct TestItem {
   std::string table;
   std::string name;
   std::string value;
@@ -86,7 +86,7 @@ struct Test_Item {
   bool failed = false;  // the verdict is painted red
 };
 
-struct Test_Record {
+struct TestRecord {
   int64_t test_id = 0;
   int64_t file_id = 0;
   std::string mode;  // "cruise" or "eaft"
@@ -98,53 +98,53 @@ struct Test_Record {
   std::string packet_message;
   std::string rf_frequency_text;
   std::string error;  // why it could not be evaluated
-  std::vector<Test_Item> items;
+  std::vector<TestItem> items;
 };
 
-struct Test_Query {
+struct TestQuery {
   std::string mode;  // "cruise", "eaft" or empty for both
   bool failed_only = false;  // tests whose overall verdict is not "Passed" (also those not evaluated)
   std::optional<int64_t> file_id;
 };
 
-struct Trend_Point {
+struct TrendPoint {
   int32_t lander_time = 0;
   double value = 0;
   int64_t file_id = 0;
 };
-struct Sensor_Trend {
+struct SensorTrend {
   int number = 0;
   std::string name;
   std::string unit;
-  std::vector<Trend_Point> points;  // file (ingest) order, then catalogue order
+  std::vector<TrendPoint> points;  // file (ingest) order, then catalogue order
 };
-struct Trend_Query {
+struct TrendQuery {
   std::vector<int> sensors;  // empty: every sensor
   std::optional<int32_t> from;  // lander time bounds, inclusive
   std::optional<int32_t> to;
   bool cold_junction = true;
 };
 
-struct Event_Record {
+struct EventRecord {
   int64_t file_id = 0;
   int32_t index = 0;  // entry of the information list, from 1
   int32_t lander_time = 0;
   std::string label;
   std::vector<std::string> lines;  // the five translation lines
 };
-struct Event_Query {
+struct EventQuery {
   std::string contains;  // in any line or the label; empty: every event
   std::optional<int32_t> from;
   std::optional<int32_t> to;
 };
 
 // One item in one test: the item-history row.
-struct Item_History_Row {
+struct ItemHistoryRow {
   int64_t file_id = 0;
   int32_t test_number = 0;
   int32_t lander_time = 0;
   std::optional<std::string> overall;
-  Test_Item item;
+  TestItem item;
 };
 
 // A campaign archive: every file ingested into one database, and the queries over it. Opening
@@ -162,16 +162,16 @@ class Archive {
   // decoding with its own session on a copy of config. A file that cannot be read is reported
   // and the others still go in. cancel is polled between files and while a file is read; a
   // cancelled file leaves nothing.
-  Ingest_Report ingest(const std::vector<std::string>& paths, const Configuration& config,
-                       const Ingest_Options& options, const Ingest_Progress& progress = {},
+  IngestReport ingest(const std::vector<std::string>& paths, const Configuration& config,
+                       const IngestOptions& options, const IngestProgress& progress = {},
                        const std::atomic<bool>* cancel = nullptr);
 
-  std::vector<File_Record> files();
-  std::vector<Test_Record> tests(const Test_Query& query = {});
-  std::vector<Sensor_Trend> trend(const Trend_Query& query = {});
-  std::vector<Event_Record> events(const Event_Query& query = {});
+  std::vector<FileRecord> files();
+  std::vector<TestRecord> tests(const TestQuery& query = {});
+  std::vector<SensorTrend> trend(const TrendQuery& query = {});
+  std::vector<EventRecord> events(const EventQuery& query = {});
   // Item name in every test of mode ("cruise" or "eaft") across the campaign, in ingest order.
-  std::vector<Item_History_Row> item_history(const std::string& mode, const std::string& item);
+  std::vector<ItemHistoryRow> item_history(const std::string& mode, const std::string& item);
 
  private:
   std::unique_ptr<Database> database_;

@@ -21,7 +21,7 @@ std::vector<int32_t> unpack_int32(const Blob& blob);
 // A chunk of calibrated values. "palette": at most 256 distinct values, stored once as float64
 // in palette and one uint8 index a value in data (a sensor byte gives at most 256 values);
 // "float64": every value as float64 in data, palette empty.
-struct Encoded_Values {
+struct EncodedValues {
   std::string encoding;
   Blob palette;
   Blob data;
@@ -29,7 +29,7 @@ struct Encoded_Values {
 inline constexpr const char* kPaletteEncoding = "palette";
 inline constexpr const char* kFloat64Encoding = "float64";
 
-Encoded_Values encode_values(const std::vector<double>& values);
+EncodedValues encode_values(const std::vector<double>& values);
 // Appends the decoded values to out; an unknown encoding or a bad length is a RuntimeError.
 void decode_values(const std::string& encoding, const Blob& palette, const Blob& data, std::vector<double>& out);
 

@@ -37,7 +37,7 @@ std::string padded_display(double value);
 // The pressure-sensor file as the editor writes it: the count written as a number (" 5"), then
 // one line per record: "22, 1234.5,  56.25" (number, the atmosphere reading's shortest text,
 // the vacuum reading written as a number). Lines end in CR LF like the other configuration files.
-std::string pressure_file_text(const std::vector<Pressure_Record>& table);
+std::string pressure_file_text(const std::vector<PressureRecord>& table);
 
 // The pressure sensor calibration editor without its window. The view builds one when it opens,
 // shows rows(), forwards its button clicks and the user's typing, asks question() whenever one is
@@ -60,7 +60,7 @@ class Calibration {
   // Form_Load: one row per pressure record, named after its sensor, entries disabled. A record
   // whose sensor number is not in the sensor table is "Subscript out of range". write replaces
   // the disk write of the file (tests).
-  explicit Calibration(Configuration& config, Write_Function write = {});
+  explicit Calibration(Configuration& config, WriteFunction write = {});
 
   const std::vector<Row>& rows() const { return rows_; }
   bool entries_enabled() const { return entries_enabled_; }
@@ -96,7 +96,7 @@ class Calibration {
   std::string pressure_path() const;
 
   Configuration& config_;
-  Write_Function write_;
+  WriteFunction write_;
   std::vector<Row> rows_;
   bool entries_enabled_ = false;
   bool modified_ = false;

@@ -15,7 +15,7 @@ namespace morvane {
 
 // The per-type counters of a catalogue, one per Counter. The accessors keep the counters'
 // names; code that counts goes by Counter.
-struct Catalogue_Counters {
+struct CatalogueCounters {
   std::array<int32_t, kCounterCount> by_counter{};
 
   int32_t& operator[](Counter counter) { return by_counter[static_cast<size_t>(counter)]; }
@@ -30,7 +30,7 @@ struct Catalogue_Counters {
       ++(*this)[Counter::IsotopeSpectrum];
     }
   }
-  void add(const Catalogue_Counters& other);
+  void add(const CatalogueCounters& other);
 
   int32_t Complete_Count() const { return (*this)[Counter::Complete]; }
   int32_t Concise_Count() const { return (*this)[Counter::Concise]; }
@@ -56,13 +56,13 @@ struct Catalogue {
   EntryList HK_List;
   EntryList Science_List;
   EntryList Information_List;
-  Catalogue_Counters counters;
+  CatalogueCounters counters;
 
   int32_t Previous_Packet_Count = 0;
   int32_t Previous_HK_Count = 0;
   int32_t Previous_Science_Count = 0;
   int32_t Previous_Information_Count = 0;
-  Catalogue_Counters previous;
+  CatalogueCounters previous;
 
   int32_t HK_Count() const { return HK_List.size(); }
   int32_t Science_Count() const { return Science_List.size(); }
@@ -72,7 +72,7 @@ struct Catalogue {
 // One sensor's bytes in rows 1..size() of a housekeeping byte table, read where the table keeps
 // them: the table's chunks are shared, so a column stays readable (and unchanged) whatever the
 // table does next, a reset or a new load included. Element p is the byte of entry p + 1.
-class HK_Sensor_Column {
+class HKSensorColumn {
  public:
   // Rows a chunk holds; a run of rows that starts at a multiple of a power of two no larger
   // than this lies within one chunk.
@@ -91,7 +91,7 @@ class HK_Sensor_Column {
   void truncate(size_t n) { size_ = n; }
 
  private:
-  friend class HK_Sensor_Table;
+  friend class HKSensorTable;
   std::vector<std::shared_ptr<const std::byte[]>> chunks_;
   size_t stride_ = 0;
   size_t column_ = 0;
@@ -100,7 +100,7 @@ class HK_Sensor_Column {
 
 // The raw sensor bytes of every housekeeping packet, copied at load: one row of sensors()
 // bytes per housekeeping entry, rows 1..entries() filled. Kept in large chunks, like the lists.
-class HK_Sensor_Table {
+class HKSensorTable {
  public:
   int sensors() const { return sensors_; }
   int32_t entries() const { return entries_; }
@@ -109,7 +109,7 @@ class HK_Sensor_Table {
   const uint8_t* row(int32_t entry) const { return chunk(entry - 1) + static_cast<size_t>((entry - 1) & kMask) * static_cast<size_t>(sensors_); }
   // Sensor s in entries 1..entries, read in place (no copy); out of range is "Subscript out of
   // range".
-  HK_Sensor_Column column(int sensor, int32_t entries) const;
+  HKSensorColumn column(int sensor, int32_t entries) const;
   // Appends count rows of sensors() bytes each.
   void append_rows(const uint8_t* rows, int32_t count);
   // Empties the table and sets the row width.
@@ -118,7 +118,7 @@ class HK_Sensor_Table {
  private:
   // 2^21 rows make a whole number of huge pages whatever the row width; only the rows
   // written become resident.
-  static constexpr int kShift = HK_Sensor_Column::kChunkShift;
+  static constexpr int kShift = HKSensorColumn::kChunkShift;
   static constexpr int32_t kMask = (1 << kShift) - 1;
   uint8_t* chunk(int32_t zero_based) const {
     return reinterpret_cast<uint8_t*>(chunks_[static_cast<size_t>(zero_based >> kShift)].get());

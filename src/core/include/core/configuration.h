@@ -12,7 +12,7 @@ namespace morvane {
 // One row of the sensor table, in file order, plus the working fields that hold the last
 // housekeeping packet the view showed or the export wrote: decoding only reads the table, and
 // one named step (keep_in_sensor_records) leaves the values here, as they have always been left.
-struct Sensor_Record {
+struct SensorRecord {
   std::string Sensor_Name;
   int32_t Byte_Offset = 0;     // offset of the sensor's byte in a housekeeping packet
   int16_t Channel_ID = 0;      // the identifier auxiliary and event packets name the sensor by
@@ -27,7 +27,7 @@ struct Sensor_Record {
 };
 
 // Pressure sensor k serves sensor 21 + k: C1 is the reading at atmosphere, C2 at vacuum (mV).
-struct Pressure_Record {
+struct PressureRecord {
   int16_t Sensor_Number = 0;
   double C1 = 0;
   double C2 = 0;
@@ -37,16 +37,16 @@ struct Pressure_Record {
 struct Configuration {
   std::string Egse_Path;
   NTypeTable NType;
-  std::vector<Sensor_Record> Sensor_Table;      // sensor s is Sensor_Table[s - 1]
-  std::vector<Pressure_Record> Pressure_Table;  // record k is Pressure_Table[k - 1]
+  std::vector<SensorRecord> Sensor_Table;      // sensor s is Sensor_Table[s - 1]
+  std::vector<PressureRecord> Pressure_Table;  // record k is Pressure_Table[k - 1]
   double AD590_EMF = 0;  // AD590 junction temperature as its N-type voltage, microvolts
 
   int16_t Sensor_Count() const { return static_cast<int16_t>(Sensor_Table.size()); }
   int16_t Pressure_Count() const { return static_cast<int16_t>(Pressure_Table.size()); }
   // 1-based access; outside the table is "Subscript out of range".
-  Sensor_Record& sensor(int s);
-  const Sensor_Record& sensor(int s) const;
-  const Pressure_Record& pressure(int k) const;
+  SensorRecord& sensor(int s);
+  const SensorRecord& sensor(int s) const;
+  const PressureRecord& pressure(int k) const;
 };
 
 // File names below the base folder, written as the configuration writes them.
@@ -60,12 +60,12 @@ inline constexpr const char* kBasePathFile = "Morvane_Files.txt";
 std::string read_base_path(const std::string& base_path_file);
 
 std::vector<std::pair<double, double>> read_ntype_points(const std::string& path);
-std::vector<Sensor_Record> read_sensor_table(const std::string& path);
+std::vector<SensorRecord> read_sensor_table(const std::string& path);
 // Count first, then the records; the count decides how many records are read.
-std::vector<Pressure_Record> read_pressure_table(const std::string& path);
+std::vector<PressureRecord> read_pressure_table(const std::string& path);
 // Re-reads a pressure file into a table of fixed size (the calibration editor's Cancel): the
 // file's count is read, then as many records as the table holds.
-void reread_pressure_table(const std::string& path, std::vector<Pressure_Record>& table);
+void reread_pressure_table(const std::string& path, std::vector<PressureRecord>& table);
 
 // Reads the N-type, sensor and pressure files of a base folder in start-up order and sets
 // AD590_EMF to 0. Any failure is a RuntimeError naming the file and line.

@@ -20,7 +20,7 @@ enum class PacketKind : uint8_t { Housekeeping, ProgressEvent, Acceptance, Memor
 inline constexpr int kPacketKindCount = 7;
 
 // The catalogue's three lists.
-enum class Catalogue_List : uint8_t { HK, Science, Information };
+enum class CatalogueList : uint8_t { HK, Science, Information };
 
 // The classifier variants: the binary families differ in frame stride and the isotope flag bit;
 // ZEB gives the header as items and knows no event class 10.
@@ -65,21 +65,21 @@ struct PacketKindInfo {
   const char* name;
   int32_t binary_identifier;  // the word at packet offset 0; 0 for an empty slot, -1 for any unknown word
   int32_t zeb_identifier;     // ZEB item 5, likewise
-  Catalogue_List list;
+  CatalogueList list;
   Selector selector;
   bool slot;  // an empty or unknown slot: no header is read, and it ends its frame
 };
 
 inline constexpr std::array<PacketKindInfo, kPacketKindCount> kPacketKinds{{
-    {PacketKind::Housekeeping, "housekeeping", 0x0F34, 1844, Catalogue_List::HK, Selector::SubType, false},
-    {PacketKind::ProgressEvent, "progress event", 0x0F37, 1847, Catalogue_List::Information, Selector::EventClass,
+    {PacketKind::Housekeeping, "housekeeping", 0x0F34, 1844, CatalogueList::HK, Selector::SubType, false},
+    {PacketKind::ProgressEvent, "progress event", 0x0F37, 1847, CatalogueList::Information, Selector::EventClass,
      false},
-    {PacketKind::Acceptance, "acceptance report", 0x0F31, 1841, Catalogue_List::Information, Selector::EventClass,
+    {PacketKind::Acceptance, "acceptance report", 0x0F31, 1841, CatalogueList::Information, Selector::EventClass,
      false},
-    {PacketKind::MemoryDump, "memory dump", 0x0F39, 1849, Catalogue_List::Information, Selector::None, false},
-    {PacketKind::Science, "science", 0x0F3C, 1852, Catalogue_List::Science, Selector::SubType, false},
-    {PacketKind::Empty, "empty slot", 0, 0, Catalogue_List::Information, Selector::None, true},
-    {PacketKind::Unknown, "unknown identifier", -1, -1, Catalogue_List::Information, Selector::None, true},
+    {PacketKind::MemoryDump, "memory dump", 0x0F39, 1849, CatalogueList::Information, Selector::None, false},
+    {PacketKind::Science, "science", 0x0F3C, 1852, CatalogueList::Science, Selector::SubType, false},
+    {PacketKind::Empty, "empty slot", 0, 0, CatalogueList::Information, Selector::None, true},
+    {PacketKind::Unknown, "unknown identifier", -1, -1, CatalogueList::Information, Selector::None, true},
 }};
 
 // A selector value no other rule of the kind takes.

@@ -14,10 +14,10 @@
 namespace morvane {
 
 // The low-level write of a replacement file: ::write unless a test makes the disk fail.
-using Write_Function = std::function<ssize_t(int fd, const void* data, size_t size)>;
+using WriteFunction = std::function<ssize_t(int fd, const void* data, size_t size)>;
 
 // What a failed write keeps beside the file it was to replace.
-enum class Partial_Content {
+enum class PartialContent {
   Whole_Lines,  // the bytes written, up to the last line break that reached the disk
   Everything,   // the whole temporary file (a workbook closed after its last whole row)
   Nothing,      // a binary file a part of which is of no use (a PDF)
@@ -37,12 +37,12 @@ enum class Partial_Content {
 // continued, and commit() checks fsync and close. Failures are RuntimeErrors naming the path:
 // "Permission denied", "Path not found", "Disk full" (with the folder) or "Device I/O error".
 // Opening a destination removes the temporaries of earlier writers to it whose process is gone.
-class Replacement_File {
+class ReplacementFile {
  public:
-  explicit Replacement_File(std::string path, Write_Function write = {});
-  ~Replacement_File();
-  Replacement_File(const Replacement_File&) = delete;
-  Replacement_File& operator=(const Replacement_File&) = delete;
+  explicit ReplacementFile(std::string path, WriteFunction write = {});
+  ~ReplacementFile();
+  ReplacementFile(const ReplacementFile&) = delete;
+  ReplacementFile& operator=(const ReplacementFile&) = delete;
 
   const std::string& path() const { return path_; }
   // The file replaced: path with its symbolic links followed.
@@ -63,7 +63,7 @@ class Replacement_File {
   // (replacing an older one) and its path is returned; the target is untouched. Returns empty
   // when nothing is kept (nothing written, a direct destination, a disk that refuses even that).
   // Never throws.
-  std::string keep_partial(Partial_Content what = Partial_Content::Whole_Lines) noexcept;
+  std::string keep_partial(PartialContent what = PartialContent::Whole_Lines) noexcept;
 
  private:
   void open_temporary();
@@ -78,7 +78,7 @@ class Replacement_File {
   bool owns_fd_ = true;  // false for standard output
   uint64_t written_ = 0;
   uint64_t line_end_ = 0;  // bytes written up to and including the last line break
-  Write_Function write_;
+  WriteFunction write_;
 };
 
 // "out.txt" -> "out.partial.txt", "out" -> "out.partial" (only the file name's last extension).
@@ -87,12 +87,12 @@ std::string partial_path(const std::string& path);
 // The run-time error of a write that failed, saying that the target is unchanged and where the
 // lines written so far are (when partial is not empty). A direct destination's error is returned
 // as it was.
-RuntimeError write_failure(const RuntimeError& error, const Replacement_File& file, const std::string& partial);
+RuntimeError write_failure(const RuntimeError& error, const ReplacementFile& file, const std::string& partial);
 
 // Replaces the file at path with content in one step. On a failure the old file stays, the whole
 // lines written so far are kept as NAME.partial.EXT, and the error names both.
-void replace_file(const std::string& path, std::string_view content, const Write_Function& write = {},
-                  Partial_Content keep = Partial_Content::Whole_Lines);
+void replace_file(const std::string& path, std::string_view content, const WriteFunction& write = {},
+                  PartialContent keep = PartialContent::Whole_Lines);
 
 // Makes SIGINT, SIGTERM and SIGHUP remove the temporary files of the writes under way before
 // the process ends by the signal as it would have. A signal the process ignores stays ignored.

@@ -27,7 +27,7 @@ struct Session {
   std::shared_ptr<TelemetryFile> file;
 
   Catalogue catalogue;
-  HK_Sensor_Table HK_Sensor_Data;
+  HKSensorTable HK_Sensor_Data;
 
   int32_t Current_HK_Index = 1;
   int32_t Current_Science_Index = 0;

@@ -9,18 +9,18 @@
 namespace morvane {
 
 // The auxiliary dialog's data formats, in the order of its options.
-enum class Aux_Format { ADC, Voltage, Calibrated, Calibrated_AD590 };
+enum class AuxFormat { ADC, Voltage, Calibrated, Calibrated_AD590 };
 
-struct Aux_Export {
-  Entry_Range range;  // science entries
-  Aux_Format format = Aux_Format::ADC;
+struct AuxExport {
+  EntryRange range;  // science entries
+  AuxFormat format = AuxFormat::ADC;
   double ad590_emf = 0;  // the AD590 temperature as its N-type voltage, microvolts (Calibrated_AD590)
 };
 
 // Line 1 of an auxiliary export: "Auxiliary data - ADC values", "Auxiliary data - Sensor
 // voltages (V)", "Auxiliary data - Calibrated Data (no AD590 correction)" or "Auxiliary data -
 // Calibrated Data (with AD590 correction at " + temperature + " oC)", the temperature in "0.00".
-std::string aux_export_title(Aux_Format format, std::string_view ad590_text);
+std::string aux_export_title(AuxFormat format, std::string_view ad590_text);
 
 // Writes the auxiliary export of science entries range.from..range.to: the title, one heading
 // line, an empty line, then one row per reading of each auxiliary packet in the range (other
@@ -33,7 +33,7 @@ std::string aux_export_title(Aux_Format format, std::string_view ad590_text);
 // short form test are channel 0) has an empty component and, in the calibrated formats, empty
 // value and unit cells: there is no conversion for it. A packet of more than 29 readings ends the
 // export with the view's RuntimeError after the rows before it.
-Export_Result write_auxiliary(const Session& session, const Aux_Export& options, Line_Sink& out,
-                              const Export_Progress& progress = {});
+ExportResult write_auxiliary(const Session& session, const AuxExport& options, LineSink& out,
+                              const ExportProgress& progress = {});
 
 }  // namespace morvane

@@ -16,7 +16,7 @@ namespace morvane {
 inline constexpr int kDockingStationSensor = 29;
 
 // One docking-station calibration entry: a reading of the position sensor.
-struct DS_Reading {
+struct DSReading {
   int32_t time = 0;    // lander time, seconds
   double counts = 0;   // the reading on the 16-bit ADC scale (signed counts)
   double voltage = 0;  // counts x 10 / 32768
@@ -28,36 +28,36 @@ struct DS_Reading {
 // auxiliary reading whose channel ID names sensor 29 is one more, its own word and time. Both
 // land on the same ADC scale, so a calibration run shows the housekeeping trend and the finer
 // auxiliary readings side by side, in the order they were sent.
-class DS_Calibration_Index {
+class DSCalibrationIndex {
  public:
   // Finds the entries: the auxiliary packets' readings are read once (ZEB records carry none);
   // the housekeeping entries come from the catalogue when the sensor table has sensor 29. An
   // auxiliary packet of more than 29 readings is the view's RuntimeError.
-  explicit DS_Calibration_Index(const Session& session);
+  explicit DSCalibrationIndex(const Session& session);
 
   int32_t count() const { return hk_entries_ + static_cast<int32_t>(aux_.size()); }
 
   // Calls visit for entries range.from..range.to in order; visit returns false to stop.
-  void for_each(const Session& session, Entry_Range range,
-                const std::function<bool(int32_t number, const DS_Reading& reading)>& visit) const;
+  void for_each(const Session& session, EntryRange range,
+                const std::function<bool(int32_t number, const DSReading& reading)>& visit) const;
 
  private:
-  struct Aux_Place {
+  struct AuxPlace {
     int32_t frame = 0;  // the packet's frame and position order it among the housekeeping packets
     int32_t position = 0;
     int32_t time = 0;
     int32_t word = 0;
   };
-  std::vector<Aux_Place> aux_;
+  std::vector<AuxPlace> aux_;
   int32_t hk_entries_ = 0;
 };
 
 // The docking-station dialog's data formats, in the order of its options.
-enum class DS_Format { Distance, ADC, Voltage };
+enum class DSFormat { Distance, ADC, Voltage };
 
-struct DS_Export {
-  Entry_Range range;
-  DS_Format format = DS_Format::Distance;
+struct DSExport {
+  EntryRange range;
+  DSFormat format = DSFormat::Distance;
 };
 
 // Writes the docking-station calibration export: "Docking station calibration data acquired
@@ -66,7 +66,7 @@ struct DS_Export {
 // "Voltage", an empty line, then one row per entry: its time and its position (the sensor
 // conversion of its voltage, "0.00"), ADC counts or voltage ("0.000"), each cell followed by the
 // delimiter.
-Export_Result write_ds_calibration(const Session& session, const DS_Calibration_Index& index, const DS_Export& options,
-                                   Line_Sink& out, const Export_Progress& progress = {});
+ExportResult write_ds_calibration(const Session& session, const DSCalibrationIndex& index, const DSExport& options,
+                                   LineSink& out, const ExportProgress& progress = {});
 
 }  // namespace morvane

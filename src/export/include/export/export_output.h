@@ -12,19 +12,19 @@ namespace morvane {
 
 // What an export writes: delimited text, or an .xlsx workbook with the same cells (numbers as
 // numbers, texts as texts).
-enum class Export_File_Type { Delimited_Text, Workbook };
+enum class ExportFileType { Delimited_Text, Workbook };
 
 // Workbook for a name ending in ".xlsx" (any letter case), delimited text otherwise.
-Export_File_Type export_file_type(std::string_view path);
+ExportFileType export_file_type(std::string_view path);
 
-// The file an export writes, by the destination rules of Replacement_File: "-" is standard
+// The file an export writes, by the destination rules of ReplacementFile: "-" is standard
 // output, a link is followed, a pipe or a device is written in place, a regular file is written
 // beside its target under a temporary name and takes the target's name only when the export
 // ends. An error or a cancel never touches the target: the whole lines written so far are kept
 // beside it as NAME.partial.EXT.
-class Export_Output : public Line_Sink {
+class ExportOutput : public LineSink {
  public:
-  explicit Export_Output(std::string path) : path_(std::move(path)) {}
+  explicit ExportOutput(std::string path) : path_(std::move(path)) {}
   const std::string& path() const { return path_; }
   // Lines ended so far.
   long long lines() const { return lines_; }
@@ -55,7 +55,7 @@ class Export_Output : public Line_Sink {
 // Opens the output at path: a Delimited_Text file separates its cells with delimiter (Tab, comma
 // or semicolon), a Workbook holds one sheet named sheet_name. A file that cannot be created
 // there (a missing or locked folder, a read-only file) is a RuntimeError naming the path.
-std::unique_ptr<Export_Output> open_export_output(const std::string& path, Export_File_Type type, char delimiter,
+std::unique_ptr<ExportOutput> open_export_output(const std::string& path, ExportFileType type, char delimiter,
                                                   std::string_view sheet_name);
 
 }  // namespace morvane

@@ -9,18 +9,18 @@ namespace morvane {
 
 // Told now and then how far a long export is (done of total steps: rows, or spectra read and
 // rows); returns false to cancel it. The lines written before a cancel stay in the file.
-using Export_Progress = std::function<bool(int64_t done, int64_t total)>;
+using ExportProgress = std::function<bool(int64_t done, int64_t total)>;
 
 // What an export wrote.
-struct Export_Result {
+struct ExportResult {
   int64_t rows = 0;  // data rows (spectra: bin rows), the heading lines not counted
   bool cancelled = false;
 };
 
 // Reports about every half per cent, so a dialog's bar moves smoothly without costing the loop.
-class Progress_Ticker {
+class ProgressTicker {
  public:
-  Progress_Ticker(const Export_Progress& progress, int64_t total)
+  ProgressTicker(const ExportProgress& progress, int64_t total)
       : progress_(progress), total_(total), step_(std::max<int64_t>(1, total / 200)), next_(0) {}
 
   // False when the user cancelled; reports when done has reached the next step.
@@ -35,7 +35,7 @@ class Progress_Ticker {
   }
 
  private:
-  const Export_Progress& progress_;
+  const ExportProgress& progress_;
   int64_t total_;
   int64_t step_;
   int64_t next_;

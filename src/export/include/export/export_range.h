@@ -8,17 +8,17 @@
 namespace morvane {
 
 // A range of catalogue entry numbers, From..To inclusive, 1-based.
-struct Entry_Range {
+struct EntryRange {
   int32_t from = 1;
   int32_t to = 0;
   int32_t size() const { return to - from + 1; }
 };
 
 // The range controls every export dialog shares: From (Text1), To (Text2) and All (Check2).
-class Export_Range {
+class ExportRange {
  public:
   // Form_Load: From "1", To the limit, All checked, so both boxes are disabled.
-  explicit Export_Range(int32_t limit);
+  explicit ExportRange(int32_t limit);
 
   int32_t limit() const { return limit_; }
   const std::string& from_text() const { return from_; }
@@ -37,7 +37,7 @@ class Export_Range {
   // The range the boxes give when both are numeric, whole, within 1..limit, and To is not below
   // From (a range of one entry is valid). Otherwise nothing, and the boxes are reset to "1" and
   // the limit (All keeps its state).
-  std::optional<Entry_Range> validate();
+  std::optional<EntryRange> validate();
 
  private:
   void reset();

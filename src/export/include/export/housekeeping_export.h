@@ -11,15 +11,15 @@
 namespace morvane {
 
 // The housekeeping dialog's data formats, in the order of its options.
-enum class HK_Format { Raw, Calibrated, Calibrated_AD590 };
+enum class HKFormat { Raw, Calibrated, Calibrated_AD590 };
 
 // Line 1 of a housekeeping export: "Housekeeping - Raw data", "Housekeeping - Calibrated Data
 // (no AD590 correction)" or "Housekeeping - Calibrated Data (with AD590 correction)".
-const char* hk_export_title(HK_Format format);
+const char* hk_export_title(HKFormat format);
 
-struct HK_Export {
-  Entry_Range range;
-  HK_Format format = HK_Format::Raw;
+struct HKExport {
+  EntryRange range;
+  HKFormat format = HKFormat::Raw;
   std::vector<bool> sensors;  // sensor s has a column when sensors[s - 1]; missing ones have none
 };
 
@@ -33,7 +33,7 @@ struct HK_Export {
 // leave in each ticked sensor's record the raw reading, voltage, value and unit it wrote last
 // (the last exported packet's), however the export ends. A conversion that fails, or a sensor the table lacks, ends the export
 // with its RuntimeError after the rows before it.
-Export_Result write_housekeeping(Session& session, const HK_Export& options, Line_Sink& out,
-                                 const Export_Progress& progress = {});
+ExportResult write_housekeeping(Session& session, const HKExport& options, LineSink& out,
+                                 const ExportProgress& progress = {});
 
 }  // namespace morvane

@@ -9,9 +9,9 @@ namespace morvane {
 // a workbook. A line's cells are separated by the delimiter; end_line(true) also closes the last
 // one with it, the pattern of the housekeeping rows ("1<d>61200000<d>"), while end_line(false)
 // leaves the line as it is (titles, spectrum rows).
-class Line_Sink {
+class LineSink {
  public:
-  virtual ~Line_Sink() = default;
+  virtual ~LineSink() = default;
 
   // A text cell (titles, headings, names, units).
   virtual void text(std::string_view text) = 0;

@@ -5,16 +5,16 @@
 #include "export/export_progress.h"
 #include "export/export_range.h"
 #include "export/line_sink.h"
-#include "views/spectrum_table.h"
+#include "decoders/spectrum_table.h"
 
 namespace morvane {
 
 // The spectra dialog's data formats, in the order of its options.
-enum class Spectra_Format { Raw, Excel_Graphs };
+enum class SpectraFormat { Raw, Excel_Graphs };
 
-struct Spectra_Export {
-  Entry_Range range;  // spectrum numbers: complete spectra 1..C, then the GC spectra
-  Spectra_Format format = Spectra_Format::Raw;
+struct SpectraExport {
+  EntryRange range;  // spectrum numbers: complete spectra 1..C, then the GC spectra
+  SpectraFormat format = SpectraFormat::Raw;
 };
 
 // Writes the spectra export: "Spectra acquired from " and the file name, "Spectra in raw data
@@ -28,7 +28,7 @@ struct Spectra_Export {
 // received and skips the rest. GC spectra carry no bins: their cells stay empty. The spectra are
 // read before the first line is written, so a bin beyond 1024 (or a spectrum without its first
 // sub-packet) ends the export with "Subscript out of range" and an empty file.
-Export_Result write_spectra(const Session& session, const Spectrum_Table& table, const Spectra_Export& options,
-                            Line_Sink& out, const Export_Progress& progress = {});
+ExportResult write_spectra(const Session& session, const Spectrum_Table& table, const SpectraExport& options,
+                            LineSink& out, const ExportProgress& progress = {});
 
 }  // namespace morvane

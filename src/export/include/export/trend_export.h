@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "export/line_sink.h"
-#include "views/trend_series.h"
+#include "decoders/trend_series.h"
 
 namespace morvane {
 
@@ -14,6 +14,6 @@ namespace morvane {
 // housekeeping packet in that range: its lander time and each sensor's value in its shortest
 // general text. The series hold one point per packet, in catalogue order. Returns the packets
 // written.
-int64_t write_trend_table(const std::vector<Trend_Series>& series, double from, double to, Line_Sink& out);
+int64_t write_trend_table(const std::vector<TrendSeries>& series, double from, double to, LineSink& out);
 
 }  // namespace morvane

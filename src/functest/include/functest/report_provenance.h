@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "functest/test_report.h"
+#include "functest/short_test_report.h"
 
 namespace morvane {
 
@@ -16,6 +16,6 @@ std::string local_time_now();
 
 // Fills what says how a report was made: when the test was evaluated, by which version of the
 // program, and the SHA-256 of the telemetry file (source.file_name).
-void stamp_report_source(Test_Report_Source& source, const std::string& program_version);
+void stamp_report_source(TestReportSource& source, const std::string& program_version);
 
 }  // namespace morvane

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "core/file_format.h"
-#include "functest/test_mode.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_mode.h"
+#include "functest/short_test_ranges.h"
 
 namespace morvane {
 
@@ -23,10 +23,10 @@ int limit_record_of_sensor(int sensor);
 
 // The limit pair a sensor's values are held to in a limit file, or nothing for a sensor without
 // a record.
-std::optional<Limit_Pair> sensor_limits(const Test_Ranges& ranges, int sensor);
+std::optional<LimitPair> sensor_limits(const TestRanges& ranges, int sensor);
 
 // The limit file of a file type and mode below the base folder, or nothing when there is no
 // such file. A file that is there but cannot be read is the error read_test_ranges gives.
-std::optional<Test_Ranges> read_test_ranges_if_present(const std::string& egse_path, FileFormat type, TestMode mode);
+std::optional<TestRanges> read_test_ranges_if_present(const std::string& egse_path, FileFormat type, TestMode mode);
 
 }  // namespace morvane

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "core/session.h"
-#include "functest/test_mode.h"
+#include "functest/short_test_mode.h"
 
 namespace morvane {
 
 // The test selection list: every science packet that starts a short form test, as the list
 // box shows it, and the two message lines under it.
-struct Short_Test_List {
+struct ShortTestList {
   std::vector<int32_t> Test_Index;  // Science_List index of test t at Test_Index[t - 1]
   std::vector<std::string> lines;   // one list line per test, in the same order
   std::string Label1;               // how many tests were found
@@ -28,8 +28,8 @@ inline constexpr const char* kTestListCancelCaption = "Cancel";
 
 // Finds the tests of the loaded file in the session's Test_Mode (an unknown mode is a
 // RuntimeError). With no file loaded the list is empty and the labels say so.
-Short_Test_List find_short_tests(const Session& session);
-Short_Test_List find_short_tests(const Session& session, TestMode mode);
+ShortTestList find_short_tests(const Session& session);
+ShortTestList find_short_tests(const Session& session, TestMode mode);
 
 // Whether science entry k starts a test: it and every entry up to seven after it whose sequence
 // count is within the test's eight are auxiliary packets, and its words carry 29 readings with
@@ -48,6 +48,6 @@ std::string short_test_hint_label(int32_t test_count);
 // The Science_List index of the test on list line `line` (1-based, the double-clicked row + 1):
 // the Current_Science_Index the evaluation starts from. Outside the list is "Subscript out of
 // range".
-int32_t science_index_of_line(const Short_Test_List& list, int32_t line);
+int32_t science_index_of_line(const ShortTestList& list, int32_t line);
 
 }  // namespace morvane

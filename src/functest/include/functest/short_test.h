@@ -8,9 +8,9 @@
 
 #include "core/configuration.h"
 #include "core/session.h"
-#include "functest/test_data.h"
-#include "functest/test_mode.h"
-#include "functest/test_ranges.h"
+#include "functest/short_test_data.h"
+#include "functest/short_test_mode.h"
+#include "functest/short_test_ranges.h"
 
 namespace morvane {
 
@@ -52,7 +52,7 @@ inline constexpr const char* kExtendedModeTitle = "Extended AFT";
 
 // A row of the "Sensors" tab: a reading at the start of the test and the same reading at its end,
 // both within pair 3 of the row's limit record (rows 1-10 use records 1-10).
-struct Sensor_Row {
+struct SensorRow {
   std::string name;
   std::string unit;      // the designed unit column
   int initial_index = 0;  // reading numbers, 1..232
@@ -63,13 +63,13 @@ struct Sensor_Row {
   Cell final;
   Cell result;
   int record = 0;
-  Limit_Pair limits;
+  LimitPair limits;
 };
 
 // A row of the valve, injector valve, heater, reactor and L-valve tabs. The rises are in mA
 // (28 V and 5 V supply current while the item is on, less the mean of the currents before and
 // after) and degrees C (final less initial temperature).
-struct Item_Row {
+struct ItemRow {
   std::string name;
   Cell rise_28v;  // "n.m." for the reactors, whose currents are not measured
   Cell rise_5v;
@@ -81,50 +81,50 @@ struct Item_Row {
   double Rise_28V = 0;
   double Temp_Rise = 0;
   int record = 0;
-  Range_Record limits;                // the whole record, as read
+  RangeRecord limits;                // the whole record, as read
   std::array<bool, 3> checked{};      // the pairs checked: 5 V rise, 28 V rise, temperature rise
 };
 
 // A row of the summary's supply rails and RF frequency, checked against pair 3 of records 32-36.
-struct Rail_Row {
+struct RailRow {
   std::string name;
   std::string unit;
   double measured = 0;
   Cell value;
   Cell result;
   int record = 0;
-  Limit_Pair limits;
+  LimitPair limits;
 };
 
-struct Subsystem_Row {
+struct SubsystemRow {
   std::string name;
   Cell result;
-  bool operator==(const Subsystem_Row&) const = default;
+  bool operator==(const SubsystemRow&) const = default;
 };
 
 // Everything the evaluation view shows for one test, with the values and limits behind it.
-struct Short_Test_Evaluation {
+struct ShortTestEvaluation {
   TestMode mode = TestMode::CruisePhase;
   std::string start_label;  // "Test started at Lander time 1234 seconds"
   std::string mode_title;   // "Cruise Phase Mode" or "Extended AFT"
   std::string ranges_path;  // the limit file used
 
-  Test_Packets packets;
-  Test_Readings readings;  // as converted: pressure channels hold their altered voltages
+  TestPackets packets;
+  TestReadings readings;  // as converted: pressure channels hold their altered voltages
   std::array<double, kTestReadings + 1> Eng_Value{};
   std::array<std::string, kTestReadings + 1> Eng_Unit{};
   double Reference_Temperature = 0;  // degrees C, from the AD590 readings
   double Cold_Junction = 0;          // its N-type thermocouple voltage, the table's x unit
 
-  std::vector<Sensor_Row> sensors;          // "Sensors", 10 rows
-  std::vector<Item_Row> valves;             // "Valves", 12
-  std::vector<Item_Row> injector_valves;    // "Injector V", 3
-  std::vector<Item_Row> heaters;            // "Heaters", 6
-  std::vector<Item_Row> large_reactors;     // "L-Reactors", 5
-  std::vector<Item_Row> small_reactors;     // "S-Reactors", 5
-  std::vector<Item_Row> l_valves;           // "L-Valves", 5
-  std::vector<Rail_Row> rails;              // "Summary": 5V/28V voltage and current, RF frequency
-  std::vector<Subsystem_Row> subsystems;    // "Summary": 8 sub-systems
+  std::vector<SensorRow> sensors;          // "Sensors", 10 rows
+  std::vector<ItemRow> valves;             // "Valves", 12
+  std::vector<ItemRow> injector_valves;    // "Injector V", 3
+  std::vector<ItemRow> heaters;            // "Heaters", 6
+  std::vector<ItemRow> large_reactors;     // "L-Reactors", 5
+  std::vector<ItemRow> small_reactors;     // "S-Reactors", 5
+  std::vector<ItemRow> l_valves;           // "L-Valves", 5
+  std::vector<RailRow> rails;              // "Summary": 5V/28V voltage and current, RF frequency
+  std::vector<SubsystemRow> subsystems;    // "Summary": 8 sub-systems
   Cell overall;                             // "Passed" or red "Fail"
   Cell packet_message;                      // which packets were missing, red when any
 
@@ -140,11 +140,11 @@ inline constexpr std::array<const char*, 3> kInjectorValveNames = {"Injector 1",
 // Test_Mode: collects the packets, reads the limit file of the file type and mode below
 // Egse_Path, reads the readings and evaluates them. An unknown mode is "Invalid procedure call
 // or argument"; a missing or short limit file a RuntimeError naming it.
-Short_Test_Evaluation open_short_test(const Session& session);
+ShortTestEvaluation open_short_test(const Session& session);
 
 // Converts the readings and fills every tab: the drivers of both modes. Pure: no file is read.
-Short_Test_Evaluation evaluate_short_test(const Configuration& config, TestMode mode, const Test_Packets& packets,
-                                          const Test_Readings& readings, const Test_Ranges& ranges);
+ShortTestEvaluation evaluate_short_test(const Configuration& config, TestMode mode, const TestPackets& packets,
+                                          const TestReadings& readings, const TestRanges& ranges);
 
 // "Test started at Lander time " + t + " seconds".
 std::string start_label_text(int32_t start_time);

@@ -7,7 +7,7 @@
 
 namespace morvane::sim {
 
-struct Live_Options {
+struct LiveOptions {
   double rate = 2.0;   // frames a second
   int64_t frames = 0;  // stop after this many; 0: until stopped
   uint64_t seed = 1;
@@ -20,6 +20,6 @@ struct Live_Options {
 // Runs until stop is set or options.frames are written; the frame in hand is always finished, so
 // the file ends on a whole frame. A file that cannot be written is a RuntimeError naming it.
 // Returns the frames written.
-int64_t run_live_feed(const std::string& path, const Live_Options& options, const std::atomic<bool>& stop);
+int64_t run_live_feed(const std::string& path, const LiveOptions& options, const std::atomic<bool>& stop);
 
 }  // namespace morvane::sim

@@ -9,7 +9,7 @@ namespace morvane::sim {
 
 // An item that the evaluation of a test marks "Fail": the summary's name of its sub-system and
 // the item's row name ("Valves", "V 7").
-struct Failing_Item {
+struct FailingItem {
   std::string_view sub_system;
   std::string_view item;
 };
@@ -19,13 +19,13 @@ struct Failing_Item {
 // limit files of the configuration writer shows. Each test is eight auxiliary packets of 29
 // readings, sent one after another within 900 s; one RF calibration report falls inside that
 // window. The faulty tests break exactly the items listed: an item not listed passes.
-struct Scripted_Test {
+struct ScriptedTest {
   std::string_view mode;  // "Cruise Phase" or "EAFT"
   bool healthy = true;
   int32_t start_offset = 0;  // seconds from the start of a cycle to the test's first reading
   int missing_packet = 0;    // 1..8: the packet lost on the way down (its sequence count skipped)
   double rf_frequency = 0;   // kHz, from the calibration report in the test's window
-  std::vector<Failing_Item> failing_items;
+  std::vector<FailingItem> failing_items;
   std::vector<std::string_view> failing_sub_systems;
   std::string_view packet_message;  // the summary's line about the eight packets
 };
@@ -38,6 +38,6 @@ struct Scripted_Test {
 //  3. "EAFT", healthy: every item passes.
 //  4. "EAFT", faulty: packet 2 is lost, so valves V 1 to V 4 and V 7 fail; Reactor 9's heater is
 //     open-circuit; the RF calibration finds 503.38 kHz, below its range.
-const std::vector<Scripted_Test>& scripted_tests();
+const std::vector<ScriptedTest>& scripted_tests();
 
 }  // namespace morvane::sim

@@ -13,7 +13,7 @@
 namespace morvane::sim {
 
 // What to write. A seed always gives the same file.
-struct Telemetry_Options {
+struct TelemetryOptions {
   FileFormat format = FileFormat::CSS;
   // Neither frames nor size: one cycle of the instrument (about 600 frames, 1560 ZEB records), so
   // that every kind of packet and all four short form tests are in and the file ends in the quiet
@@ -30,7 +30,7 @@ inline constexpr int32_t kFirstLanderTime = 61200000;
 inline constexpr int32_t kCycleSeconds = 3 * 3600;
 
 // A short form test as written: its first packet.
-struct Written_Test {
+struct WrittenTest {
   int scripted = 0;  // index into scripted_tests()
   int32_t sequence_count = 0;
   int32_t lander_time = 0;
@@ -38,7 +38,7 @@ struct Written_Test {
 };
 
 // An isotope spectrum as written: where its first sub-packet is and the bin words sent.
-struct Written_Spectrum {
+struct WrittenSpectrum {
   int32_t sequence_count = 0;
   int32_t lander_time = 0;
   int32_t frame = 0;
@@ -48,7 +48,7 @@ struct Written_Spectrum {
 };
 
 // What a file holds, as the catalogue will find it.
-struct Telemetry_Summary {
+struct TelemetrySummary {
   FileFormat format = FileFormat::CSS;
   int64_t frames = 0;  // frames (ZEB: records) written
   uint64_t bytes = 0;
@@ -58,23 +58,23 @@ struct Telemetry_Summary {
   std::array<int64_t, kLabelCount> labels{};
   int64_t spectrum_starts = 0;  // isotope sub-packets with segmentation flag value 2 (first)
   int64_t spectrum_ends = 0;    // ... with flag value 1 (last)
-  std::vector<Written_Test> tests;
-  std::vector<Written_Spectrum> spectra;  // the first spectra_kept
+  std::vector<WrittenTest> tests;
+  std::vector<WrittenSpectrum> spectra;  // the first spectra_kept
 
   int64_t count(LabelCode label) const { return labels[static_cast<size_t>(label)]; }
 };
 
 // Writes a telemetry file of the simulated instrument; a file that cannot be written is a
 // RuntimeError naming it. Returns what was written.
-Telemetry_Summary write_telemetry(const std::string& path, const Telemetry_Options& options);
+TelemetrySummary write_telemetry(const std::string& path, const TelemetryOptions& options);
 
 // The same telemetry a frame (ZEB: a record) at a time, for a feed that writes as it goes.
-class Telemetry_Stream {
+class TelemetryStream {
  public:
-  explicit Telemetry_Stream(const Telemetry_Options& options);
-  ~Telemetry_Stream();
-  Telemetry_Stream(const Telemetry_Stream&) = delete;
-  Telemetry_Stream& operator=(const Telemetry_Stream&) = delete;
+  explicit TelemetryStream(const TelemetryOptions& options);
+  ~TelemetryStream();
+  TelemetryStream(const TelemetryStream&) = delete;
+  TelemetryStream& operator=(const TelemetryStream&) = delete;
 
   // Binary formats: the next frame, frame_stride(format) bytes.
   void next_frame(std::vector<uint8_t>& frame);
@@ -85,7 +85,7 @@ class Telemetry_Stream {
   int32_t next_lander_time();
 
   // What was handed out so far (bytes not counted: the caller writes them).
-  const Telemetry_Summary& summary() const;
+  const TelemetrySummary& summary() const;
 
  private:
   struct State;

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "decoders/hk_decode.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+
+#include "decoder_fixture.h"
+
+namespace morvane {
+namespace {
+
+using testing::hk_packet;
+using testing::sensor_bytes;
+
+TEST(HkDecode, SignRulesDependOnTheSensor) {
+  const std::tuple<int, uint8_t, int32_t> cases[] = {
+      {1, 0x7F, 127},  {1, 0x80, -128}, {1, 0xFF, -1},   {22, 0xC0, -64}, {30, 0x90, -112},
+      {28, 0xFF, 255}, {29, 0x80, 128}, {33, 0xD2, 210}, {33, 0xD3, -45}, {32, 0x80, 128},
+      {36, 0xFF, -1},  {37, 0x80, -128},
+  };
+  for (const auto& [sensor, byte, raw] : cases) {
+    EXPECT_EQ(hk_signed_reading(sensor, byte), raw) << sensor << " " << int{byte};
+  }
+}
+
+class HkDecodeTest : public testing::DecoderTest {
+ protected:
+  DecodedHousekeeping decoded(int32_t index) { return decode_housekeeping(session.config, session.HK_Sensor_Data, index); }
+};
+
+TEST_F(HkDecodeTest, ThermocouplesAreShiftedByTheBoardTemperature) {
+  // Sensor 28 byte 153, exponent 6: 2.98828125 V, 25.828125 degrees C. Thermocouples reading 0
+  // then show the board temperature; the other channels are not shifted.
+  load({hk_packet(2, sensor_bytes({{28, 153}, {27, 0}, {1, 0}, {33, 0xD3}}))});
+  const DecodedHousekeeping packet = decoded(1);
+  const double term = packet.cold_junction_term;
+  EXPECT_EQ(packet.index, 1);
+  EXPECT_DOUBLE_EQ(packet.sensor(28).value, 2.98828125 * 100 - 273);
+  EXPECT_DOUBLE_EQ(term, session.config.NType.NType_Reverse_Lookup(25.828125) / 1e6);
+  for (int s : {1, 27}) {
+    EXPECT_DOUBLE_EQ(packet.sensor(s).voltage, term * 100) << s;
+    EXPECT_DOUBLE_EQ(packet.sensor(s).voltage_upper, 64 * 10.0 / 32768 + term * 100) << s;
+    EXPECT_NEAR(packet.sensor(s).value, 25.828125, 0.01) << s;
+    EXPECT_GT(packet.sensor(s).value_upper, packet.sensor(s).value) << s;
+    EXPECT_EQ(packet.sensor(s).unit, "oC");
+  }
+  EXPECT_EQ(packet.sensor(33).raw, -45);
+  EXPECT_DOUBLE_EQ(packet.sensor(33).voltage, -45 * 128 * 10.0 / 32768);  // no shift
+  EXPECT_DOUBLE_EQ(packet.sensor(33).value, packet.sensor(33).voltage * 10);
+  EXPECT_DOUBLE_EQ(packet.sensor(33).value_upper, -44 * 128 * 10.0 / 32768 * 10);
+}
+
+TEST_F(HkDecodeTest, PressureChannelsHoldTheOverwrittenVoltages) {
+  load({hk_packet(2, sensor_bytes({{22, 80}, {26, 0xF0}}))});
+  const DecodedHousekeeping packet = decoded(1);
+  const DecodedSensor& p1 = packet.sensor(22);
+  const double volts = 80 * 256 * 10.0 / 32768;  // exponent 8
+  EXPECT_EQ(p1.raw, 80);
+  EXPECT_DOUBLE_EQ(p1.voltage, volts * 10 - 5);
+  EXPECT_DOUBLE_EQ(p1.voltage_upper, (81 * 256 * 10.0 / 32768) * 10 - 5);
+  EXPECT_DOUBLE_EQ(p1.value, (volts * 10 - 5) / 40);
+  EXPECT_DOUBLE_EQ(p1.value_upper, p1.voltage_upper / 40);
+  EXPECT_EQ(p1.unit, "bar");
+  const DecodedSensor& p5 = packet.sensor(26);
+  EXPECT_EQ(p5.raw, -16);
+  EXPECT_DOUBLE_EQ(p5.value, p5.voltage * 1000 / 40);
+  EXPECT_EQ(p5.unit, "mbar");
+}
+
+// The per-byte path (trend, export, archive) and the packet decode give the same bits, with and
+// without the cold-junction term, for every sensor and a spread of bytes.
+TEST_F(HkDecodeTest, EveryByteConvertsAsThePacketDecodesIt) {
+  const uint8_t boards[] = {0, 153, 255};
+  const uint8_t bytes[] = {0, 1, 0x7F, 0x80, 0xD2, 0xD3, 0xFF};
+  std::vector<testing::Packet> packets;
+  for (const uint8_t board : boards) {
+    for (const uint8_t byte : bytes) {
+      std::map<int, uint8_t> by_sensor;
+      for (int s = 1; s <= 36; ++s) by_sensor[s] = s == 28 ? board : byte;
+      packets.push_back(hk_packet(2, sensor_bytes(by_sensor)));
+    }
+  }
+  load(packets);
+  const Configuration& config = session.config;
+  for (int32_t k = 1; k <= static_cast<int32_t>(packets.size()); ++k) {
+    const DecodedHousekeeping packet = decoded(k);
+    const double term = board_cold_junction_term(config, session.HK_Sensor_Data.at(28, k));
+    EXPECT_EQ(std::bit_cast<uint64_t>(packet.cold_junction_term), std::bit_cast<uint64_t>(term)) << k;
+    for (int s = 1; s <= 36; ++s) {
+      const SensorValue one = hk_byte_value(config, s, session.HK_Sensor_Data.at(s, k), term);
+      EXPECT_EQ(std::bit_cast<uint64_t>(packet.sensor(s).value), std::bit_cast<uint64_t>(one.value))
+          << "sensor " << s << " entry " << k;
+      EXPECT_EQ(std::bit_cast<uint64_t>(packet.sensor(s).voltage), std::bit_cast<uint64_t>(one.voltage))
+          << "sensor " << s << " entry " << k;
+      EXPECT_EQ(packet.sensor(s).raw, one.raw);
+      EXPECT_EQ(packet.sensor(s).unit, one.unit);
+    }
+  }
+}
+
+TEST_F(HkDecodeTest, ATableOrEntryItCannotReachIsOutOfRange) {
+  load({hk_packet(2)});
+  struct Case {
+    const char* what;
+    int sensors;
+    int32_t index;
+    const char* detail;
+  };
+  const Case cases[] = {
+      {"an entry past the list", 36, 2, "in entry 2"},
+      {"a table without the board temperature", 27, 1, "sensor 28 of a table of 27"},
+  };
+  for (const Case& c : cases) {
+    Configuration config = session.config;
+    config.Sensor_Table.resize(static_cast<size_t>(c.sensors));
+    const testing::Thrown error = testing::thrown([&] { decode_housekeeping(config, session.HK_Sensor_Data, c.index); });
+    EXPECT_EQ(error.number, 9) << c.what;
+    EXPECT_TRUE(testing::contains(error.message, c.detail)) << c.what << ": " << error.message;
+  }
+  const testing::Thrown beyond = testing::thrown([&] { decoded(1).sensor(37); });
+  EXPECT_EQ(beyond.number, 9);
+  EXPECT_TRUE(testing::contains(beyond.message, "sensor 37 of a table of 36")) << beyond.message;
+}
+
+// What the records held after the view decoded into them, and after the export wrote its cells.
+TEST_F(HkDecodeTest, KeepingAPacketFillsTheRecordsAndTheExportKeepsItsFields) {
+  load({hk_packet(2, sensor_bytes({{22, 80}, {29, 70}}))});
+  session.config.sensor(29).Sensor_Unit = "millimetres";
+  const DecodedHousekeeping packet = decoded(1);
+  EXPECT_EQ(session.config.sensor(29).Sensor_Unit, "millimetres") << "decoding only reads";
+
+  Configuration kept = session.config;
+  keep_in_sensor_records(kept, packet);
+  for (int s = 1; s <= 36; ++s) {
+    const SensorRecord& record = kept.sensor(s);
+    const DecodedSensor& sensor = packet.sensor(s);
+    EXPECT_EQ(record.Raw_Reading, sensor.raw) << s;
+    EXPECT_EQ(record.Voltage, sensor.voltage) << s;
+    EXPECT_EQ(record.Voltage_Upper, sensor.voltage_upper) << s;
+    EXPECT_EQ(record.Value, sensor.value) << s;
+    EXPECT_EQ(record.Value_Upper, sensor.value_upper) << s;
+    EXPECT_EQ(record.Sensor_Unit, sensor.unit) << s;
+  }
+  EXPECT_EQ(kept.sensor(29).Sensor_Unit, "mm");
+
+  Configuration exported = session.config;
+  exported.sensor(22).Voltage_Upper = 7;
+  exported.sensor(22).Value_Upper = 8;
+  keep_in_sensor_records(exported, 22, hk_byte_value(exported, 22, 80, 0));
+  EXPECT_EQ(exported.sensor(22).Raw_Reading, 80);
+  EXPECT_EQ(exported.sensor(22).Voltage, packet.sensor(22).voltage);
+  EXPECT_EQ(exported.sensor(22).Value, packet.sensor(22).value);
+  EXPECT_EQ(exported.sensor(22).Voltage_Upper, 7) << "the export writes no upper bounds";
+  EXPECT_EQ(exported.sensor(22).Value_Upper, 8);
+  EXPECT_EQ(exported.sensor(29).Sensor_Unit, "millimetres") << "a sensor the export did not write";
+}
+
+}  // namespace
+}  // namespace morvane
