@@ -140,7 +140,9 @@ TEST_F(CalibrationDialogTest, AnOpenHousekeepingViewRedrawsWithTheTableTheEditor
   editor->button("Accept")->click();
   ASSERT_TRUE(closed(ViewKind::PressureCalibration));
   EXPECT_NE(housekeeping->picture()->drawing(), before);
-  EXPECT_EQ(housekeeping->picture()->drawing(), draw_sensor_page(window->session().config).drawing);
+  const Session& session = window->session();
+  const DecodedHousekeeping redecoded = decode_housekeeping(session.config, session.HK_Sensor_Data, 1);
+  EXPECT_EQ(housekeeping->picture()->drawing(), draw_sensor_page(session.config, redecoded).drawing);
   EXPECT_TRUE(no_message());
 }
 
