@@ -9,7 +9,7 @@
 #include "bench_files.h"
 #include "core/session.h"
 #include "functest/short_message_load.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "sim/config_writer.h"
 
 namespace morvane {

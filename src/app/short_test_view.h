@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "child_view.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "functest/short_test_report.h"
 
 class QGridLayout;

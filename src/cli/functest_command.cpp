@@ -9,7 +9,7 @@
 #include "usage_error.h"
 #include "functest/report_provenance.h"
 #include "functest/short_message_load.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "core/safe_file.h"
 #include "functest/short_test_report.h"
 #include "core/program_version.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "core/number_text.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "functest/short_test_ranges.h"
 
 namespace morvane::result_routines {

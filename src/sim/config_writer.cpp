@@ -7,7 +7,7 @@
 #include "core/error.h"
 #include "core/number_text.h"
 #include "sim/instrument_model.h"
-#include "sim/test_ranges.h"
+#include "sim/short_test_ranges.h"
 
 namespace morvane::sim {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "sim/test_ranges.h"
+#include "sim/short_test_ranges.h"
 
 #include <filesystem>
 #include <fstream>

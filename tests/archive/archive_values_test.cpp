@@ -6,7 +6,7 @@
 #include "archive_fixture.h"
 #include "core/error.h"
 #include "functest/short_message_load.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "decoders/information_presenter.h"
 #include "decoders/trend_series.h"
 

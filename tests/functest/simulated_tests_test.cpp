@@ -9,7 +9,7 @@
 #include <string>
 
 #include "functest/short_message_load.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 #include "sim/config_writer.h"
 #include "sim/short_form_tests.h"
 #include "sim/telemetry_writer.h"

@@ -7,7 +7,7 @@
 
 #include "core/error.h"
 #include "core/session.h"
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 
 namespace morvane::fuzz {
 

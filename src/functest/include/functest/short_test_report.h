@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 
 namespace morvane {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The evaluation of one test from its readings: conversions, every tab, the summary.
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "functest/short_test.h"
+#include "functest/short_test_evaluation.h"
 
 #include "core/conversion.h"
 #include "result_routines.h"

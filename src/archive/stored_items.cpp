@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "test_items.h"
+#include "stored_items.h"
 
 namespace morvane::archive {
 namespace {
