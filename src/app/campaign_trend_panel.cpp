@@ -125,14 +125,7 @@ QWidget* CampaignTrendPanel::make_controls() {
   column->addWidget(separate);
   connect(separate, &QCheckBox::toggled, chart_, &TrendChart::set_separate_axes);
 
-  auto* limits_row = new QHBoxLayout;
-  limits_row->addWidget(new QLabel(tr("Limits"), panel));
-  limit_mode_ = new QComboBox(panel);
-  limit_mode_->setObjectName("LimitMode");
-  limit_mode_->addItems({tr("No limits"), QStringLiteral("Cruise Phase"), QStringLiteral("EAFT")});
-  limit_mode_->setCurrentIndex(1);
-  limits_row->addWidget(limit_mode_, 1);
-  column->addLayout(limits_row);
+  limit_mode_ = add_limit_mode_row(*column, panel, 1);
   connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
     read_limit_file();
     plot_series();

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "sensor_checklist.h"
 
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QListWidget>
+#include <QVBoxLayout>
 
 #include "core/configuration.h"
 #include "functest/sensor_limits.h"
@@ -20,6 +24,18 @@ QListWidget* make_sensor_checklist(const Configuration& config, QWidget* parent)
   }
   list->setMinimumWidth(190);
   return list;
+}
+
+QComboBox* add_limit_mode_row(QVBoxLayout& column, QWidget* panel, int mode_index) {
+  auto* row = new QHBoxLayout;
+  row->addWidget(new QLabel(QObject::tr("Limits"), panel));
+  auto* mode = new QComboBox(panel);
+  mode->setObjectName("LimitMode");
+  mode->addItems({QObject::tr("No limits"), QStringLiteral("Cruise Phase"), QStringLiteral("EAFT")});
+  mode->setCurrentIndex(mode_index);
+  row->addWidget(mode, 1);
+  column.addLayout(row);
+  return mode;
 }
 
 std::vector<int> checked_sensors(const QListWidget& list) {

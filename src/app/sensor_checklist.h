@@ -7,7 +7,9 @@
 #include "functest/short_test_ranges.h"
 #include "decoders/trend_plot.h"
 
+class QComboBox;
 class QListWidget;
+class QVBoxLayout;
 class QWidget;
 
 namespace morvane {
@@ -21,6 +23,10 @@ QListWidget* make_sensor_checklist(const Configuration& config, QWidget* parent)
 std::vector<int> checked_sensors(const QListWidget& list);
 // Ticks or clears a sensor's box, as a click on it does.
 void check_sensor(QListWidget& list, int sensor, bool checked);
+
+// Adds the row "Limits [No limits | Cruise Phase | EAFT]" to a trend's control column and
+// returns its box (object name "LimitMode"), showing the mode of that index.
+QComboBox* add_limit_mode_row(QVBoxLayout& column, QWidget* panel, int mode_index);
 
 // The limits each series is held to in a limit file: none without a file, or for a sensor
 // without a limit record.

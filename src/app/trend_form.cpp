@@ -103,14 +103,7 @@ QWidget* TrendForm::make_controls() {
   column->addWidget(axes);
   connect(separate_axes_, &QRadioButton::toggled, chart_, &TrendChart::set_separate_axes);
 
-  auto* limits_row = new QHBoxLayout;
-  limits_row->addWidget(new QLabel(tr("Limits"), panel));
-  limit_mode_ = new QComboBox(panel);
-  limit_mode_->setObjectName("LimitMode");
-  limit_mode_->addItems({tr("No limits"), QStringLiteral("Cruise Phase"), QStringLiteral("EAFT")});
-  limit_mode_->setCurrentIndex(session().Test_Mode == "EAFT" ? 2 : 1);
-  limits_row->addWidget(limit_mode_, 1);
-  column->addLayout(limits_row);
+  limit_mode_ = add_limit_mode_row(*column, panel, session().Test_Mode == "EAFT" ? 2 : 1);
   connect(limit_mode_, &QComboBox::currentIndexChanged, this, [this] {
     guarded([&] { read_limit_file(); });
     plot_series();

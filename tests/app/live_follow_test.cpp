@@ -98,27 +98,6 @@ TEST_F(LiveFollowTest, NewFramesReachTheOpenViewsAndAShrunkLogIsIgnoredUntilItGr
   EXPECT_TRUE(no_message());
 }
 
-TEST_F(LiveFollowTest, ALogReplacedByANewFileIsFollowedAnewFromItsFirstFrame) {
-  write_log(frames(4));
-  window->start_collection();
-  ASSERT_EQ(window->session().Packet_Count, 4);
-  // The ground station starts a new log: written beside the old one and renamed over it.
-  testing::write_bytes(dir.path("new.dat"), frames(2).bytes());
-  std::filesystem::rename(dir.path("new.dat"), log());
-  window->Timer1_Timer();
-  ASSERT_TRUE(one_message("The log file "));
-  EXPECT_TRUE(dialogs.messages[0].contains("was replaced by a new file: collection starts again from its first frame"));
-  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(log())));
-  EXPECT_TRUE(window->is_collecting());
-  EXPECT_TRUE(window->collection_timer()->isActive());
-  EXPECT_EQ(window->session().Packet_Count, 2);  // as a stop and a start would find it
-  EXPECT_EQ(window->session().catalogue.HK_Count(), 2);
-
-  grow_log(frames(3));  // the new log then grows as any other
-  EXPECT_EQ(window->session().Packet_Count, 3);
-  EXPECT_EQ(dialogs.messages.size(), 1u);
-}
-
 TEST_F(LiveFollowTest, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBack) {
   write_log(frames(4));
   window->start_collection();

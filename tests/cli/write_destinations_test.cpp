@@ -66,57 +66,6 @@ TEST_F(WriteDestinations, ADashIsStandardOutputAndTheAccountGoesToTheErrorStream
   EXPECT_FALSE(fs::exists("-"));
 }
 
-TEST_F(WriteDestinations, ALinkIsFollowedAPipeWrittenInPlaceAndAFolderRefused) {
-  testing::write_file(dir.path("out/real.txt"), kOld);
-  fs::create_symlink("real.txt", dir.path("out/link.txt"));
-  ASSERT_EQ(export_to(dir.path("out/link.txt")).status, 0);
-  EXPECT_TRUE(fs::is_symlink(dir.path("out/link.txt")));
-  const std::string exported = testing::read_file(dir.path("out/real.txt"));
-  EXPECT_EQ(exported.substr(0, 23), "Housekeeping - Raw data");
-
-  const std::string pipe = dir.path("out/pipe");
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  std::string received;
-  std::thread reader([&] { received = testing::read_file(pipe); });
-  const auto piped = export_to(pipe);
-  reader.join();
-  EXPECT_EQ(piped.status, 0) << piped.err;
-  EXPECT_EQ(received, exported);
-  EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
-
-  const auto folder = export_to(dir.path("out"));
-  EXPECT_EQ(folder.status, 1);
-  EXPECT_EQ(folder.err, "error: Bad file name or number: " + dir.path("out") + " is a folder, not a file; Error number 52\n");
-  EXPECT_EQ(names_in(dir.path("out")), (std::vector<std::string>{"link.txt", "pipe", "real.txt"}));
-}
-
-TEST_F(WriteDestinations, AFullDiskLeavesThePreviousFileAndKeepsTheWholeLinesBesideIt) {
-  const std::string out = dir.path("out/hk.txt");
-  testing::write_file(out, kOld);
-  // Files may not grow beyond 64 KiB (the export is larger); the limit's signal is ignored, as a
-  // full disk sends none.
-  const auto run = testing::run_cli_limited("trap '' XFSZ; ulimit -f 128", export_arguments(out));
-  EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err.rfind("error: Disk full: " + out, 0), 0u) << run.err;
-  EXPECT_NE(run.err.find(out + " is left as it was; the lines written so far are in " + dir.path("out/hk.partial.txt")),
-            std::string::npos)
-      << run.err;
-  EXPECT_EQ(testing::read_file(out), kOld);
-  const std::string kept = testing::read_file(dir.path("out/hk.partial.txt"));
-  EXPECT_EQ(kept.substr(kept.size() - 2), "\r\n");
-  EXPECT_EQ(names_in(dir.path("out")), (std::vector<std::string>{"hk.partial.txt", "hk.txt"}));
-
-  // The report of a short form test likewise.
-  const std::string report = dir.path("out/report.txt");
-  testing::write_file(report, kOld);
-  const auto reported = testing::run_cli_limited(
-      "trap '' XFSZ; ulimit -f 2",
-      {"functest", file, "-t", "QM", "--base", base, "--mode", "cruise", "--test", "1", "--report", report});
-  EXPECT_EQ(reported.status, 1);
-  EXPECT_EQ(reported.err.rfind("error: Disk full: " + report, 0), 0u) << reported.err;
-  EXPECT_EQ(testing::read_file(report), kOld);
-}
-
 TEST_F(WriteDestinations, ASignalEndsTheToolWithoutATemporaryFile) {
   const std::string out = dir.path("out/hk.xlsx");  // a workbook: slow enough to be caught under way
   testing::write_file(out, kOld);

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
-#include <set>
 #include <utility>
 #include <string>
 
@@ -91,30 +90,6 @@ TEST(PacketKinds, EveryLabelOfTheTableIsClassifiedAsSuchByEveryFormatFamily) {
   }
 }
 
-TEST(PacketKinds, TheTableHoldsTheInstrumentsIdentifiers) {
-  struct Case {
-    PacketKind kind;
-    int32_t binary, zeb;
-    CatalogueList list;
-  };
-  const Case cases[] = {
-      {PacketKind::Housekeeping, 0x0F34, 1844, CatalogueList::HK},
-      {PacketKind::ProgressEvent, 0x0F37, 1847, CatalogueList::Information},
-      {PacketKind::Acceptance, 0x0F31, 1841, CatalogueList::Information},
-      {PacketKind::MemoryDump, 0x0F39, 1849, CatalogueList::Information},
-      {PacketKind::Science, 0x0F3C, 1852, CatalogueList::Science},
-      {PacketKind::Empty, 0, 0, CatalogueList::Information},
-  };
-  for (const Case& c : cases) {
-    const PacketKindInfo& info = packet_kind_info(c.kind);
-    EXPECT_EQ(info.binary_identifier, c.binary) << info.name;
-    EXPECT_EQ(info.zeb_identifier, c.zeb) << info.name;
-    EXPECT_EQ(info.list, c.list) << info.name;
-    EXPECT_EQ(kind_of_identifier(c.binary, FormatFamily::Frames280), c.kind) << info.name;
-    EXPECT_EQ(kind_of_identifier(c.zeb, FormatFamily::Zeb), c.kind) << info.name;
-  }
-}
-
 TEST(PacketKinds, CountersAddUpAndKeepTheirNames) {
   CatalogueCounters a, b;
   for (int c = 0; c < kCounterCount; ++c) {
@@ -142,44 +117,6 @@ TEST(PacketKinds, CountersAddUpAndKeepTheirNames) {
   for (const auto& [value, counter] : named) {
     EXPECT_EQ(value, 101 * (static_cast<int>(counter) + 1)) << static_cast<int>(counter);
   }
-}
-
-TEST(PacketKinds, IsotopeFlagBitsDifferBetweenTheFamilies) {
-  struct Case {
-    int32_t flags;
-    FormatFamily family;
-    bool whole_spectrum;
-  };
-  const Case cases[] = {
-      {3, FormatFamily::Frames282, true}, {2, FormatFamily::Frames282, true}, {1, FormatFamily::Frames282, false},
-      {3, FormatFamily::Frames280, true}, {2, FormatFamily::Frames280, false}, {1, FormatFamily::Frames280, true},
-      {3, FormatFamily::Zeb, true},       {2, FormatFamily::Zeb, false},       {1, FormatFamily::Zeb, true},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ((c.flags & isotope_spectrum_bit(c.family)) != 0, c.whole_spectrum)
-        << c.flags << " in family " << static_cast<int>(c.family);
-  }
-}
-
-TEST(PacketKinds, IdentifiersAreDistinctAndZebHoldsTheirLowElevenBits) {
-  for (const FormatFamily family : {FormatFamily::Frames282, FormatFamily::Frames280, FormatFamily::Zeb}) {
-    std::set<int32_t> seen;
-    for (const PacketKindInfo& kind : kPacketKinds) {
-      EXPECT_TRUE(seen.insert(identifier_of(kind.kind, family)).second) << kind.name;
-      if (!kind.slot) {
-        EXPECT_EQ(kind_of_identifier(identifier_of(kind.kind, family), family), kind.kind) << kind.name;
-      }
-    }
-  }
-  for (const PacketKindInfo& kind : kPacketKinds) {
-    if (!kind.slot) {
-      EXPECT_EQ(kind.zeb_identifier, kind.binary_identifier & 0x7FF) << kind.name;
-    }
-  }
-  EXPECT_EQ(kind_of_identifier(0, FormatFamily::Frames282), PacketKind::Empty);
-  EXPECT_EQ(kind_of_identifier(0x0F35, FormatFamily::Frames282), PacketKind::Unknown);
-  EXPECT_EQ(kind_of_identifier(0x0F34 + 0x10000, FormatFamily::Frames282), PacketKind::Unknown);
-  EXPECT_EQ(kind_of_identifier(-1844, FormatFamily::Zeb), PacketKind::Unknown);
 }
 
 TEST(PacketKinds, SelectorValuesOutsideTheRulesFallBackToTheKindsOtherLabel) {
