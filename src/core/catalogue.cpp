@@ -35,21 +35,31 @@ HKSensorColumn HKSensorTable::column(int sensor, int32_t entries) const {
 }
 
 void HKSensorTable::append_rows(const uint8_t* rows, int32_t count) {
+  write_rows(grow_rows(count), rows, count);
+}
+
+int32_t HKSensorTable::grow_rows(int32_t count) {
+  const int32_t first = entries_ + 1;
+  entries_ += count;
+  if (sensors_ == 0) return first;
+  // Whole chunks from the start: only the pages written become resident, so a small table
+  // stays small, and a big one is never copied to grow.
   const size_t width = static_cast<size_t>(sensors_);
-  if (width == 0) {
-    entries_ += count;
-    return;
+  while (static_cast<int64_t>(chunks_.size()) << kShift < entries_) {
+    chunks_.emplace_back(allocate_huge(width * (size_t{1} << kShift)));
   }
+  return first;
+}
+
+void HKSensorTable::write_rows(int32_t first, const uint8_t* rows, int32_t count) {
+  const size_t width = static_cast<size_t>(sensors_);
+  if (width == 0) return;
+  int32_t at = first - 1;
   while (count > 0) {
-    // Whole chunks from the start: only the pages written become resident, so a small table
-    // stays small, and a big one is never copied to grow.
-    if (static_cast<size_t>(entries_ >> kShift) == chunks_.size()) {
-      chunks_.emplace_back(allocate_huge(width * (size_t{1} << kShift)));
-    }
-    const int32_t room = (1 << kShift) - (entries_ & kMask);
+    const int32_t room = (1 << kShift) - (at & kMask);
     const int32_t n = count < room ? count : room;
-    std::memcpy(chunk(entries_) + static_cast<size_t>(entries_ & kMask) * width, rows, static_cast<size_t>(n) * width);
-    entries_ += n;
+    std::memcpy(chunk(at) + static_cast<size_t>(at & kMask) * width, rows, static_cast<size_t>(n) * width);
+    at += n;
     rows += static_cast<size_t>(n) * width;
     count -= n;
   }

@@ -3,7 +3,9 @@
 // length fields and enters each in its list. Frames are independent of one another, so large
 // files are classified in blocks of frames on several threads and merged in frame order.
 #include <algorithm>
+#include <cstring>
 #include <exception>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -25,16 +27,27 @@ constexpr int32_t kWindowFrames = 2048;  // frames it reads at a time
 
 struct BlockResult {
   std::vector<Packet_Entry> hk, science, information;
-  std::vector<uint8_t> hk_rows;  // the sensor bytes of each housekeeping entry
+  // The sensor bytes of each housekeeping entry: hk.size() rows. The buffer only grows, so that
+  // a row is written once, never zero-filled first.
+  std::vector<uint8_t> hk_rows;
   CatalogueCounters counters;
   void clear() {
     hk.clear();
     science.clear();
     information.clear();
-    hk_rows.clear();
     counters = {};
   }
 };
+
+// Where a block's entries go in the catalogue: the 1-based index of its first entry in each list
+// and of its first row of sensor bytes.
+struct Placement {
+  int32_t hk = 0, science = 0, information = 0, rows = 0;
+};
+
+// How a housekeeping packet's sensor bytes lie: the demo set's sensors, and most tables, are a
+// run of consecutive bytes, read as they are or with each byte pair swapped.
+enum class SensorLayout { Scattered, Run, SwappedRun };
 
 struct Walk {
   int32_t stride = 282;
@@ -44,8 +57,32 @@ struct Walk {
   // byte lies within reach of the block buffer (offsets as read, swapped when byte_reverse).
   bool copy_sensor_bytes = false;
   std::vector<int32_t> sensor_offsets;
+  SensorLayout layout = SensorLayout::Scattered;
+  int32_t run_start = 0;  // the first offset of a run
   int32_t reach = kHeaderBytes;  // bytes after a packet's start that the block buffer holds
 };
+
+// Copies the sensor bytes of the housekeeping packet just entered (the last of out.hk).
+void copy_sensor_row(const uint8_t* packet, const Walk& walk, BlockResult& out) {
+  const size_t width = walk.sensor_offsets.size();
+  const size_t at = (out.hk.size() - 1) * width;
+  if (out.hk_rows.size() < at + width) out.hk_rows.resize(std::max(out.hk_rows.size() * 2, at + width));
+  uint8_t* row = out.hk_rows.data() + at;
+  switch (walk.layout) {
+    case SensorLayout::Run:
+      std::memcpy(row, packet + walk.run_start, width);
+      break;
+    case SensorLayout::SwappedRun:
+      for (size_t j = 0; j < width; j += 2) {
+        row[j] = packet[walk.run_start + j + 1];
+        row[j + 1] = packet[walk.run_start + j];
+      }
+      break;
+    case SensorLayout::Scattered:
+      for (size_t j = 0; j < width; ++j) row[j] = packet[walk.sensor_offsets[j]];
+      break;
+  }
+}
 
 // Classifies frames first..last from a buffer that starts at 0-based file offset base. The
 // family is a template argument so that its lookups fold into the loop.
@@ -87,14 +124,8 @@ void classify_frames(const uint8_t* buffer, int64_t base, int32_t first, int32_t
       switch (packet_kind_info(kind.kind).list) {
         case CatalogueList::HK:
           out.hk.push_back(entry);
-          if (walk.copy_sensor_bytes) {
-            const uint8_t* packet = buffer + (p - 1 - base);
-            const size_t width = walk.sensor_offsets.size();
-            const size_t at = out.hk_rows.size();
-            out.hk_rows.resize(at + width);
-            uint8_t* row = out.hk_rows.data() + at;
-            const int32_t* offsets = walk.sensor_offsets.data();
-            for (size_t j = 0; j < width; ++j) row[j] = packet[offsets[j]];
+          if (walk.copy_sensor_bytes && !walk.sensor_offsets.empty()) {
+            copy_sensor_row(buffer + (p - 1 - base), walk, out);
           }
           break;
         case CatalogueList::Science:
@@ -134,14 +165,57 @@ void classify_block(const TelemetryFile& file, int32_t first, int32_t last, cons
   }
 }
 
-void append(Session& session, const BlockResult& block, const Walk& walk) {
+// Makes room in the catalogue for a block and says where it goes; blocks are placed in file order.
+Placement place(Session& session, const BlockResult& block, const Walk& walk) {
   Catalogue& catalogue = session.catalogue;
-  catalogue.HK_List.append(block.hk.data(), block.hk.size());
-  catalogue.Science_List.append(block.science.data(), block.science.size());
-  catalogue.Information_List.append(block.information.data(), block.information.size());
+  HKSensorTable& table = session.HK_Sensor_Data;
+  const Placement before{catalogue.HK_Count() + 1, catalogue.Science_Count() + 1, catalogue.Information_Count() + 1,
+                         table.entries() + 1};
+  Placement at;
+  try {
+    at.hk = catalogue.HK_List.grow(block.hk.size());
+    at.science = catalogue.Science_List.grow(block.science.size());
+    at.information = catalogue.Information_List.grow(block.information.size());
+    if (walk.copy_sensor_bytes) at.rows = table.grow_rows(static_cast<int32_t>(block.hk.size()));
+  } catch (...) {
+    // No list may keep room that nothing fills: the blocks before this one stay as they were.
+    catalogue.HK_List.truncate(before.hk - 1);
+    catalogue.Science_List.truncate(before.science - 1);
+    catalogue.Information_List.truncate(before.information - 1);
+    table.truncate_rows(before.rows - 1);
+    throw;
+  }
   catalogue.counters.add(block.counters);
+  return at;
+}
+
+// Copies a placed block into the catalogue; blocks in disjoint places are copied at once.
+void copy_block(Session& session, const BlockResult& block, const Placement& at, const Walk& walk) {
+  Catalogue& catalogue = session.catalogue;
+  catalogue.HK_List.write(at.hk, block.hk.data(), block.hk.size());
+  catalogue.Science_List.write(at.science, block.science.data(), block.science.size());
+  catalogue.Information_List.write(at.information, block.information.data(), block.information.size());
   if (walk.copy_sensor_bytes) {
-    session.HK_Sensor_Data.append_rows(block.hk_rows.data(), static_cast<int32_t>(block.hk.size()));
+    session.HK_Sensor_Data.write_rows(at.rows, block.hk_rows.data(), static_cast<int32_t>(block.hk.size()));
+  }
+}
+
+// Runs job(0) .. job(workers - 1), the first on the calling thread, and rethrows the first failure.
+void run_on_threads(int workers, const std::function<void(int)>& job) {
+  std::vector<std::exception_ptr> failures(static_cast<size_t>(workers));
+  auto guarded = [&](int w) {
+    try {
+      job(w);
+    } catch (...) {
+      failures[static_cast<size_t>(w)] = std::current_exception();
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int w = 1; w < workers; ++w) threads.emplace_back(guarded, w);
+  guarded(0);
+  for (auto& thread : threads) thread.join();
+  for (auto& failure : failures) {
+    if (failure) std::rethrow_exception(failure);
   }
 }
 
@@ -160,6 +234,21 @@ void plan_sensor_bytes(Session& session, Walk& walk) {
     walk.reach = std::max(walk.reach, static_cast<int32_t>(k) + 1);
   }
   walk.copy_sensor_bytes = true;
+  const std::vector<int32_t>& offsets = walk.sensor_offsets;
+  if (offsets.empty()) return;
+  const int32_t start = *std::min_element(offsets.begin(), offsets.end());
+  auto follows = [&](auto position_of) {
+    for (size_t j = 0; j < offsets.size(); ++j) {
+      if (offsets[j] != start + position_of(static_cast<int32_t>(j))) return false;
+    }
+    return true;
+  };
+  walk.run_start = start;
+  if (follows([](int32_t j) { return j; })) {
+    walk.layout = SensorLayout::Run;
+  } else if (offsets.size() % 2 == 0 && follows([](int32_t j) { return j ^ 1; })) {
+    walk.layout = SensorLayout::SwappedRun;
+  }
 }
 
 void check_positions_fit(const Session& session, int stride) {
@@ -197,34 +286,21 @@ void catalogue_binary(Session& session, int32_t stride, FormatFamily family, con
     result.hk_rows.reserve(block_frames * 4 * walk.sensor_offsets.size());
   }
   std::vector<std::vector<uint8_t>> buffers(static_cast<size_t>(workers));
-  std::vector<std::exception_ptr> failures(static_cast<size_t>(workers));
+  std::vector<Placement> places(static_cast<size_t>(workers));
   for (int64_t start = first; start <= last; start += static_cast<int64_t>(kBlockFrames) * workers) {
-    std::vector<std::thread> threads;
-    for (int w = 0; w < workers; ++w) {
+    const int blocks = static_cast<int>(std::min<int64_t>(workers, (last - start) / kBlockFrames + 1));
+    run_on_threads(blocks, [&](int w) {
       const int64_t block_first = start + static_cast<int64_t>(w) * kBlockFrames;
       const int64_t block_last = std::min<int64_t>(block_first + kBlockFrames - 1, last);
       auto& result = results[static_cast<size_t>(w)];
       result.clear();
-      if (block_first > last) continue;
-      auto job = [&, w, block_first, block_last] {
-        try {
-          classify_block(file, static_cast<int32_t>(block_first), static_cast<int32_t>(block_last), walk,
-                         buffers[static_cast<size_t>(w)], results[static_cast<size_t>(w)]);
-        } catch (...) {
-          failures[static_cast<size_t>(w)] = std::current_exception();
-        }
-      };
-      if (w == 0) {
-        job();  // the calling thread takes the first block itself
-      } else {
-        threads.emplace_back(job);
-      }
-    }
-    for (auto& thread : threads) thread.join();
-    for (auto& failure : failures) {
-      if (failure) std::rethrow_exception(failure);
-    }
-    for (const auto& result : results) append(session, result, walk);
+      classify_block(file, static_cast<int32_t>(block_first), static_cast<int32_t>(block_last), walk,
+                     buffers[static_cast<size_t>(w)], result);
+    });
+    for (int w = 0; w < blocks; ++w) places[static_cast<size_t>(w)] = place(session, results[static_cast<size_t>(w)], walk);
+    run_on_threads(blocks, [&](int w) {
+      copy_block(session, results[static_cast<size_t>(w)], places[static_cast<size_t>(w)], walk);
+    });
     if (progress) {
       const int64_t done = std::min<int64_t>(start + static_cast<int64_t>(kBlockFrames) * workers, last + 1) - first;
       progress(done, total);

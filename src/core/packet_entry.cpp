@@ -42,26 +42,43 @@ const Packet_Entry& EntryList::at(int32_t i) const {
 }
 
 void EntryList::append(const Packet_Entry* entries, size_t count) {
+  write(grow(count), entries, count);
+}
+
+int32_t EntryList::grow(size_t count) {
   if (static_cast<int64_t>(size_) + static_cast<int64_t>(count) > INT32_MAX) {
     raise(ErrorNumber::Overflow, "a catalogue list holds at most 2147483647 entries");
   }
+  const int32_t first = size_ + 1;
+  const int32_t wanted = size_ + static_cast<int32_t>(count);
+  if (count > 0 && chunks_.empty()) {
+    first_capacity_ = std::clamp<int32_t>(static_cast<int32_t>(count), 1024, kChunkEntries);
+    chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(first_capacity_)));
+  }
+  if (chunks_.size() == 1 && wanted > first_capacity_ && first_capacity_ < kChunkEntries) {
+    // The first chunk grows by doubling, so that small lists stay small.
+    int32_t grown = first_capacity_;
+    while (grown < wanted && grown < kChunkEntries) grown = std::min<int32_t>(kChunkEntries, grown * 2);
+    auto bigger = allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(grown));
+    std::memcpy(bigger.get(), chunks_[0].get(), sizeof(Packet_Entry) * static_cast<size_t>(size_));
+    chunks_[0] = std::move(bigger);
+    first_capacity_ = grown;
+  }
+  // Then whole chunks: a list of millions of entries is never copied to grow.
+  while (wanted > static_cast<int64_t>(chunks_.size()) * kChunkEntries) {
+    chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(kChunkEntries)));
+  }
+  size_ = wanted;
+  return first;
+}
+
+void EntryList::write(int32_t first, const Packet_Entry* entries, size_t count) {
+  int32_t at = first - 1;
   while (count > 0) {
-    if (static_cast<size_t>(size_ >> kShift) == chunks_.size()) {
-      const bool first = chunks_.empty();
-      first_capacity_ = first ? std::clamp<int32_t>(static_cast<int32_t>(count), 1024, kChunkEntries) : kChunkEntries;
-      chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(first ? first_capacity_ : kChunkEntries)));
-    } else if (chunks_.size() == 1 && size_ == first_capacity_) {
-      const int32_t grown = std::min<int32_t>(kChunkEntries, first_capacity_ * 2);
-      auto bigger = allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(grown));
-      std::memcpy(bigger.get(), chunks_[0].get(), sizeof(Packet_Entry) * static_cast<size_t>(size_));
-      chunks_[0] = std::move(bigger);
-      first_capacity_ = grown;
-    }
-    const int32_t capacity = chunks_.size() == 1 ? first_capacity_ : kChunkEntries;
-    const size_t room = static_cast<size_t>(capacity - (size_ & kMask));
+    const size_t room = static_cast<size_t>(kChunkEntries - (at & kMask));
     const size_t n = count < room ? count : room;
-    std::memcpy(chunk(size_) + (size_ & kMask), entries, n * sizeof(Packet_Entry));
-    size_ += static_cast<int32_t>(n);
+    std::memcpy(chunk(at) + (at & kMask), entries, n * sizeof(Packet_Entry));
+    at += static_cast<int32_t>(n);
     entries += n;
     count -= n;
   }

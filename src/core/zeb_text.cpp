@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 #include <charconv>
+#include <memory>
 #include <cmath>
 #include <string_view>
 
@@ -51,22 +52,25 @@ inline uint64_t item_bytes(const uint8_t* bytes) {
 #endif
 }
 
+// The common item: an optional sign and up to nine decimal digits. Inlined into the scan.
+inline bool parse_whole_number(const char* p, const char* end, int32_t& value) {
+  const bool negative = *p == '-';
+  if (negative || *p == '+') ++p;
+  if (p == end || end - p > 9) return false;
+  int32_t v = 0;
+  for (; p < end; ++p) {
+    const unsigned digit = static_cast<unsigned>(*p - '0');
+    if (digit > 9) return false;
+    v = v * 10 + static_cast<int32_t>(digit);
+  }
+  value = negative ? -v : v;
+  return true;
+}
+
 }  // namespace
 
 bool parse_zeb_item(const char* begin, const char* end, int32_t& value) {
-  // Fast path: an optional sign and decimal digits.
-  const char* p = begin;
-  bool negative = false;
-  if (p < end && (*p == '-' || *p == '+')) negative = *p++ == '-';
-  if (p < end && end - p <= 9) {
-    int32_t v = 0;
-    const char* q = p;
-    while (q < end && *q >= '0' && *q <= '9') v = v * 10 + (*q++ - '0');
-    if (q == end) {
-      value = negative ? -v : v;
-      return true;
-    }
-  }
+  if (begin < end && parse_whole_number(begin, end, value)) return true;
   double real = 0;
   if (begin < end && *begin == '+') ++begin;
   const auto result = std::from_chars(begin, end, real);
@@ -86,16 +90,17 @@ ZebText::ZebText(const FileBytes& file) : file_(file) { rescan(); }
 
 void ZebText::rescan() {
   const uint64_t size = file_.size();
-  std::vector<uint8_t> buffer;
+  // Filled by each read, so never zero-filled first.
+  const uint64_t left = size > scanned_ ? size - scanned_ : 0;
+  const auto buffer = std::make_unique_for_overwrite<uint8_t[]>(static_cast<size_t>(std::min<uint64_t>(kChunk, left)));
   while (scanned_ < size) {
     const size_t count = static_cast<size_t>(std::min<uint64_t>(kChunk, size - scanned_));
-    buffer.resize(count);
-    file_.read(scanned_, buffer.data(), count);
+    file_.read(scanned_, buffer.get(), count);
     // 64 bytes at a time: an item starts where a non-separator follows a separator; only the
     // blocks where a record starts are looked at byte by byte.
     size_t i = 0;
     for (; i + 64 <= count; i += 64) {
-      const uint64_t items = item_bytes(buffer.data() + i);
+      const uint64_t items = item_bytes(buffer.get() + i);
       const uint64_t starts = items & ~((items << 1) | (in_item_ ? 1u : 0u));
       in_item_ = (items >> 63) != 0;
       const int found = std::popcount(starts);
@@ -134,6 +139,20 @@ void ZebText::raise_not_a_number(int32_t r, int item, std::string_view token) co
                                        " \"" + std::string(token) + "\" is not a number");
 }
 
+int32_t ZebText::parse_item_or_raise(const char* begin, const char* end, int32_t r, int item) const {
+  const std::string_view token(begin, static_cast<size_t>(end - begin));
+  int32_t value = 0;
+  bool parsed = false;
+  try {
+    parsed = parse_zeb_item(begin, end, value);
+  } catch (const RuntimeError&) {
+    raise(ErrorNumber::Overflow, file_.path() + " record " + std::to_string(r) + " item " + std::to_string(item) +
+                                     ": " + std::string(token) + " does not fit 32 bits");
+  }
+  if (!parsed) raise_not_a_number(r, item, token);
+  return value;
+}
+
 void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& visit) const {
   if (first > last) return;
   if (first < 1 || last > complete_records()) {
@@ -148,23 +167,17 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
   const uint64_t start = starts_[static_cast<size_t>(first)];
   const uint64_t left = file_.size() > start ? file_.size() - start : 0;
   const size_t chunk = last - first < 64 ? 8192 : static_cast<size_t>(std::clamp<uint64_t>(left, 8192, kChunk));
-  std::vector<char> buffer(chunk);
+  const auto buffer = std::make_unique_for_overwrite<char[]>(chunk);
   std::string carried;
   ZebRecord items{};
   int32_t r = first;
   int item = 0;
   uint64_t offset = start;
   auto take = [&](const char* begin, const char* end) {
-    ++item;
-    const std::string_view token(begin, static_cast<size_t>(end - begin));
-    bool parsed = false;
-    try {
-      parsed = parse_zeb_item(begin, end, items[static_cast<size_t>(item)]);
-    } catch (const RuntimeError&) {
-      raise(ErrorNumber::Overflow, file_.path() + " record " + std::to_string(r) + " item " + std::to_string(item) +
-                                       ": " + std::string(token) + " does not fit 32 bits");
+    int32_t& value = items[static_cast<size_t>(++item)];
+    if (!parse_whole_number(begin, end, value)) [[unlikely]] {
+      value = parse_item_or_raise(begin, end, r, item);
     }
-    if (!parsed) raise_not_a_number(r, item, token);
     if (item == kZebItemsPerRecord) {
       visit(r, items);
       ++r;
@@ -177,9 +190,9 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
       raise(ErrorNumber::InputPastEndOfFile,
             file_.path() + " (ZEB record " + std::to_string(r) + " is not complete)");
     }
-    const size_t count = buffer.size();
-    file_.read(offset, reinterpret_cast<uint8_t*>(buffer.data()), count);
-    const char* p = buffer.data();
+    const size_t count = chunk;
+    file_.read(offset, reinterpret_cast<uint8_t*>(buffer.get()), count);
+    const char* p = buffer.get();
     const char* end = p + count;
     if (!carried.empty()) {  // finish the token the last buffer ended in
       const char* stop = p;
@@ -190,6 +203,33 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
         take(carried.data(), carried.data() + carried.size());
         carried.clear();
       }
+    }
+    // Whole 64-byte blocks by their masks: a bit that differs from the one before it is where
+    // an item starts or ends.
+    bool in_item = false;
+    const char* item_begin = p;
+    while (end - p >= 64 && r <= last) {
+      const uint64_t items = item_bytes(reinterpret_cast<const uint8_t*>(p));
+      uint64_t edges = items ^ ((items << 1) | (in_item ? 1u : 0u));
+      in_item = (items >> 63) != 0;
+      for (; edges != 0 && r <= last; edges &= edges - 1) {
+        const int bit = std::countr_zero(edges);
+        if ((items >> bit) & 1u) {
+          item_begin = p + bit;
+        } else {
+          take(item_begin, p + bit);
+        }
+      }
+      p += 64;
+    }
+    if (in_item && r <= last) {  // the item the blocks ended in
+      while (p < end && !is_separator(static_cast<uint8_t>(*p))) ++p;
+      if (p == end) {
+        carried.assign(item_begin, p);
+        offset += count;
+        continue;
+      }
+      take(item_begin, p);
     }
     while (p < end && r <= last) {
       while (p < end && is_separator(static_cast<uint8_t>(*p))) ++p;

@@ -112,6 +112,12 @@ class HKSensorTable {
   HKSensorColumn column(int sensor, int32_t entries) const;
   // Appends count rows of sensors() bytes each.
   void append_rows(const uint8_t* rows, int32_t count);
+  // Makes room for count more rows and returns the number of the first; they hold nothing until
+  // written. Several threads may then write disjoint ranges at once.
+  int32_t grow_rows(int32_t count);
+  void write_rows(int32_t first, const uint8_t* rows, int32_t count);
+  // Keeps the first n rows (n <= entries()).
+  void truncate_rows(int32_t n) { entries_ = n; }
   // Empties the table and sets the row width.
   void reset(int sensors);
 

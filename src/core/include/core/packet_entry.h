@@ -59,9 +59,22 @@ class EntryList {
   // Entry i, 1-based; an index outside 1..size() is "Subscript out of range".
   const Packet_Entry& at(int32_t i) const;
   const Packet_Entry& operator[](int32_t i) const { return chunk(i - 1)[(i - 1) & kMask]; }
-  void push_back(const Packet_Entry& entry) { append(&entry, 1); }
+  void push_back(const Packet_Entry& entry) {
+    if (size_ < capacity()) {
+      chunk(size_)[size_ & kMask] = entry;
+      ++size_;
+    } else {
+      append(&entry, 1);
+    }
+  }
   // Appends count entries at once (the classifier's blocks).
   void append(const Packet_Entry* entries, size_t count);
+  // Makes room for count more entries and returns the 1-based index of the first; they hold
+  // nothing until written. Several threads may then write disjoint ranges at once.
+  int32_t grow(size_t count);
+  void write(int32_t first, const Packet_Entry* entries, size_t count);
+  // Keeps the first n entries (n <= size()).
+  void truncate(int32_t n) { size_ = n; }
   void clear();
   size_t memory_bytes() const { return chunks_.size() * kChunkEntries * sizeof(Packet_Entry); }
 
@@ -70,6 +83,9 @@ class EntryList {
   static constexpr int kShift = 18;
   static constexpr int32_t kChunkEntries = 1 << kShift;
   static constexpr int32_t kMask = kChunkEntries - 1;
+  int64_t capacity() const {
+    return chunks_.size() == 1 ? first_capacity_ : static_cast<int64_t>(chunks_.size()) * kChunkEntries;
+  }
   Packet_Entry* chunk(int32_t zero_based) const {
     return reinterpret_cast<Packet_Entry*>(chunks_[static_cast<size_t>(zero_based >> kShift)].get());
   }

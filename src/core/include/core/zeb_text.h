@@ -52,6 +52,8 @@ class ZebText {
  private:
   using RecordVisitor = std::function<void(int32_t, const ZebRecord&)>;
   void scan_records(int32_t first, int32_t last, const RecordVisitor& visit) const;
+  // An item that is not a plain whole number: a real number rounded, or an error naming it.
+  int32_t parse_item_or_raise(const char* begin, const char* end, int32_t r, int item) const;
   [[noreturn]] void raise_not_a_number(int32_t r, int item, std::string_view token) const;
 
   const FileBytes& file_;
