@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   CLI::App app{"Morvane EGSE batch tool: decode telemetry files as the workstation shows them", "morvane-cli"};
   app.require_subcommand(1);
   app.set_version_flag("--version", std::string("morvane-cli ") + morvane::kProgramVersion);
-  morvane::cli::add_commands(app);
+  morvane::cli::add_commands(app, argc > 1 ? argv[1] : "");
   // An interrupted export or report leaves no temporary file behind.
   morvane::remove_temporary_files_on_signals();
   try {

@@ -275,6 +275,13 @@ void catalogue_binary(Session& session, int32_t stride, FormatFamily family, con
   const int32_t total = last - first + 1;
   const int workers = total <= kBlockFrames ? 1 : static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 4u));
 
+  // Room for about four packets a frame, so that the lists of a new load are not copied as they
+  // grow: it is only address space until written.
+  const int32_t most_entries = static_cast<int32_t>(std::min<int64_t>(static_cast<int64_t>(total) * 4, INT32_MAX));
+  session.catalogue.HK_List.reserve(most_entries);
+  session.catalogue.Science_List.reserve(most_entries);
+  session.catalogue.Information_List.reserve(most_entries);
+
   std::vector<BlockResult> results(static_cast<size_t>(workers));
   // Room for a busy block, so the vectors rarely grow; no more than the frames to do need, since
   // a pass of live follow or a small file would otherwise claim megabytes for a few frames.

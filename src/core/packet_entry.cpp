@@ -45,6 +45,12 @@ void EntryList::append(const Packet_Entry* entries, size_t count) {
   write(grow(count), entries, count);
 }
 
+void EntryList::reserve(int32_t expected) {
+  if (!chunks_.empty() || expected <= 0) return;
+  first_capacity_ = std::clamp<int32_t>(expected, 1024, kChunkEntries);
+  chunks_.push_back(allocate_huge(sizeof(Packet_Entry) * static_cast<size_t>(first_capacity_)));
+}
+
 int32_t EntryList::grow(size_t count) {
   if (static_cast<int64_t>(size_) + static_cast<int64_t>(count) > INT32_MAX) {
     raise(ErrorNumber::Overflow, "a catalogue list holds at most 2147483647 entries");

@@ -69,6 +69,9 @@ class EntryList {
   }
   // Appends count entries at once (the classifier's blocks).
   void append(const Packet_Entry* entries, size_t count);
+  // Sizes an empty list's first chunk for about expected entries (at most a whole chunk): a load
+  // that knows its size copies nothing while the list grows. Pages never written cost nothing.
+  void reserve(int32_t expected);
   // Makes room for count more entries and returns the 1-based index of the first; they hold
   // nothing until written. Several threads may then write disjoint ranges at once.
   int32_t grow(size_t count);
