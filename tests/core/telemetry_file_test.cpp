@@ -85,19 +85,6 @@ TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
 }
 
-TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
-  TempDir dir;
-  std::string text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
-  text += "1, 2, 3\r\n";
-  testing::write_file(dir.path("z"), text);
-  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  EXPECT_EQ(file.Get_Packet_Count(), 2);
-  EXPECT_EQ(file.zeb().record(1)[5], testing::zeb_id(PacketKind::Housekeeping));
-  const testing::Thrown past = testing::thrown([&] { file.zeb().record(2); });
-  EXPECT_EQ(past.number, 62);
-  EXPECT_EQ(past.message.rfind("Input past end of file", 0), 0u) << past.message;
-}
-
 TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
   TempDir dir;
   const std::string text = testing::zeb_text(
