@@ -60,16 +60,6 @@ TEST(GetWord, ByteOrderFollowsByteReverse) {
   EXPECT_EQ(file.Get_Word(-5, true), 0);
 }
 
-TEST(PacketByte, AByteReversedFileYieldsTheBytesOfANormalOne) {
-  TempDir dir;
-  testing::write_bytes(dir.path("normal"), {0, 0, 0, 0, 0x11, 0x22, 0x33, 0x44});
-  testing::write_bytes(dir.path("reversed"), {0, 0, 0, 0, 0x22, 0x11, 0x44, 0x33});
-  TelemetryFile normal(dir.path("normal"), FileFormat::CSS), reversed(dir.path("reversed"), FileFormat::CSS);
-  Packet_Entry entry;
-  entry.Packet_Position = 5;
-  for (int k = 0; k < 4; ++k) EXPECT_EQ(normal.packet_byte(entry, k, false), reversed.packet_byte(entry, k, true));
-}
-
 TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   TempDir dir;
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{9, 0x0F34}, {10, -2}, {11, 70000}})}));
