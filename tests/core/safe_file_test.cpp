@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(SafeFile, ReplacesTheContentAndKeepsThePermissions) {
+TEST(SafeFile, ReplacesTheContentKeepingThePermissionsAndContinuesShortWrites) {
   testing::TempDir dir;
   const std::string path = dir.path("cal.txt");
   testing::write_file(path, "old content that is longer\n");
@@ -34,17 +34,11 @@ TEST(SafeFile, ReplacesTheContentAndKeepsThePermissions) {
   EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
   EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
 
-  replace_file(dir.path("fresh.txt"), "made\n");  // a file that did not exist
-  EXPECT_EQ(testing::read_file(dir.path("fresh.txt")), "made\n");
-}
-
-TEST(SafeFile, ShortWritesAreContinued) {
-  testing::TempDir dir;
-  const std::string path = dir.path("cal.txt");
-  replace_file(path, "0123456789", [](int fd, const void* data, size_t size) {
+  // A file that did not exist, taken three bytes a call: short writes are continued.
+  replace_file(dir.path("fresh.txt"), "made in parts\n", [](int fd, const void* data, size_t size) {
     return ::write(fd, data, std::min<size_t>(size, 3));
   });
-  EXPECT_EQ(testing::read_file(path), "0123456789");
+  EXPECT_EQ(testing::read_file(dir.path("fresh.txt")), "made in parts\n");
 }
 
 TEST(SafeFile, AReplacementWrittenInPartsTakesTheNameOnlyWhenCommitted) {
