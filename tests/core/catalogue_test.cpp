@@ -109,7 +109,7 @@ TEST(Catalogue, EntriesCarryTheHeaderFields) {
   Packet p = science(3, 2, 0x1234);
   p.time_high = 0x8001;
   p.time_low = 5;
-  writer.add_frame({hk(2, 7, 0x0102), p});
+  writer.add_frame({hk(2, 0xC000 + 7, 0x0102), p});  // flags 3 that a housekeeping entry does not keep
   f.load(writer, FileFormat::CSS);
   const Packet_Entry& h = f.catalogue().HK_List[1];
   EXPECT_EQ(h.Packet_Frame, 1);
@@ -209,12 +209,12 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   Fixture f;
   using testing::zeb_record;
   const std::string text = testing::zeb_text({
-      zeb_record({{5, zeb(PacketKind::Housekeeping)}, {6, 0}, {7, 12}, {8, 51}, {9, 3000}, {kZebSubType, 2},
+      zeb_record({{5, zeb(PacketKind::Housekeeping)}, {6, 3}, {7, 12}, {8, 51}, {9, 3000}, {kZebSubType, 2},
                   {9 + 11, 0x1700}}),
       zeb_record({{5, zeb(PacketKind::Science)}, {6, 1}, {7, 13}, {kZebSubType, 3}}),
       zeb_record({{5, zeb(PacketKind::ProgressEvent)}, {7, 21}, {8, 11}, {kZebClass, 1}}),
       zeb_record({{5, zeb(PacketKind::Acceptance)}, {kZebClass, 10}}),  // class 10 does not exist here
-      zeb_record({{5, 0}}),
+      zeb_record({{5, 0}, {7, 5}, {8, 11}, {9, 9}}),
       zeb_record({{5, 77}}),
   });
   testing::write_file(f.dir.path("z.txt"), text);
@@ -227,6 +227,7 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   EXPECT_EQ(c.HK_List[1].Sequence_Count, 12);
   EXPECT_EQ(c.HK_List[1].Packet_Length, 51);
   EXPECT_EQ(c.HK_List[1].Lander_Time, 3000);
+  EXPECT_EQ(c.HK_List[1].Segment_Flags, 0);  // only science entries keep the flags
   EXPECT_EQ(f.session.HK_Sensor_Data.at(1, 1), 0x17);  // byte 22: high byte of item 20
   EXPECT_THROW(f.session.HK_Sensor_Data.at(37, 1), RuntimeError);  // the table has 36 sensors
   EXPECT_EQ(c.counters.Isotope_Spectrum_Count(), 1);
@@ -235,6 +236,9 @@ TEST(CatalogueZeb, RecordsClassifyByTheirItems) {
   EXPECT_EQ(c.Information_List[1].Sequence_Count, 21);
   EXPECT_EQ(c.Information_List[2].Label, LabelCode::UnknownAcceptance);
   EXPECT_EQ(c.Information_List[3].Label, LabelCode::Empty);
+  EXPECT_EQ(c.Information_List[3].Sequence_Count, -1);  // a slot has no header, whatever the items hold
+  EXPECT_EQ(c.Information_List[3].Packet_Length, -1);
+  EXPECT_EQ(c.Information_List[3].Lander_Time, -1);
   EXPECT_EQ(c.Information_List[4].Label, LabelCode::Unknown);
   EXPECT_EQ(c.Information_List[4].Packet_Frame, 6);
 }

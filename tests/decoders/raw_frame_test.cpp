@@ -34,6 +34,7 @@ TEST(RawFrame, HeaderAndTrailerWordsAreRedTheRestBlue) {
   ASSERT_EQ(frame.words.size(), 141u);
   for (int k = 1; k <= 141; ++k) {
     EXPECT_EQ(frame.words[static_cast<size_t>(k - 1)].colour, (k <= 11 || k > 139) ? kRed : kBlue) << k;
+    EXPECT_EQ(frame.words[static_cast<size_t>(k - 1)].x, raw_word_x(k));
   }
   EXPECT_EQ(Display_Raw_Frame(file.session, 1).words[11].text, "0F34");  // frame byte 22 is word 12
 }
