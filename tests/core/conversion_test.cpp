@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -58,11 +57,10 @@ TEST_F(ConversionTest, PressureChannelsOverwriteTheCallersVoltage) {
   EXPECT_EQ(unit, "mbar");
 }
 
-TEST_F(ConversionTest, PressureFaultsAreRunTimeErrors) {
-  config.Pressure_Table[0].C1 = config.Pressure_Table[0].C2;
+// Equal readings (division by zero) are the error battery's.
+TEST_F(ConversionTest, APressureChannelWithoutItsRecordIsOutOfRange) {
   double voltage = 1, value = 0;
   std::string unit;
-  EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 22, voltage, value, unit); }).number, 11);
   config.Pressure_Table.resize(4);
   EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 26, voltage, value, unit); }).number, 9);
 }
@@ -101,12 +99,6 @@ TEST_F(ConversionTest, LookupsFollowThePublishedTypeNTable) {
     ++checked;
   }
   EXPECT_EQ(checked, 1500);
-}
-
-TEST(NTypeTable, EqualPointsAreDivisionByZero) {
-  NTypeTable table;
-  EXPECT_EQ(testing::thrown([&] { table.set_points({{0, 0}, {0, 10}, {20, 20}}); }).number, 11);
-  EXPECT_THROW(table.set_points(std::vector<std::pair<double, double>>(101, {0, 0})), RuntimeError);
 }
 
 }  // namespace

@@ -60,16 +60,6 @@ TEST(GetWord, ByteOrderFollowsByteReverse) {
   EXPECT_EQ(file.Get_Word(-5, true), 0);
 }
 
-TEST(PacketByte, AByteReversedFileYieldsTheBytesOfANormalOne) {
-  TempDir dir;
-  testing::write_bytes(dir.path("normal"), {0, 0, 0, 0, 0x11, 0x22, 0x33, 0x44});
-  testing::write_bytes(dir.path("reversed"), {0, 0, 0, 0, 0x22, 0x11, 0x44, 0x33});
-  TelemetryFile normal(dir.path("normal"), FileFormat::CSS), reversed(dir.path("reversed"), FileFormat::CSS);
-  Packet_Entry entry;
-  entry.Packet_Position = 5;
-  for (int k = 0; k < 4; ++k) EXPECT_EQ(normal.packet_byte(entry, k, false), reversed.packet_byte(entry, k, true));
-}
-
 TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   TempDir dir;
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{9, 0x0F34}, {10, -2}, {11, 70000}})}));
@@ -83,19 +73,6 @@ TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   EXPECT_EQ(file.packet_word(entry, 0, true), 0x0F34);
   EXPECT_THROW(file.packet_byte(entry, 4, false), RuntimeError);    // 70000 does not fit a word
   EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
-}
-
-TEST(ZebRecord, AnIncompleteRecordIsInputPastEndOfFile) {
-  TempDir dir;
-  std::string text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
-  text += "1, 2, 3\r\n";
-  testing::write_file(dir.path("z"), text);
-  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  EXPECT_EQ(file.Get_Packet_Count(), 2);
-  EXPECT_EQ(file.zeb().record(1)[5], testing::zeb_id(PacketKind::Housekeeping));
-  const testing::Thrown past = testing::thrown([&] { file.zeb().record(2); });
-  EXPECT_EQ(past.number, 62);
-  EXPECT_EQ(past.message.rfind("Input past end of file", 0), 0u) << past.message;
 }
 
 TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {

@@ -39,22 +39,17 @@ TEST_F(FormatCheck, TheOtherByteOrderRaisesADoubt) {
   EXPECT_TRUE(warning_for(file, FileFormat::CSS, false));
 }
 
-TEST_F(FormatCheck, EmptyFramesOrAKnownPacketAmongUnknownOnesRaiseNone) {
-  FrameWriter empty(282);
+TEST_F(FormatCheck, AKnownPacketInTheFirstSixteenFramesOrOnlyEmptyFramesRaiseNone) {
+  const Packet unknown{0x1234, 0, 11, 0, 0, {}, {}};
+  FrameWriter empty(282), mixed(282), late(282);
   for (int f = 0; f < 20; ++f) empty.add_frame({});
-  EXPECT_FALSE(warning_for(frames(empty), FileFormat::CSS));
-
-  FrameWriter mixed(282);
-  for (int f = 0; f < 15; ++f) mixed.add_frame({Packet{0x1234, 0, 11, 0, 0, {}, {}}});
+  for (int f = 0; f < 15; ++f) mixed.add_frame({unknown});
   mixed.add_frame({hk_packet(1)});
-  EXPECT_FALSE(warning_for(frames(mixed), FileFormat::CSS));
-}
-
-TEST_F(FormatCheck, AKnownPacketOnlyAfterTheFirstFramesStillRaisesADoubt) {
-  FrameWriter late(282);
-  late.add_frame({Packet{0x1234, 0, 11, 0, 0, {}, {}}});
+  late.add_frame({unknown});
   for (int f = 0; f < 16; ++f) late.add_frame({});
   late.add_frame({hk_packet(1)});
+  EXPECT_FALSE(warning_for(frames(empty), FileFormat::CSS));
+  EXPECT_FALSE(warning_for(frames(mixed), FileFormat::CSS));
   EXPECT_TRUE(warning_for(frames(late), FileFormat::CSS));
 }
 
