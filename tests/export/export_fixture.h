@@ -33,14 +33,6 @@ class ExportTest : public DecoderTest {
   }
 };
 
-// Lines of tab-delimited text written with another delimiter.
-inline std::string with_delimiter(std::string text, char delimiter) {
-  for (char& c : text) {
-    if (c == '\t') c = delimiter;
-  }
-  return text;
-}
-
 // A cell of a sheet: absent, a text or a number.
 struct SheetCell {
   enum Kind { Absent, Text, Number } kind = Absent;
