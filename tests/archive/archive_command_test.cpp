@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// morvane-cli archive: its JSON keys and exit codes, and answers equal to the single-file
-// commands on each file.
+// morvane-cli archive: its JSON keys and exit codes, and an answer of each command equal to the
+// single-file command's on that file.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -95,8 +95,7 @@ TEST_P(ArchiveCommand, FilesListsEveryKeyInIngestOrder) {
   EXPECT_EQ(files[1]["hk_count"], campaign().session(FileFormat::GRM).catalogue.HK_Count());
 }
 
-// The archive's values themselves are compared with the decoders' in archive_values_test; here
-// one answer of each command is compared with the single-file command's, through the options.
+// The archive's values themselves are compared with the decoders' in archive_values_test.
 TEST_P(ArchiveCommand, TrendPointsOfAFileAreTheTrendCommandsWithTheFilesNumber) {
   add({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
   add({campaign().files.at(FileFormat::FM)}, FileFormat::FM);

@@ -7,14 +7,17 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "../decoders/decoder_fixture.h"
 #include "export/export_output.h"
+#include "thrown.h"
 
 namespace morvane::testing {
 
@@ -29,6 +32,15 @@ class ExportTest : public DecoderTest {
     write(*output);
     output->finish();
     return read_file(dir.path(name));
+  }
+  // The run-time error number a write to a delimited text file fails with (0: none), and the lines
+  // it kept as out.partial.txt; the chosen name never appears.
+  std::pair<int, std::string> failed_write(const std::function<void(LineSink&)>& write, char delimiter = '\t') {
+    const auto output = open_export_output(dir.path("out.txt"), ExportFileType::Delimited_Text, delimiter, "Sheet");
+    const int number = thrown([&] { write(*output); }).number;
+    output->keep_partial();
+    EXPECT_FALSE(std::filesystem::exists(dir.path("out.txt")));
+    return {number, read_file(dir.path("out.partial.txt"))};
   }
 };
 
