@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 // A small campaign of the simulated instrument (one cycle in each of the five formats, with its
-// configuration and limit files) and a fresh archive of the backend under test.
+// configuration and limit files) and a fresh archive of the backend under test: every test of the
+// suite runs once per backend.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include "archive/archive.h"
-#include "archive_backends.h"
 #include "core/file_format.h"
 #include "core/session.h"
+#include "postgres_cluster.h"
 #include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
 #include "test_files.h"
@@ -53,6 +56,20 @@ inline const CampaignFiles& campaign() {
 
 inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
                                          FileFormat::ZEB};
+
+struct ArchiveBackend {
+  std::string name;  // a test-name suffix: letters and digits only
+  // The name (path or URL) of a new, empty archive for one test, whose scratch folder is dir.
+  std::function<std::string(const TempDir& dir)> fresh_archive;
+};
+
+inline void PrintTo(const ArchiveBackend& backend, std::ostream* out) { *out << backend.name; }
+
+// SQLite, and a new database of the run's one PostgreSQL cluster, made when the first such test starts.
+inline std::vector<ArchiveBackend> archive_backends() {
+  return {{"SQLite", [](const TempDir& dir) { return dir.path("campaign.sqlite"); }},
+          {"PostgreSQL", [](const TempDir&) { return test_postgres_cluster().create_database(); }}};
+}
 
 class ArchiveTest : public ::testing::TestWithParam<ArchiveBackend> {
  protected:

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "postgres_cluster.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <libpq-fe.h>
 #include <pwd.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,7 +13,6 @@
 #include <mutex>
 #include <sstream>
 #include <stdexcept>
-#include <vector>
 
 namespace morvane::testing {
 
@@ -34,8 +30,8 @@ std::string find_server_binaries() {
   std::error_code error;
   for (const auto& entry : fs::directory_iterator("/usr/lib/postgresql", error)) {
     const std::string version = entry.path().filename().string();
+    if (version.empty() || version.find_first_not_of("0123456789") != std::string::npos) continue;
     const fs::path bin = entry.path() / "bin";
-    if (version.empty() || !std::all_of(version.begin(), version.end(), ::isdigit)) continue;
     if (!fs::exists(bin / "initdb") || !fs::exists(bin / "pg_ctl") || !fs::exists(bin / "postgres")) continue;
     if (std::stoi(version) > best_version) {
       best_version = std::stoi(version);
@@ -52,18 +48,10 @@ std::string find_server_binaries() {
 
 bool running_as_root() { return ::geteuid() == 0; }
 
-// The command prefix that runs a server program as the unprivileged server user when we are root.
-std::vector<std::string> as_server_user(std::vector<std::string> command) {
-  if (!running_as_root()) return command;
-  std::vector<std::string> full = {"runuser", "-u", kServerUser, "--"};
-  full.insert(full.end(), command.begin(), command.end());
-  return full;
-}
-
-std::string shell_quote(const std::string& text) {
-  std::string quoted = "'";
-  for (char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
+std::string shell_quoted(const std::string& text) {
+  std::string out = "'";
+  for (char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return out + "'";
 }
 
 std::string read_text(const fs::path& path) {
@@ -71,32 +59,6 @@ std::string read_text(const fs::path& path) {
   std::stringstream text;
   text << in.rdbuf();
   return text.str();
-}
-
-// Runs a program in `folder` with its output appended to `log`; returns its exit status (-1 when
-// it did not exit normally).
-int run(const std::vector<std::string>& command, const std::string& folder, const std::string& log) {
-  std::vector<char*> argv;
-  for (const auto& argument : command) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
-  const int out = ::open(log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    // Only async-signal-safe calls between fork and exec.
-    if (::chdir(folder.c_str()) != 0) ::_exit(126);
-    if (out >= 0) {
-      ::dup2(out, STDOUT_FILENO);
-      ::dup2(out, STDERR_FILENO);
-    }
-    ::execvp(argv[0], argv.data());
-    ::_exit(127);
-  }
-  if (out >= 0) ::close(out);
-  if (child < 0) return -1;
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 // A fresh folder the server user owns, short enough for a Unix socket path inside it.
@@ -120,74 +82,45 @@ std::string make_cluster_folder() {
 }  // namespace
 
 PostgresCluster::PostgresCluster() : bin_(find_server_binaries()), folder_(make_cluster_folder()) {
-  const std::string data = folder_ + "/data";
-  const std::string log = folder_ + "/setup.log";
-  const auto fail = [&](const std::string& what) {
-    run(as_server_user({bin_ + "/pg_ctl", "-D", data, "-m", "immediate", "stop"}), folder_, "/dev/null");
-    const std::string details = read_text(log) + read_text(folder_ + "/server.log");
+  // As root the server programs run as the server user (root may not run them).
+  const std::string program =
+      (running_as_root() ? std::string("runuser -u ") + kServerUser + " -- " : "") + shell_quoted(bin_) + "/";
+  const std::string data = " -D " + shell_quoted(folder_ + "/data");
+  const std::string log = " >>" + shell_quoted(folder_ + "/setup.log") + " 2>&1";
+  const std::string stop = program + "pg_ctl" + data + " -m immediate stop >/dev/null 2>&1";
+  // Only a socket in our own folder: no TCP address at all. Durability is not wanted here.
+  const std::string settings = "listen_addresses = ''\nunix_socket_directories = '" + folder_ +
+                               "'\nfsync = off\nsynchronous_commit = off\nfull_page_writes = off\n";
+  const std::string setup = "cd " + shell_quoted(folder_) + " && " + program + "initdb" + data + " -U " + kRole +
+                            " -A trust --no-sync -E UTF8 --locale=C" + log + " && printf %s " +
+                            shell_quoted(settings) + " >>" + shell_quoted(folder_ + "/data/postgresql.conf") +
+                            " && " + program + "pg_ctl" + data + " -l " + shell_quoted(folder_ + "/server.log") +
+                            " -w -t 60 start" + log;
+  if (std::system(setup.c_str()) != 0) {
+    (void)!std::system(stop.c_str());
+    const std::string details = read_text(folder_ + "/setup.log") + read_text(folder_ + "/server.log");
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
-    throw std::runtime_error("the test PostgreSQL cluster " + what + ":\n" + details);
-  };
-  if (run(as_server_user({bin_ + "/initdb", "-D", data, "-U", kRole, "-A", "trust", "--no-sync", "-E", "UTF8",
-                          "--locale=C"}),
-          folder_, log) != 0) {
-    fail("could not be made (initdb failed)");
+    throw std::runtime_error("the test PostgreSQL cluster did not start:\n" + details);
   }
-  {
-    // Only a socket in our own folder: no TCP address at all. Durability is not wanted here.
-    std::ofstream conf(data + "/postgresql.conf", std::ios::app);
-    conf << "listen_addresses = ''\n"
-         << "unix_socket_directories = '" << folder_ << "'\n"
-         << "fsync = off\nsynchronous_commit = off\nfull_page_writes = off\n";
+  // A watchdog in a session of its own (Ctrl-C ends the tests, not it) waits for the end of a
+  // pipe only this process writes: the kernel closes it however the process ends (even SIGKILL
+  // by a test timeout), so the server never outlives the tests. stop() closes it on purpose.
+  const std::string cleanup = "read _; " + stop + "; rm -rf -- " + shell_quoted(folder_);
+  const std::string watchdog = "setsid -w sh -c " + shell_quoted(cleanup) + " >/dev/null 2>&1";
+  watchdog_ = ::popen(watchdog.c_str(), "we");  // "e": no program started later holds the pipe
+  if (watchdog_ == nullptr) {
+    (void)!std::system((stop + "; rm -rf -- " + shell_quoted(folder_)).c_str());
+    throw std::runtime_error("cannot start the cluster watchdog");
   }
-  if (run(as_server_user({bin_ + "/pg_ctl", "-D", data, "-l", folder_ + "/server.log", "-w", "-t", "60", "start"}),
-          folder_, log) != 0) {
-    fail("did not start");
-  }
-  start_watchdog();
 }
 
 PostgresCluster::~PostgresCluster() { stop(); }
 
-// A detached shell that waits for the end of a pipe whose write end only this process holds.
-// The kernel closes it when the process ends in any way (even SIGKILL by a test timeout), so the
-// server never outlives the tests; stop() closes it on purpose and waits for the shell.
-void PostgresCluster::start_watchdog() {
-  int ends[2];
-  if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("cannot make the cluster watchdog pipe");
-  std::string stop_command;
-  for (const auto& part : as_server_user({bin_ + "/pg_ctl", "-D", folder_ + "/data", "-m", "immediate", "stop"})) {
-    stop_command += shell_quote(part) + " ";
-  }
-  const std::string script = "read _; " + stop_command + "; rm -rf -- " + shell_quote(folder_);
-  const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::setsid();  // not in the terminal's process group: Ctrl-C ends the tests, not the watchdog
-    ::dup2(ends[0], STDIN_FILENO);
-    ::dup2(null, STDOUT_FILENO);
-    ::dup2(null, STDERR_FILENO);
-    ::execl("/bin/sh", "sh", "-c", script.c_str(), static_cast<char*>(nullptr));
-    ::_exit(127);
-  }
-  ::close(null);
-  ::close(ends[0]);
-  if (child < 0) {
-    ::close(ends[1]);
-    throw std::runtime_error("cannot start the cluster watchdog");
-  }
-  watchdog_pipe_ = ends[1];
-  watchdog_ = child;
-}
-
 void PostgresCluster::stop() {
-  if (watchdog_pipe_ < 0) return;
-  ::close(watchdog_pipe_);
-  watchdog_pipe_ = -1;
-  int status = 0;
-  while (::waitpid(watchdog_, &status, 0) < 0 && errno == EINTR) {
-  }
+  if (watchdog_ == nullptr) return;
+  ::pclose(watchdog_);  // ends the watchdog's read and waits while it stops the server
+  watchdog_ = nullptr;
 }
 
 std::string PostgresCluster::url(const std::string& database) const {

@@ -3,8 +3,8 @@
 // only through a Unix socket in that folder, and gone when the test program ends however it ends.
 #pragma once
 
+#include <cstdio>
 #include <string>
-#include <sys/types.h>
 
 namespace morvane::testing {
 
@@ -28,12 +28,9 @@ class PostgresCluster {
   void stop();
 
  private:
-  void start_watchdog();
-
   std::string bin_;
   std::string folder_;
-  int watchdog_pipe_ = -1;  // its closing, by stop() or by the kernel at exit, stops the server
-  pid_t watchdog_ = -1;
+  FILE* watchdog_ = nullptr;  // its closing, by stop() or by the kernel at exit, stops the server
   int databases_ = 0;
 };
 

@@ -5,12 +5,18 @@
 
 #include <filesystem>
 
-#include "limited_run.h"
 #include "mutated_files.h"
 #include "sim/config_writer.h"
 #include "test_files.h"
 
 namespace morvane {
+namespace testing {
+// A program of the build (run_program's path) after the shell commands of setup, whose limits it
+// inherits. Defined beside run_program.
+ProgramRun run_program_after(const std::string& setup, const std::string& program,
+                             const std::vector<std::string>& arguments, const std::string& working_folder = "");
+}  // namespace testing
+
 namespace {
 
 TEST(MutatedFiles, EveryCommandEndsDoneOrWithOneErrorLine) {
@@ -32,7 +38,7 @@ TEST(MutatedFiles, EveryCommandEndsDoneOrWithOneErrorLine) {
         const size_t file_at = arguments[0] == "export" ? 2 : 1;
         arguments.insert(arguments.begin() + static_cast<long>(file_at), {mutant.path, "-t", type, "--base", base});
         // A CPU-time limit turns an endless loop into a failure rather than a stuck test.
-        const auto run = testing::run_cli_limited("ulimit -t 20", arguments);
+        const auto run = testing::run_program_after("ulimit -t 20", "src/cli/morvane-cli", arguments);
         const std::string what = mutant.how + ": " + arguments[0];
         EXPECT_TRUE(run.status == 0 || run.status == 1) << what << " ended with " << run.status << ": " << run.err;
         if (run.status == 1) {

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Where the batch tool writes (-o, --report) and what it reads: "-" is standard output, a link is
-// followed, a pipe is written in place, a folder is an error; a full disk or a signal leaves the
-// previous file and no temporary file; inputs that are not regular files are refused at once; JSON
-// stays valid whatever the bytes of a name.
+// Where the batch tool writes: "-" is standard output with the account on the error stream; a
+// signal leaves the previous file and no temporary file; JSON stays valid whatever the bytes of a
+// name. The rules of every destination and input are the core's (safe_file_test, input_files_test).
 #include <gtest/gtest.h>
 #include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <chrono>
@@ -14,7 +12,6 @@
 #include <thread>
 
 #include "core/configuration.h"
-#include "limited_run.h"
 #include "core/windows_path.h"
 #include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
@@ -104,22 +101,6 @@ TEST_F(WriteDestinations, ASignalEndsTheToolWithoutATemporaryFile) {
     EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{"hk.xlsx"});
     EXPECT_EQ(testing::read_file(out), kOld);
   }
-}
-
-TEST_F(WriteDestinations, AnInputThatIsNotARegularFileIsRefusedAtOnce) {
-  const std::string pipe = dir.path("pipe");
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);  // nobody writes it: reading it would wait for ever
-  const auto telemetry = testing::run_program(kCli, {"summary", pipe, "-t", "QM", "--base", base});
-  EXPECT_EQ(telemetry.status, 1);
-  EXPECT_EQ(telemetry.err, "error: Bad file name or number: " + pipe + " is a named pipe, not a regular file; Error number 52\n");
-
-  const std::string sensors = config_path(base, kSensorsFile);
-  fs::remove(sensors);
-  fs::create_symlink("/dev/zero", sensors);  // endless bytes
-  const auto configuration = testing::run_program(kCli, {"summary", file, "-t", "QM", "--base", base});
-  EXPECT_EQ(configuration.status, 1);
-  EXPECT_EQ(configuration.err,
-            "error: Bad file name or number: " + sensors + " is a character device, not a regular file; Error number 52\n");
 }
 
 TEST_F(WriteDestinations, JsonTurnsTextThatIsNotUtf8IntoReplacementCharacters) {

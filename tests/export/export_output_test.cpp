@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Every way an export's write can go wrong, for both file types: a full disk, a pipe, a link, a
-// folder that cannot be written, a kill or a signal in the middle of the write. The previous
-// file always stays as it was; nothing is left behind but the lines kept as NAME.partial.EXT.
+// What an export's write adds to the replacement file's rules (core/safe_file_test), for both file
+// types: a full disk says where the lines written so far are kept (NAME.partial.EXT) and leaves
+// the previous file; a workbook streams into a pipe.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <thread>
 
@@ -14,7 +13,6 @@
 #include "export/export_output.h"
 #include "export_fixture.h"
 #include "folder_names.h"
-#include "thrown.h"
 
 namespace morvane {
 namespace {
@@ -106,65 +104,6 @@ TEST_P(ExportOutputTest, APipeIsWrittenInPlaceAndInOrder) {
     EXPECT_EQ(received, testing::read_file(path));
   }
   EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
-}
-
-TEST_P(ExportOutputTest, ALinkIsFollowedAndStays) {
-  const std::string link = dir.path(std::string("link-") + GetParam());
-  fs::create_symlink(path, link);
-  export_lines(link, 10);
-  EXPECT_TRUE(fs::is_symlink(link));
-  if (workbook()) {
-    EXPECT_EQ(testing::read_sheet(path).size(), 10u);
-  } else {
-    EXPECT_EQ(testing::read_file(path).substr(0, 21), "1\treading\t0.250000\t\r\n");
-  }
-}
-
-TEST_P(ExportOutputTest, AFolderThatCannotBeWrittenIsPermissionDenied) {
-  fs::permissions(dir.path("out"), fs::perms(0555));
-  const testing::ChildEnd end = testing::in_child([&] {
-    if (!testing::become_unprivileged()) ::_exit(3);
-    export_lines(path, 10);
-  });
-  fs::permissions(dir.path("out"), fs::perms(0755));
-  if (end.exit_status == 3) GTEST_SKIP() << "cannot give up the superuser's rights here";
-  EXPECT_EQ(end.exit_status, 1);
-  EXPECT_EQ(end.error.rfind("Permission denied: " + path, 0), 0u) << end.error;
-  EXPECT_EQ(testing::read_file(path), kOld);
-}
-
-TEST_P(ExportOutputTest, AKillMidWriteLeavesThePreviousFileAndTheNextExportClearsUp) {
-  const testing::ChildEnd killed = testing::in_child([&] {
-    const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
-    write_lines(*output, 50000);
-    ::raise(SIGKILL);
-  });
-  EXPECT_EQ(killed.signal, SIGKILL);
-  EXPECT_EQ(testing::read_file(path), kOld);
-  EXPECT_GT(names_in(dir.path("out")).size(), 1u);  // the killed writer's temporary file
-  export_lines(path, 10);
-  EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{fs::path(path).filename().string()});
-}
-
-TEST_P(ExportOutputTest, ASignalMidWriteRemovesTheTemporaryFiles) {
-  for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
-    const testing::ChildEnd end = testing::in_child([&] {
-      ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
-      remove_temporary_files_on_signals();
-      const auto output = open_export_output(path, export_file_type(path), '\t', "Sheet");
-      write_lines(*output, 50000);
-      ::raise(signal_number);
-    });
-    EXPECT_EQ(end.signal, signal_number);
-    EXPECT_EQ(names_in(dir.path("out")), std::vector<std::string>{fs::path(path).filename().string()});
-    EXPECT_EQ(testing::read_file(path), kOld);
-  }
-}
-
-TEST_P(ExportOutputTest, AFolderIsAClearErrorAndNothingIsWritten) {
-  const testing::Thrown error = testing::thrown([&] { export_lines(dir.path("out"), 1); });
-  EXPECT_EQ(error.number, 52);
-  EXPECT_PRED2(testing::contains, error.message, dir.path("out") + " is a folder");
 }
 
 INSTANTIATE_TEST_SUITE_P(TextAndWorkbook, ExportOutputTest, ::testing::Values("export.txt", "export.xlsx"),

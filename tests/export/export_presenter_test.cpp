@@ -19,20 +19,6 @@ using testing::hk_packet;
 using testing::isotope_packet;
 using testing::sensor_bytes;
 
-// The dialogs' texts keep their runs of blanks, a trailing blank and their misspellings.
-TEST(ExportDialogTexts, KeepTheirBlanksAndMisspellings) {
-  EXPECT_EQ(export_dialog_texts(ExportKind::Auxiliary).formats,
-            (std::vector<std::string_view>{"ADC Values", "Sensor Voltages",
-                                           "Calibrated Data         (no AD590 correction)",
-                                           "Calibrated Data         (with AD590 correction)"}));
-  EXPECT_EQ(export_dialog_texts(ExportKind::Spectra).formats,
-            (std::vector<std::string_view>{"Raw Data ", "Data proceesed for excel graphs"}));
-  EXPECT_EQ(export_dialog_texts(ExportKind::DS_Calibration).caption, "Export docking station calibration data to excel");
-  EXPECT_EQ(export_dialog_texts(ExportKind::DS_Calibration).invalid_range, "DS calibration ranges not valid");
-  EXPECT_EQ(kDelimiterFrame, "Deliminator");
-  EXPECT_EQ(kDelimiterOptions[2].character, ';');
-}
-
 class ExportDialog : public testing::ExportTest {
  protected:
   void SetUp() override {
@@ -102,24 +88,6 @@ TEST_F(ExportDialog, AFileThatCannotBeCreatedEndsTheExportSilently) {
 int files_in(const std::string& folder) {
   namespace fs = std::filesystem;
   return static_cast<int>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
-TEST_F(ExportDialog, AFinishedExportReplacesTheFileAndLeavesNothingElse) {
-  testing::write_file(dir.path("out/hk.txt"), "an older export that was longer than the new one\n");
-  ExportPresenter dialog(ExportKind::Housekeeping, session);
-  dialog.sensors.assign(36, false);
-  const auto request = dialog.Command1_Click().request;
-  const auto output = dialog.open_output(dir.path("out/hk.txt"), ExportFileType::Delimited_Text, *request);
-  ASSERT_NE(output, nullptr);
-  // Until the export ends the old file is whole.
-  EXPECT_EQ(testing::read_file(dir.path("out/hk.txt")), "an older export that was longer than the new one\n");
-  const ExportResult result = dialog.write(session, *request, *output);
-  EXPECT_EQ(result.rows, 3);
-  EXPECT_FALSE(result.cancelled);
-  EXPECT_EQ(testing::read_file(dir.path("out/hk.txt")),
-            "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n     \tseconds\t\r\n\r\n"
-            "1\t1000\t\r\n2\t1001\t\r\n3\t1002\t\r\n");
-  EXPECT_EQ(files_in(dir.path("out")), 1);
 }
 
 TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFarBesideTheChosenFile) {

@@ -55,7 +55,6 @@ struct TestReading {
 struct TestDesign {
   int32_t start_sequence = 100;
   int32_t start_time = 5000;
-  TestMode mode = TestMode::CruisePhase;
   std::array<TestReading, kTestReadings + 1> readings{};
 
   TestDesign() {
@@ -63,11 +62,6 @@ struct TestDesign {
     readings[8].identifier = 64;
     readings[27].identifier = 0;
     readings[29].identifier = 144;
-  }
-  TestDesign& in_mode(TestMode m) {
-    mode = m;
-    readings[1].identifier = first_reading_identifier(m);
-    return *this;
   }
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The simulated instrument's day as data: what the timeline plans for the tests and spectra that
-// the files are checked against.
+// the files are checked against (each test's readings and lost packet are checked where the
+// simulated tests are evaluated, tests/functest/simulated_tests_test.cpp).
 #include "cycle_timeline.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +9,6 @@
 #include <algorithm>
 #include <map>
 #include <variant>
-
-#include "sim/short_form_tests.h"
 
 namespace morvane::sim {
 namespace {
@@ -35,21 +34,6 @@ TEST(CycleTimeline, RunsInTimeOrderAndNumbersTestsAndSpectraOverTheWholeFile) {
   for (const auto& [offset, sub_packet] : all_of<happen::IsotopeSubPacket>(timeline)) {
     EXPECT_GE(sub_packet.spectrum, 5);
     EXPECT_LT(sub_packet.spectrum, 10);
-  }
-}
-
-TEST(CycleTimeline, EachTestReadsEverySlotTwoSecondsApartAndLosesOnlyItsScriptedPacket) {
-  const CycleTimeline timeline = cycle_timeline(0, 0, 0);
-  const auto readings = all_of<happen::TestReading>(timeline);
-  ASSERT_EQ(readings.size(), 4u * 232);
-  for (size_t run = 0; run < 4; ++run) {
-    const ScriptedTest& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[run])];
-    EXPECT_EQ(readings[run * 232].first, test.start_offset);
-    for (size_t k = 0; k < 232; ++k) EXPECT_EQ(readings[run * 232 + k].second.reading, static_cast<int>(k) + 1);
-  }
-  for (const auto& [offset, packet] : all_of<happen::TestPacket>(timeline)) {
-    const ScriptedTest& test = scripted_tests()[static_cast<size_t>(timeline.test_runs[static_cast<size_t>(packet.run)])];
-    EXPECT_EQ(packet.lost, packet.number == test.missing_packet) << "run " << packet.run << " packet " << packet.number;
   }
 }
 
