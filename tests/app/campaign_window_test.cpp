@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The Campaign window on a small archive of simulated files: the File menu opens it, its tables
-// list every file and test (failures in red) and sort by any column, a double click loads a
-// file or opens a test's evaluation, files are added with the workstation's byte order, the
-// events are searched, the trend crosses the files, and a server that cannot be reached is a
-// message.
+// list every file and test (failures in red), a double click loads a file or opens a test's
+// evaluation, files are added with the workstation's byte order, the events are searched, the
+// trend crosses the files, and a server that cannot be reached is a message. What the archive
+// holds is the archive tests' business.
 #include "campaign_window.h"
 
 #include <arpa/inet.h>
@@ -13,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QTabWidget>
 #include <QTableView>
@@ -110,71 +109,46 @@ class CampaignWindowTest : public testing::AppTest {
   QStringList files;
 };
 
-TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveAndListsEveryFileAndTest) {
+TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveAndListsEveryFileAndTestFailuresInRed) {
   archive_files();
-  EXPECT_EQ(window->menu_item("mnuFileOpenArchive")->text(), "Open &Archive...");
-  EXPECT_EQ(window->menu_item("mnuFileAddToArchive")->text(), "Add Files to Archi&ve...");
   CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
-  EXPECT_TRUE(campaign->is_open());
   EXPECT_EQ(archive_setting(), archive_path);
 
   const QTableView* table = campaign->files_table();
   ASSERT_EQ(table->model()->rowCount(), 2);
   for (int row = 0; row < 2; ++row) {
     EXPECT_EQ(cell(table, row, CampaignFileModel::Path), files[row]);
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Name), QFileInfo(files[row]).fileName());
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Type), "CSS");
     EXPECT_EQ(cell(table, row, CampaignFileModel::ByteReverse), "on");
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Size), QString::number(QFileInfo(files[row]).size()));
     EXPECT_EQ(cell(table, row, CampaignFileModel::Tests), QString::number(kTestsPerCycle));
   }
 
   // One row per test; the faulty ones (the second of each mode) fail with their items in red.
-  const QTableView* tests = campaign->tests_table();
+  QTableView* tests = campaign->tests_table();
   ASSERT_EQ(tests->model()->rowCount(), 2 * kTestsPerCycle);
-  int failed = 0;
   for (int row = 0; row < tests->model()->rowCount(); ++row) {
-    const QString verdict = cell(tests, row, CampaignTestModel::Verdict);
-    EXPECT_EQ(verdict, cell(tests, row, CampaignTestModel::Number) == "2" ? "Fail" : "Passed") << row;
-    if (verdict != "Fail") continue;
-    ++failed;
+    const bool faulty = cell(tests, row, CampaignTestModel::Number) == "2";
+    EXPECT_EQ(cell(tests, row, CampaignTestModel::Verdict), faulty ? "Fail" : "Passed") << row;
+    if (!faulty) continue;
     EXPECT_EQ(colour(tests, row, CampaignTestModel::Verdict), QColor(255, 0, 0));
-    EXPECT_EQ(colour(tests, row, CampaignTestModel::FailedItems), QColor(255, 0, 0));
     const QStringList items = cell(tests, row, CampaignTestModel::FailedItems).split(QStringLiteral(", "));
     if (cell(tests, row, CampaignTestModel::Mode) == "Cruise Phase") {
       EXPECT_TRUE(items.contains("V 7")) << items.join('/').toStdString();  // its lost packet carried V 7 to V 11
     }
     EXPECT_FALSE(items.contains("Valves"));  // the summary's sub-system rows are left out
   }
-  EXPECT_EQ(failed, 4);
+  // Numbers sort as numbers.
+  tests->sortByColumn(CampaignTestModel::LanderTime, Qt::DescendingOrder);
+  for (int row = 1; row < tests->model()->rowCount(); ++row) {
+    EXPECT_GE(cell(tests, row - 1, CampaignTestModel::LanderTime).toLongLong(),
+              cell(tests, row, CampaignTestModel::LanderTime).toLongLong());
+  }
   campaign->failed_only_box()->setChecked(true);
   EXPECT_EQ(tests->model()->rowCount(), 4);
 }
 
-TEST_F(CampaignWindowTest, EveryTableSortsByAnyColumnNumbersAsNumbers) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
-  QTableView* table = campaign->files_table();
-  table->sortByColumn(CampaignFileModel::Id, Qt::DescendingOrder);
-  EXPECT_EQ(cell(table, 0, CampaignFileModel::Path), files[1]);
-  table->sortByColumn(CampaignFileModel::Name, Qt::AscendingOrder);
-  EXPECT_EQ(cell(table, 0, CampaignFileModel::Name), "first.css");
-
-  QTableView* tests = campaign->tests_table();
-  for (const int column : {int(CampaignTestModel::LanderTime), int(CampaignTestModel::SequenceCount)}) {
-    tests->sortByColumn(column, Qt::DescendingOrder);
-    for (int row = 1; row < tests->model()->rowCount(); ++row) {
-      EXPECT_GE(cell(tests, row - 1, column).toLongLong(), cell(tests, row, column).toLongLong()) << row;
-    }
-  }
-  tests->sortByColumn(CampaignTestModel::Verdict, Qt::AscendingOrder);
-  EXPECT_EQ(cell(tests, 0, CampaignTestModel::Verdict), "Fail");
-}
-
-TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
+TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrderAndOnATestOpensItsEvaluation) {
   archive_files();
   CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
@@ -185,20 +159,12 @@ TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
   EXPECT_TRUE(no_message());
   EXPECT_EQ(window->session().File_Name, files[1].toStdString());
   EXPECT_EQ(window->session().File_Type, FileFormat::CSS);
-  EXPECT_TRUE(window->session().Byte_Reverse);
   EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
-
   // Enter on the current row does the same.
   table->setCurrentIndex(table->model()->index(1, 0));
   QTest::keyClick(table, Qt::Key_Return);
   EXPECT_EQ(window->session().File_Name, files[0].toStdString());
-  EXPECT_NE(window->view(ViewKind::Campaign), nullptr);  // the window stays across the load
-}
 
-TEST_F(CampaignWindowTest, ADoubleClickOnATestOpensItsEvaluation) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
   show_tab(campaign, campaign->tests_table()->parentWidget());
   QTableView* tests = campaign->tests_table();
   tests->sortByColumn(CampaignTestModel::File, Qt::DescendingOrder);
@@ -214,9 +180,9 @@ TEST_F(CampaignWindowTest, ADoubleClickOnATestOpensItsEvaluation) {
   EXPECT_EQ(window->session().Test_Mode, "EAFT");
   auto* evaluation = shown<ShortTest>(ViewKind::ShortTest);
   ASSERT_NE(evaluation, nullptr);
-  const ShortTestList list = find_short_tests(window->session());
-  EXPECT_EQ(window->session().Current_Science_Index, science_index_of_line(list, 2));
+  EXPECT_EQ(window->session().Current_Science_Index, science_index_of_line(find_short_tests(window->session()), 2));
   EXPECT_EQ(evaluation->overall_result()->text(), "Fail");
+  EXPECT_NE(window->view(ViewKind::Campaign), nullptr);  // the window stays across the loads
 }
 
 TEST_F(CampaignWindowTest, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArchive) {
@@ -228,68 +194,50 @@ TEST_F(CampaignWindowTest, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArch
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
   ASSERT_EQ(campaign->files_table()->model()->rowCount(), 1);
-  EXPECT_EQ(dialogs.choices_offered.back().offered.size(), 5);
 
   window->set_byte_reverse(false);
   const archive::IngestReport report =
       campaign->ingest_files({files[1], QString::fromStdString(dir.path("missing.css"))}, FileFormat::CSS);
   EXPECT_EQ(report.added.size(), 1u);
-  ASSERT_EQ(report.failed.size(), 1u);
   EXPECT_TRUE(one_message("Device I/O error: 1 of the files could not be added"));
   ASSERT_EQ(campaign->files_table()->model()->rowCount(), 2);
   EXPECT_EQ(campaign->file_model().file(1).byte_reverse, false);
-
-  // The same content read the same way again is skipped, never doubled.
-  const archive::IngestReport again = campaign->ingest_files({files[1]}, FileFormat::CSS);
-  EXPECT_EQ(again.skipped.size(), 1u);
-  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
 }
 
-TEST_F(CampaignWindowTest, TheEventSearchListsTheEntriesThatHoldTheText) {
+TEST_F(CampaignWindowTest, TheEventSearchAndTheTrendReadTheWholeArchive) {
   archive_files();
   CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
+  const auto& records = campaign->file_model().files();
+  ASSERT_EQ(records.size(), 2u);
   campaign->search_field()->clear();
   campaign->search_events();
   const QTableView* table = campaign->events_table();
-  int64_t information = 0;
-  for (const archive::FileRecord& file : campaign->file_model().files()) information += file.information_count;
-  ASSERT_EQ(table->model()->rowCount(), information);
-  ASSERT_GT(information, 0);
-
+  ASSERT_EQ(table->model()->rowCount(), records[0].information_count + records[1].information_count);
   const QString word = cell(table, 0, CampaignEventModel::Lines).section(QLatin1Char(' '), 0, 0);
-  ASSERT_FALSE(word.isEmpty());
   campaign->search_field()->setText(word);
   QTest::keyClick(campaign->search_field(), Qt::Key_Return);
   ASSERT_GT(table->model()->rowCount(), 0);
-  EXPECT_LE(table->model()->rowCount(), information);
   for (int row = 0; row < table->model()->rowCount(); ++row) {
     const QString text = cell(table, row, CampaignEventModel::Lines) + cell(table, row, CampaignEventModel::Label);
     EXPECT_TRUE(text.contains(word, Qt::CaseInsensitive)) << text.toStdString();
   }
-}
 
-TEST_F(CampaignWindowTest, TheTrendCrossesTheFilesWithTheirBoundariesAndLimits) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
+  // The trend crosses the files, with their boundaries and the sensor's limits.
   CampaignTrendPanel* trend = campaign->trend_panel();
   show_tab(campaign, trend);
   trend->set_sensor_chosen(kBoardTemperature, true);
   ASSERT_EQ(trend->series().size(), 1u);
   const std::vector<int64_t>& of_file = trend->point_files().front();
-  const auto& records = campaign->file_model().files();
-  ASSERT_EQ(records.size(), 2u);
-  const auto points_of = [&](int64_t id) { return std::count(of_file.begin(), of_file.end(), id); };
-  EXPECT_EQ(points_of(records[0].file_id), records[0].hk_count);
-  EXPECT_EQ(points_of(records[1].file_id), records[1].hk_count);
+  for (const archive::FileRecord& record : records) {
+    EXPECT_EQ(std::count(of_file.begin(), of_file.end(), record.file_id), record.hk_count);
+  }
   EXPECT_EQ(trend->chart()->boundaries().size(), 2u);
   ASSERT_EQ(trend->chart()->limits().size(), 1u);
   EXPECT_TRUE(trend->chart()->limits()[0].has_value());  // the board temperature has limits in cruise mode
-  EXPECT_TRUE(trend->chart()->grab().width() > 0);
 }
 
-TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowCarriesOn) {
+TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowKeepsItsArchive) {
   archive_files();
   CampaignWindow* campaign = open_through_menu();
   ASSERT_NE(campaign, nullptr);
@@ -297,16 +245,15 @@ TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowCarri
   dialogs.texts.push_back("postgresql://morvane@127.0.0.1:1/campaign?connect_timeout=2");
   window->menu_item("mnuFileOpenArchive")->trigger();
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(campaign->is_open());  // it still shows the archive it had
   EXPECT_EQ(campaign->location(), archive_path);
   EXPECT_EQ(archive_setting(), archive_path);
   EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
-
   // Anything but a server's URL typed is a message too.
   dialogs.choices.push_back(2);
   dialogs.texts.push_back("http://example");
   window->menu_item("mnuFileOpenArchive")->trigger();
-  EXPECT_EQ(dialogs.messages.size(), 2u);
+  ASSERT_EQ(dialogs.messages.size(), 2u);
+  EXPECT_TRUE(dialogs.messages[1].startsWith("Bad file name")) << dialogs.messages[1].toStdString();
 }
 
 TEST_F(CampaignWindowTest, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
