@@ -1,14 +1,33 @@
 // SPDX-License-Identifier: MIT
-// Start-up (the configuration before the window, then the byte order) and the menus' captions.
+// Start-up (the configuration before the window, then the byte order), the menus' captions, and
+// the command line run as a program where no display is available.
 #include "startup.h"
 
 #include <QMenuBar>
 
 #include "app_fixture.h"
+#include "core/program_version.h"
 #include "settings.h"
+#include "thrown.h"
 
 namespace morvane {
+namespace testing {
+// Runs the program after a shell command (tests/support).
+ProgramRun run_program_after(const std::string& setup, const std::string& program,
+                             const std::vector<std::string>& arguments, const std::string& working_folder = "");
+}  // namespace testing
+
 namespace {
+
+TEST(WorkstationCommandLine, HelpAndVersionPrintAndEndWithoutADisplay) {
+  const std::string no_display = "unset QT_QPA_PLATFORM DISPLAY WAYLAND_DISPLAY";
+  const auto help = testing::run_program_after(no_display, "src/app/morvane-egse", {"--help"});
+  EXPECT_EQ(help.status, 0) << help.err;
+  EXPECT_PRED2(testing::contains, help.out, "--screenshots <DIR>");
+  const auto version = testing::run_program_after(no_display, "src/app/morvane-egse", {"--version"});
+  EXPECT_EQ(version.status, 0) << version.err;
+  EXPECT_EQ(version.out, std::string("Morvane EGSE ") + kProgramVersion + "\n");
+}
 
 using testing::FakeDialogs;
 
