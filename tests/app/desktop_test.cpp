@@ -112,7 +112,8 @@ TEST_F(Desktop, EnterOpensTheSelectedLineAndCtrlCCopiesEverySelectedLine) {
   list->setCurrentIndex(summary->model(0)->index(1));
   press(list, Qt::Key_Return);
   EXPECT_EQ(window->session().Current_HK_Index, 2);
-  EXPECT_NE(window->view(ViewKind::Housekeeping), nullptr);
+  ASSERT_NE(window->view(ViewKind::Housekeeping), nullptr);
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Housekeeping)));
 
   list->selectionModel()->select(summary->model(0)->index(0), QItemSelectionModel::Select);
   list->selectionModel()->select(summary->model(0)->index(1), QItemSelectionModel::Select);

@@ -2,7 +2,7 @@
 // The four export dialogs as windows: the menu's guards, the range checks, the file choice, the
 // progress dialog's cancel, and files that are byte for byte what the command line writes. What
 // the dialogs' texts and checks are is the export tests' business.
-#include <algorithm>
+#include <iterator>
 #include <filesystem>
 
 #include <QCheckBox>
@@ -65,13 +65,8 @@ class ExportFormTest : public testing::AppTest {
     EXPECT_EQ(run.status, 0) << run.err;
     return testing::read_file(dir.path(out));
   }
-  std::vector<std::string> files_in_folder() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.root())) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
+  long files_in_folder() const {
+    return std::distance(std::filesystem::directory_iterator(dir.root()), std::filesystem::directory_iterator());
   }
   // The number of docking station calibrations in the file.
   int32_t calibration_count() const { return DSCalibrationIndex(window->session()).count(); }

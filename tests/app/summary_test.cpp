@@ -33,16 +33,11 @@ TEST_F(SummaryView, ListsTheCatalogueInThreeTabsWithTheDecodersLinesInAFixedPitc
   EXPECT_EQ(summary->count_text("packet_count"), "3");
 }
 
-TEST_F(SummaryView, ADoubleClickOpensTheViewOfTheLinesKindInFront) {
+TEST_F(SummaryView, ADoubleClickOnAScienceLineOpensTheViewOfItsKindInFront) {
   ASSERT_TRUE(load_frames(testing::three_frames()));
   Summary* summary = show<Summary>(ViewKind::Summary);
-  testing::double_click(summary->list(0), summary->model(0)->index(1));
-  EXPECT_EQ(window->session().Current_HK_Index, 2);
-  ASSERT_NE(window->view(ViewKind::Housekeeping), nullptr);
-  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Housekeeping)));
-
-  // Science entries: auxiliary, isotope, GC spectrum, unknown.
-  summary->List2_DblClick(3);
+  // Science entries: auxiliary, isotope, GC spectrum, unknown. (Housekeeping lines: Desktop's Enter.)
+  testing::double_click(summary->list(1), summary->model(1)->index(3));
   EXPECT_EQ(window->session().Current_Science_Index, 4);
   EXPECT_EQ(window->view(ViewKind::Auxiliary), nullptr);
   EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
