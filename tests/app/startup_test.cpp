@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Start-up (the configuration before the window, then the byte order), the menus' captions, and
-// the command line run as a program where no display is available.
+// The program around its windows: start-up (the configuration before the window, then the byte
+// order), the menus' captions, the command line run where no display is available, and the
+// messages echoed on the error stream.
 #include "startup.h"
 
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QTimer>
 
 #include "app_fixture.h"
 #include "core/program_version.h"
@@ -93,6 +96,29 @@ TEST_F(MainMenus, TheQuirkyCaptionsStayAndOnlyTheSwitchesCarryCheckMarks) {
   for (const QAction* menu : window->menuBar()->actions()) captions.push_back(menu->text().toStdString());
   EXPECT_EQ(captions, (std::vector<std::string>{"&File          ", "&Display          ", "&Calibration          ",
                                                 "&Test          ", "&Export           ", "&Window", "&Help"}));
+}
+
+TEST(ErrorEcho, AMessageBoxIsAlsoOneLineOnTheErrorStream) {
+  QtDialogs dialogs;
+  QTimer close_box;  // the user's OK
+  QObject::connect(&close_box, &QTimer::timeout, [] {
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) box->accept();
+  });
+  close_box.start(10);
+  ::testing::internal::CaptureStderr();
+  dialogs.message(nullptr, QStringLiteral("File not found: /data/t.qm; Error number 53"));
+  dialogs.message(nullptr, QStringLiteral("No configuration was found.\n\nChoose the base folder."));
+  // Each message is a line of its own (the platform may add lines of its own between them).
+  const std::string written = "\n" + ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(written.find("\nFile not found: /data/t.qm; Error number 53\n"), std::string::npos) << written;
+  EXPECT_NE(written.find("\nNo configuration was found. Choose the base folder.\n"), std::string::npos) << written;
+}
+
+TEST(ErrorEcho, AWindowlessRunWritesItsMessagesTheSameWay) {
+  ConsoleDialogs dialogs;
+  ::testing::internal::CaptureStderr();
+  dialogs.message(nullptr, QStringLiteral("Overflow: t.zeb record 3 item 20; Error number 6\n"));
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Overflow: t.zeb record 3 item 20; Error number 6\n");
 }
 
 }  // namespace
