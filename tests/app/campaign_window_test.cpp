@@ -198,25 +198,9 @@ TEST_F(CampaignWindowTest, TheEventSearchAndTheTrendReadTheWholeArchive) {
   EXPECT_TRUE(trend->chart()->limits()[0].has_value());  // the board temperature has limits in cruise mode
 }
 
-TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowKeepsItsArchive) {
+TEST_F(CampaignWindowTest, AServerThatNeverAnswersIsAMessageWhileTheWindowServesEventsAndKeepsItsArchive) {
   CampaignWindow* campaign = open_archived();
   ASSERT_NE(campaign, nullptr);
-  dialogs.choices.push_back(2);
-  dialogs.texts.push_back("postgresql://morvane@127.0.0.1:1/campaign?connect_timeout=2");
-  window->menu_item("mnuFileOpenArchive")->trigger();
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_EQ(campaign->location(), archive_path);
-  EXPECT_EQ(archive_setting(), archive_path);
-  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
-  // Anything but a server's URL typed is a message too.
-  dialogs.choices.push_back(2);
-  dialogs.texts.push_back("http://example");
-  window->menu_item("mnuFileOpenArchive")->trigger();
-  ASSERT_EQ(dialogs.messages.size(), 2u);
-  EXPECT_TRUE(dialogs.messages[1].startsWith("Bad file name")) << dialogs.messages[1].toStdString();
-}
-
-TEST_F(CampaignWindowTest, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
   // A loopback port that takes the connection and says nothing: the open waits on a worker thread.
   const int silent = ::socket(AF_INET, SOCK_STREAM, 0);
   sockaddr_in address{};
@@ -236,14 +220,20 @@ TEST_F(CampaignWindowTest, AServerThatNeverAnswersLeavesTheWindowServingEventsUn
   window->menu_item("mnuFileOpenArchive")->trigger();
   ::close(silent);
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
-  ASSERT_NE(campaign, nullptr);
-  EXPECT_FALSE(campaign->is_open());
-  EXPECT_TRUE(archive_setting().isEmpty());
   // Built without PostgreSQL the answer is immediate; with it, the window went on serving events.
   if (!dialogs.messages[0].contains("not built")) {
     EXPECT_GT(ticks, 5) << dialogs.messages[0].toStdString();
   }
+  EXPECT_EQ(campaign->location(), archive_path);
+  EXPECT_EQ(archive_setting(), archive_path);
+  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
+
+  // Anything but a server's URL typed is a message too.
+  dialogs.choices.push_back(2);
+  dialogs.texts.push_back("http://example");
+  window->menu_item("mnuFileOpenArchive")->trigger();
+  ASSERT_EQ(dialogs.messages.size(), 2u);
+  EXPECT_TRUE(dialogs.messages[1].startsWith("Bad file name")) << dialogs.messages[1].toStdString();
 }
 
 }  // namespace
