@@ -43,13 +43,13 @@ TEST_F(CalibrationDialogTest, ModifyAcceptAndYesWriteTheEntriesTyped) {
   EXPECT_FALSE(editor->atmosphere_entry(0)->isEnabled());
   editor->button("Modify")->click();
   ASSERT_EQ(dialogs.questions.size(), 1u);
-  EXPECT_FALSE(dialogs.questions[0].yes_no);
+  EXPECT_FALSE(dialogs.questions[0]);  // OK / Cancel
   EXPECT_TRUE(editor->vacuum_entry(4)->isEnabled());
   editor->vacuum_entry(0)->setText("12.5");
   editor->atmosphere_entry(1)->setText(" -3.25 ");
   editor->button("Accept")->click();
   ASSERT_EQ(dialogs.questions.size(), 2u);
-  EXPECT_TRUE(dialogs.questions[1].yes_no);
+  EXPECT_TRUE(dialogs.questions[1]);  // Yes / No
   EXPECT_EQ(testing::read_file(pressure_file),
             " 5\r\n22, 45,  12.5\r\n23, -3.25,  5\r\n24, 45,  5\r\n25, 45,  5\r\n26, 45,  5\r\n");
   EXPECT_EQ(window->session().config.Pressure_Table[0].C2, 12.5);

@@ -166,9 +166,7 @@ TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer)
 TEST_F(Desktop, ShowThisSpectrumOpensTheSpectrumWindowOnTheLineClicked) {
   ASSERT_TRUE(load_frames(testing::three_frames()));
   auto* summary = show<Summary>(ViewKind::Summary);
-  QStringList science_menu;
-  for (const QAction* action : summary->list(1)->actions()) science_menu.append(action->text());
-  EXPECT_EQ(science_menu, (QStringList{"Show in raw frame", "Show this spectrum"}));
+  EXPECT_EQ(summary->list(1)->actions().size(), 2);  // the science lines' menu: raw frame, spectrum
   summary->show_this_spectrum(1);  // auxiliary data: no spectrum
   EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
   summary->show_this_spectrum(3);  // the GC spectrum, spectrum 2 after the complete one

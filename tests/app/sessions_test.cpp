@@ -93,7 +93,7 @@ TEST_F(Sessions, ADroppedFileIsLoadedInTheFormatChosenAndACancelLoadsNothing) {
   EXPECT_TRUE(dialogs.choices_offered.empty());  // the question comes once the drop is over
   ASSERT_TRUE(testing::wait_until([&] { return !window->session().File_Name.empty(); }));
   ASSERT_EQ(dialogs.choices_offered.size(), 1u);
-  EXPECT_EQ(dialogs.choices_offered[0].preselected, 3);  // the suffix names QM
+  EXPECT_EQ(dialogs.choices_offered[0], 3);  // the suffix names QM
   EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
   EXPECT_EQ(recent_files().front(), (RecentFile{FileFormat::GRM, path}));
 
@@ -101,7 +101,7 @@ TEST_F(Sessions, ADroppedFileIsLoadedInTheFormatChosenAndACancelLoadsNothing) {
   ASSERT_TRUE(window->load_file(FileFormat::FM, file("before.bin")));
   ASSERT_TRUE(drop({QUrl::fromLocalFile(file("x.bin"))}));
   ASSERT_TRUE(testing::wait_until([&] { return dialogs.choices_offered.size() == 2; }));
-  EXPECT_EQ(dialogs.choices_offered[1].preselected, 2);  // FM
+  EXPECT_EQ(dialogs.choices_offered[1], 2);  // FM
   QApplication::processEvents();
   EXPECT_EQ(window->session().File_Name, dir.path("before.bin"));
   // Nothing that is not a local file is taken.

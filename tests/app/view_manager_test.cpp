@@ -115,24 +115,6 @@ TEST_F(ViewManagerTest, ACalibrationChangeReachesTheOpenWindowsHousekeepingFirst
                                                "Auxiliary_form AD590", "Calibration AD590"}));
 }
 
-TEST_F(ViewManagerTest, AWindowIsMadeOnceAKindAndAClosedOneIsMadeAnew) {
-  ChildView* summary = views.show_view(ViewKind::Summary);
-  EXPECT_EQ(views.show_view(ViewKind::Summary), summary);
-  views.show_entry(ViewKind::Housekeeping);
-  views.show_entry(ViewKind::Housekeeping);
-  EXPECT_EQ(journal, (std::vector<std::string>{"Summary made", "Housekeeping_form made", "Housekeeping_form entry",
-                                               "Housekeeping_form entry"}));
-  views.close_view(ViewKind::Summary);
-  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
-  EXPECT_EQ(area.subWindowList().size(), 1);
-  EXPECT_NE(views.show_view(ViewKind::Summary), nullptr);
-  EXPECT_EQ(journal.back(), "Summary made");
-  // A frame the user closes takes the window's open flag with it.
-  ViewManager::frame_of(views.view(ViewKind::Summary))->close();
-  testing::delete_closed_windows();
-  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
-}
-
 TEST_F(ViewManagerTest, AKindWithoutAWindowIsAPlaceholderForEntriesAndNothingOtherwise) {
   ViewManager bare(workstation, area);
   ChildView* placeholder = bare.show_view(ViewKind::Spectra);
