@@ -155,10 +155,7 @@ class LiveFollowAlone : public ::testing::Test {
 TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeen) {
   write_log(4);
   follow->start();
-  ASSERT_TRUE(follow->collecting());
-  EXPECT_TRUE(follow->timer()->isActive());
-  EXPECT_EQ(session.Packet_Count, 4);
-
+  ASSERT_TRUE(follow->timer()->isActive());
   write_log(2);  // rewritten shorter in place
   follow->Timer1_Timer();
   write_log(4);

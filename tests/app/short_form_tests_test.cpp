@@ -49,17 +49,12 @@ class ShortFormTests : public testing::AppTest {
     window->menu_item(menu_item)->trigger();
     return shown<ShortMessageLoad>(ViewKind::ShortTestList);
   }
-  // A double click on a line of the list, as the user makes it.
-  static void double_click(ShortMessageLoad* list, int row) {
-    testing::double_click(list->list(), list->list()->model()->index(row, 0));
-  }
-
   // Opens test `line` (from 1) of a mode's list by a double click; the list has closed.
   ShortTest* open_test(const char* menu_item, int line) {
     ShortMessageLoad* list = open_list(menu_item);
     EXPECT_NE(list, nullptr);
     if (!list) return nullptr;
-    double_click(list, line - 1);
+    testing::double_click(list->list(), list->list()->model()->index(line - 1, 0));
     EXPECT_TRUE(testing::wait_until([&] { return window->view(ViewKind::ShortTestList) == nullptr; }));
     return shown<ShortTest>(ViewKind::ShortTest);
   }
@@ -107,7 +102,7 @@ TEST_F(ShortFormTests, AMissingLimitFileIsAMessageAndTheListStays) {
   ASSERT_EQ(std::remove(limits.c_str()), 0) << limits;
   ShortMessageLoad* list = open_list("mnuTest_EAFT_mode");
   ASSERT_NE(list, nullptr);
-  double_click(list, 0);
+  testing::double_click(list->list(), list->list()->model()->index(0, 0));
   EXPECT_TRUE(one_message("File not found"));
   EXPECT_TRUE(dialogs.messages[0].contains("CSS EAFT Mode.txt")) << dialogs.messages[0].toStdString();
   EXPECT_EQ(window->view(ViewKind::ShortTest), nullptr);
