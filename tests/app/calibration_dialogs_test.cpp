@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The pressure calibration editor and the AD590 temperature dialog: their texts, the questions
-// they ask, what they write, and the views that follow them.
+// The pressure calibration editor and the AD590 temperature dialog as windows: the questions
+// they ask, what the entries typed write, a failed rewrite, and the views that follow them.
 #include <cerrno>
 #include <filesystem>
 
