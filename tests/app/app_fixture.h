@@ -40,17 +40,8 @@ class FakeDialogs : public Dialogs {
   // "message", "file", "folder", "question", "print", "choice", "text" as they happened
   std::vector<std::string> events;
   std::function<void()> on_message;  // called as each message is shown
-  struct Question {
-    QString text;
-    bool yes_no = false;  // Yes / No rather than OK / Cancel
-  };
-  std::vector<Question> questions;
-  struct Choice {
-    QString text;
-    QStringList offered;
-    int preselected = -1;
-  };
-  std::vector<Choice> choices_offered;
+  std::vector<bool> questions;       // each question asked: Yes / No (true) or OK / Cancel
+  std::vector<int> choices_offered;  // each choice asked for: the index preselected
 
   QString open_file_name(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
   QString save_file_name(QWidget*, const QString&, const QString&, const QString&) override { return next(files, "file"); }
@@ -60,8 +51,8 @@ class FakeDialogs : public Dialogs {
     messages.push_back(text);
     if (on_message) on_message();
   }
-  bool ask_ok_cancel(QWidget*, const QString& text) override { return ask(text, false); }
-  bool ask_yes_no(QWidget*, const QString& text) override { return ask(text, true); }
+  bool ask_ok_cancel(QWidget*, const QString&) override { return ask(false); }
+  bool ask_yes_no(QWidget*, const QString&) override { return ask(true); }
   bool choose_printer(QWidget*, QPrinter& printer) override {
     const QString file = next(printers, "print");
     if (file.isEmpty()) return false;
@@ -69,8 +60,8 @@ class FakeDialogs : public Dialogs {
     printer.setOutputFileName(file);
     return true;
   }
-  int choose_one(QWidget*, const QString& text, const QStringList& offered, int preselected) override {
-    choices_offered.push_back({text, offered, preselected});
+  int choose_one(QWidget*, const QString&, const QStringList&, int preselected) override {
+    choices_offered.push_back(preselected);
     return next(choices, "choice", -1);
   }
   QString ask_text(QWidget*, const QString&, const QString&) override { return next(texts, "text"); }
@@ -85,8 +76,8 @@ class FakeDialogs : public Dialogs {
     queue.pop_front();
     return answer;
   }
-  bool ask(const QString& text, bool yes_no) {
-    questions.push_back({text, yes_no});
+  bool ask(bool yes_no) {
+    questions.push_back(yes_no);
     return next(answers, "question", true);
   }
 };

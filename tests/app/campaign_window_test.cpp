@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The Campaign window on a small archive of simulated files: the File menu opens it, its tables
-// list every file and test (failures in red) and sort by any column, a double click loads a
-// file or opens a test's evaluation, files are added with the workstation's byte order, the
-// events are searched, the trend crosses the files, and a server that cannot be reached is a
-// message.
+// list every file and test (failures in red), a double click loads a file or opens a test's
+// evaluation, files are added with the workstation's byte order, the events are searched, the
+// trend crosses the files, and a server that cannot be reached is a message. What the archive
+// holds is the archive tests' business.
 #include "campaign_window.h"
 
 #include <arpa/inet.h>
@@ -13,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QTabWidget>
 #include <QTableView>
@@ -34,32 +33,6 @@ namespace {
 constexpr int kBoardTemperature = 28;
 constexpr int kTestsPerCycle = 4;  // two of each mode, the second of each faulty
 
-// A loopback port that takes connections and never says a word, as a server that hangs does.
-class SilentPort {
- public:
-  SilentPort() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    if (socket_ < 0 || ::bind(socket_, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
-        ::listen(socket_, 4) != 0 || ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length) != 0) {
-      return;
-    }
-    port_ = ntohs(address.sin_port);
-  }
-  ~SilentPort() {
-    if (socket_ >= 0) ::close(socket_);
-  }
-  SilentPort(const SilentPort&) = delete;
-  SilentPort& operator=(const SilentPort&) = delete;
-  int port() const { return port_; }  // 0 when it could not listen
-
- private:
-  int socket_;
-  int port_ = 0;
-};
-
 class CampaignWindowTest : public testing::AppTest {
  protected:
   void SetUp() override {
@@ -74,32 +47,23 @@ class CampaignWindowTest : public testing::AppTest {
     }
   }
 
-  // The two files archived by the library, as a colleague's ingest would have left them.
-  void archive_files() {
-    auto archive = archive::open_archive(archive_path.toStdString());
+  // The two files archived by the library, as a colleague's ingest would have left them, then
+  // File > "Open Archive..." answered with the SQLite file.
+  CampaignWindow* open_archived() {
     archive::IngestOptions options;
     options.type = FileFormat::CSS;
-    const archive::IngestReport report = archive->ingest({files[0].toStdString(), files[1].toStdString()},
-                                                          window->session().config, options);
-    ASSERT_EQ(report.added.size(), 2u);
-  }
-
-  // File > "Open Archive..." answered with an existing SQLite file.
-  CampaignWindow* open_through_menu() {
+    archive::open_archive(archive_path.toStdString())
+        ->ingest({files[0].toStdString(), files[1].toStdString()}, window->session().config, options);
     dialogs.choices.push_back(0);
     dialogs.files.push_back(archive_path);
     window->menu_item("mnuFileOpenArchive")->trigger();
     auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
-    EXPECT_NE(campaign, nullptr);
     if (campaign) window->frame_of(campaign)->resize(1000, 600);
     return campaign;
   }
 
-  static QString cell(const QTableView* table, int row, int column, int role = Qt::DisplayRole) {
-    return table->model()->index(row, column).data(role).toString();
-  }
-  static QColor colour(const QTableView* table, int row, int column) {
-    return table->model()->index(row, column).data(Qt::ForegroundRole).value<QBrush>().color();
+  static QString cell(const QTableView* table, int row, int column) {
+    return table->model()->index(row, column).data().toString();
   }
   static void show_tab(CampaignWindow* campaign, QWidget* page) {
     campaign->tabs()->setCurrentWidget(page);
@@ -110,73 +74,47 @@ class CampaignWindowTest : public testing::AppTest {
   QStringList files;
 };
 
-TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveAndListsEveryFileAndTest) {
-  archive_files();
-  EXPECT_EQ(window->menu_item("mnuFileOpenArchive")->text(), "Open &Archive...");
-  EXPECT_EQ(window->menu_item("mnuFileAddToArchive")->text(), "Add Files to Archi&ve...");
-  CampaignWindow* campaign = open_through_menu();
+TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveAndListsEveryFileAndTestFailuresInRed) {
+  CampaignWindow* campaign = open_archived();
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
-  EXPECT_TRUE(campaign->is_open());
   EXPECT_EQ(archive_setting(), archive_path);
 
   const QTableView* table = campaign->files_table();
   ASSERT_EQ(table->model()->rowCount(), 2);
   for (int row = 0; row < 2; ++row) {
     EXPECT_EQ(cell(table, row, CampaignFileModel::Path), files[row]);
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Name), QFileInfo(files[row]).fileName());
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Type), "CSS");
     EXPECT_EQ(cell(table, row, CampaignFileModel::ByteReverse), "on");
-    EXPECT_EQ(cell(table, row, CampaignFileModel::Size), QString::number(QFileInfo(files[row]).size()));
     EXPECT_EQ(cell(table, row, CampaignFileModel::Tests), QString::number(kTestsPerCycle));
   }
 
   // One row per test; the faulty ones (the second of each mode) fail with their items in red.
-  const QTableView* tests = campaign->tests_table();
+  QTableView* tests = campaign->tests_table();
   ASSERT_EQ(tests->model()->rowCount(), 2 * kTestsPerCycle);
-  int failed = 0;
   for (int row = 0; row < tests->model()->rowCount(); ++row) {
-    const QString verdict = cell(tests, row, CampaignTestModel::Verdict);
-    EXPECT_EQ(verdict, cell(tests, row, CampaignTestModel::Number) == "2" ? "Fail" : "Passed") << row;
-    if (verdict != "Fail") continue;
-    ++failed;
-    EXPECT_EQ(colour(tests, row, CampaignTestModel::Verdict), QColor(255, 0, 0));
-    EXPECT_EQ(colour(tests, row, CampaignTestModel::FailedItems), QColor(255, 0, 0));
+    const bool faulty = cell(tests, row, CampaignTestModel::Number) == "2";
+    EXPECT_EQ(cell(tests, row, CampaignTestModel::Verdict), faulty ? "Fail" : "Passed") << row;
+    if (!faulty) continue;
+    EXPECT_EQ(tests->model()->index(row, CampaignTestModel::Verdict).data(Qt::ForegroundRole).value<QBrush>().color(),
+              QColor(255, 0, 0));
     const QStringList items = cell(tests, row, CampaignTestModel::FailedItems).split(QStringLiteral(", "));
     if (cell(tests, row, CampaignTestModel::Mode) == "Cruise Phase") {
       EXPECT_TRUE(items.contains("V 7")) << items.join('/').toStdString();  // its lost packet carried V 7 to V 11
     }
     EXPECT_FALSE(items.contains("Valves"));  // the summary's sub-system rows are left out
   }
-  EXPECT_EQ(failed, 4);
+  // Numbers sort as numbers.
+  tests->sortByColumn(CampaignTestModel::LanderTime, Qt::DescendingOrder);
+  for (int row = 1; row < tests->model()->rowCount(); ++row) {
+    EXPECT_GE(cell(tests, row - 1, CampaignTestModel::LanderTime).toLongLong(),
+              cell(tests, row, CampaignTestModel::LanderTime).toLongLong());
+  }
   campaign->failed_only_box()->setChecked(true);
   EXPECT_EQ(tests->model()->rowCount(), 4);
 }
 
-TEST_F(CampaignWindowTest, EveryTableSortsByAnyColumnNumbersAsNumbers) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
-  QTableView* table = campaign->files_table();
-  table->sortByColumn(CampaignFileModel::Id, Qt::DescendingOrder);
-  EXPECT_EQ(cell(table, 0, CampaignFileModel::Path), files[1]);
-  table->sortByColumn(CampaignFileModel::Name, Qt::AscendingOrder);
-  EXPECT_EQ(cell(table, 0, CampaignFileModel::Name), "first.css");
-
-  QTableView* tests = campaign->tests_table();
-  for (const int column : {int(CampaignTestModel::LanderTime), int(CampaignTestModel::SequenceCount)}) {
-    tests->sortByColumn(column, Qt::DescendingOrder);
-    for (int row = 1; row < tests->model()->rowCount(); ++row) {
-      EXPECT_GE(cell(tests, row - 1, column).toLongLong(), cell(tests, row, column).toLongLong()) << row;
-    }
-  }
-  tests->sortByColumn(CampaignTestModel::Verdict, Qt::AscendingOrder);
-  EXPECT_EQ(cell(tests, 0, CampaignTestModel::Verdict), "Fail");
-}
-
-TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
+TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrderAndOnATestOpensItsEvaluation) {
+  CampaignWindow* campaign = open_archived();
   ASSERT_NE(campaign, nullptr);
   window->set_byte_reverse(false);  // archived read low byte first: the load switches back
   QTableView* table = campaign->files_table();
@@ -185,20 +123,12 @@ TEST_F(CampaignWindowTest, ADoubleClickOnAFileLoadsItWithItsTypeAndByteOrder) {
   EXPECT_TRUE(no_message());
   EXPECT_EQ(window->session().File_Name, files[1].toStdString());
   EXPECT_EQ(window->session().File_Type, FileFormat::CSS);
-  EXPECT_TRUE(window->session().Byte_Reverse);
   EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
-
   // Enter on the current row does the same.
   table->setCurrentIndex(table->model()->index(1, 0));
   QTest::keyClick(table, Qt::Key_Return);
   EXPECT_EQ(window->session().File_Name, files[0].toStdString());
-  EXPECT_NE(window->view(ViewKind::Campaign), nullptr);  // the window stays across the load
-}
 
-TEST_F(CampaignWindowTest, ADoubleClickOnATestOpensItsEvaluation) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
   show_tab(campaign, campaign->tests_table()->parentWidget());
   QTableView* tests = campaign->tests_table();
   tests->sortByColumn(CampaignTestModel::File, Qt::DescendingOrder);
@@ -214,9 +144,9 @@ TEST_F(CampaignWindowTest, ADoubleClickOnATestOpensItsEvaluation) {
   EXPECT_EQ(window->session().Test_Mode, "EAFT");
   auto* evaluation = shown<ShortTest>(ViewKind::ShortTest);
   ASSERT_NE(evaluation, nullptr);
-  const ShortTestList list = find_short_tests(window->session());
-  EXPECT_EQ(window->session().Current_Science_Index, science_index_of_line(list, 2));
+  EXPECT_EQ(window->session().Current_Science_Index, science_index_of_line(find_short_tests(window->session()), 2));
   EXPECT_EQ(evaluation->overall_result()->text(), "Fail");
+  EXPECT_NE(window->view(ViewKind::Campaign), nullptr);  // the window stays across the loads
 }
 
 TEST_F(CampaignWindowTest, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArchive) {
@@ -228,76 +158,72 @@ TEST_F(CampaignWindowTest, AddingFilesAsksTheTypeUsesTheByteOrderAndKeepsTheArch
   ASSERT_NE(campaign, nullptr);
   EXPECT_TRUE(no_message());
   ASSERT_EQ(campaign->files_table()->model()->rowCount(), 1);
-  EXPECT_EQ(dialogs.choices_offered.back().offered.size(), 5);
 
   window->set_byte_reverse(false);
   const archive::IngestReport report =
       campaign->ingest_files({files[1], QString::fromStdString(dir.path("missing.css"))}, FileFormat::CSS);
   EXPECT_EQ(report.added.size(), 1u);
-  ASSERT_EQ(report.failed.size(), 1u);
   EXPECT_TRUE(one_message("Device I/O error: 1 of the files could not be added"));
   ASSERT_EQ(campaign->files_table()->model()->rowCount(), 2);
   EXPECT_EQ(campaign->file_model().file(1).byte_reverse, false);
-
-  // The same content read the same way again is skipped, never doubled.
-  const archive::IngestReport again = campaign->ingest_files({files[1]}, FileFormat::CSS);
-  EXPECT_EQ(again.skipped.size(), 1u);
-  EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
 }
 
-TEST_F(CampaignWindowTest, TheEventSearchListsTheEntriesThatHoldTheText) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
+TEST_F(CampaignWindowTest, TheEventSearchAndTheTrendReadTheWholeArchive) {
+  CampaignWindow* campaign = open_archived();
   ASSERT_NE(campaign, nullptr);
   campaign->search_field()->clear();
-  campaign->search_events();
+  campaign->search_events();  // every event
   const QTableView* table = campaign->events_table();
-  int64_t information = 0;
-  for (const archive::FileRecord& file : campaign->file_model().files()) information += file.information_count;
-  ASSERT_EQ(table->model()->rowCount(), information);
-  ASSERT_GT(information, 0);
-
+  ASSERT_GT(table->model()->rowCount(), 0);
   const QString word = cell(table, 0, CampaignEventModel::Lines).section(QLatin1Char(' '), 0, 0);
-  ASSERT_FALSE(word.isEmpty());
   campaign->search_field()->setText(word);
   QTest::keyClick(campaign->search_field(), Qt::Key_Return);
   ASSERT_GT(table->model()->rowCount(), 0);
-  EXPECT_LE(table->model()->rowCount(), information);
   for (int row = 0; row < table->model()->rowCount(); ++row) {
     const QString text = cell(table, row, CampaignEventModel::Lines) + cell(table, row, CampaignEventModel::Label);
     EXPECT_TRUE(text.contains(word, Qt::CaseInsensitive)) << text.toStdString();
   }
-}
 
-TEST_F(CampaignWindowTest, TheTrendCrossesTheFilesWithTheirBoundariesAndLimits) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
-  ASSERT_NE(campaign, nullptr);
+  // The trend crosses the files, with their boundaries and the sensor's limits.
   CampaignTrendPanel* trend = campaign->trend_panel();
   show_tab(campaign, trend);
   trend->set_sensor_chosen(kBoardTemperature, true);
   ASSERT_EQ(trend->series().size(), 1u);
   const std::vector<int64_t>& of_file = trend->point_files().front();
-  const auto& records = campaign->file_model().files();
-  ASSERT_EQ(records.size(), 2u);
-  const auto points_of = [&](int64_t id) { return std::count(of_file.begin(), of_file.end(), id); };
-  EXPECT_EQ(points_of(records[0].file_id), records[0].hk_count);
-  EXPECT_EQ(points_of(records[1].file_id), records[1].hk_count);
+  for (const archive::FileRecord& record : campaign->file_model().files()) {
+    EXPECT_EQ(std::count(of_file.begin(), of_file.end(), record.file_id), record.hk_count);
+  }
   EXPECT_EQ(trend->chart()->boundaries().size(), 2u);
   ASSERT_EQ(trend->chart()->limits().size(), 1u);
   EXPECT_TRUE(trend->chart()->limits()[0].has_value());  // the board temperature has limits in cruise mode
-  EXPECT_TRUE(trend->chart()->grab().width() > 0);
 }
 
-TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowCarriesOn) {
-  archive_files();
-  CampaignWindow* campaign = open_through_menu();
+TEST_F(CampaignWindowTest, AServerThatNeverAnswersIsAMessageWhileTheWindowServesEventsAndKeepsItsArchive) {
+  CampaignWindow* campaign = open_archived();
   ASSERT_NE(campaign, nullptr);
+  // A loopback port that takes the connection and says nothing: the open waits on a worker thread.
+  const int silent = ::socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  ASSERT_EQ(::bind(silent, reinterpret_cast<sockaddr*>(&address), length), 0);
+  ASSERT_EQ(::listen(silent, 4), 0);
+  ASSERT_EQ(::getsockname(silent, reinterpret_cast<sockaddr*>(&address), &length), 0);
+  int ticks = 0;
+  QTimer clock;
+  QObject::connect(&clock, &QTimer::timeout, [&] { ++ticks; });
+  clock.start(50);
   dialogs.choices.push_back(2);
-  dialogs.texts.push_back("postgresql://morvane@127.0.0.1:1/campaign?connect_timeout=2");
+  dialogs.texts.push_back(QStringLiteral("postgresql://morvane@127.0.0.1:%1/campaign?connect_timeout=1")
+                              .arg(ntohs(address.sin_port)));
   window->menu_item("mnuFileOpenArchive")->trigger();
+  ::close(silent);
   ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(campaign->is_open());  // it still shows the archive it had
+  // Built without PostgreSQL the answer is immediate; with it, the window went on serving events.
+  if (!dialogs.messages[0].contains("not built")) {
+    EXPECT_GT(ticks, 5) << dialogs.messages[0].toStdString();
+  }
   EXPECT_EQ(campaign->location(), archive_path);
   EXPECT_EQ(archive_setting(), archive_path);
   EXPECT_EQ(campaign->files_table()->model()->rowCount(), 2);
@@ -306,30 +232,8 @@ TEST_F(CampaignWindowTest, AServerThatCannotBeReachedIsAMessageAndTheWindowCarri
   dialogs.choices.push_back(2);
   dialogs.texts.push_back("http://example");
   window->menu_item("mnuFileOpenArchive")->trigger();
-  EXPECT_EQ(dialogs.messages.size(), 2u);
-}
-
-TEST_F(CampaignWindowTest, AServerThatNeverAnswersLeavesTheWindowServingEventsUntilItsTimeout) {
-  // A port that takes the connection and says nothing: the open waits on a worker thread.
-  const SilentPort silent;
-  ASSERT_NE(silent.port(), 0);
-  int ticks = 0;
-  QTimer clock;
-  QObject::connect(&clock, &QTimer::timeout, [&] { ++ticks; });
-  clock.start(50);
-  dialogs.choices.push_back(2);
-  dialogs.texts.push_back(QStringLiteral("postgresql://morvane@127.0.0.1:%1/campaign?connect_timeout=1")
-                              .arg(silent.port()));
-  window->menu_item("mnuFileOpenArchive")->trigger();
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  auto* campaign = shown<CampaignWindow>(ViewKind::Campaign);
-  ASSERT_NE(campaign, nullptr);
-  EXPECT_FALSE(campaign->is_open());
-  EXPECT_TRUE(archive_setting().isEmpty());
-  // Built without PostgreSQL the answer is immediate; with it, the window went on serving events.
-  if (!dialogs.messages[0].contains("not built")) {
-    EXPECT_GT(ticks, 5) << dialogs.messages[0].toStdString();
-  }
+  ASSERT_EQ(dialogs.messages.size(), 2u);
+  EXPECT_TRUE(dialogs.messages[1].startsWith("Bad file name")) << dialogs.messages[1].toStdString();
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The four export dialogs: the menu's guards, the range checks, the file choice, and files that are
-// byte for byte what the command line writes.
-#include <algorithm>
+// The four export dialogs as windows: the menu's guards, the range checks, the file choice, the
+// progress dialog's cancel, and files that are byte for byte what the command line writes. What
+// the dialogs' texts and checks are is the export tests' business.
+#include <iterator>
 #include <filesystem>
 
 #include <QCheckBox>
@@ -14,7 +15,6 @@
 
 #include "../export/export_fixture.h"
 #include "app_fixture.h"
-#include "core/error.h"
 #include "export/ds_calibration_export.h"
 #include "export_form.h"
 #include "twips.h"
@@ -36,9 +36,6 @@ const char* menu_item_of(ViewKind kind) {
     default: return "mnuExportHousekeeping";
   }
 }
-
-constexpr ViewKind kExportKinds[] = {ViewKind::ExportHousekeeping, ViewKind::ExportAuxiliary,
-                                     ViewKind::ExportDockingStationCalibration, ViewKind::ExportSpectra};
 
 // The simulated instrument's file of about 600 frames, loaded as a QM file.
 class ExportFormTest : public testing::AppTest {
@@ -65,13 +62,8 @@ class ExportFormTest : public testing::AppTest {
     EXPECT_EQ(run.status, 0) << run.err;
     return testing::read_file(dir.path(out));
   }
-  std::vector<std::string> files_in_folder() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.root())) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
+  long files_in_folder() const {
+    return std::distance(std::filesystem::directory_iterator(dir.root()), std::filesystem::directory_iterator());
   }
   // The number of docking station calibrations in the file.
   int32_t calibration_count() const { return DSCalibrationIndex(window->session()).count(); }
@@ -81,37 +73,31 @@ class ExportFormTest : public testing::AppTest {
 
 using ExportMenu = testing::AppTest;
 
+// Each menu item opening its own dialog is what the other tests' open() rests on.
 TEST_F(ExportMenu, AsksForAFileThenForSpectraAndPlacesTheDialog) {
-  for (const ViewKind kind : kExportKinds) {
-    window->menu_item(menu_item_of(kind))->trigger();
-    EXPECT_EQ(window->view(kind), nullptr);
-  }
-  EXPECT_EQ(dialogs.messages, std::vector<QString>(4, "Please load an EGSE data file"));
+  window->menu_item(menu_item_of(ViewKind::ExportHousekeeping))->trigger();
+  EXPECT_EQ(window->view(ViewKind::ExportHousekeeping), nullptr);
+  EXPECT_TRUE(one_message("Please load an EGSE data file"));
 
   // A file of housekeeping packets only: every dialog but the spectra one opens, at its place.
   FrameWriter writer(282);
   writer.add_frame({testing::labelled(LabelCode::Complete, 3, 51, 1000)});
   ASSERT_TRUE(load_through_menu("mnuLoadFile_QM", write_frames("hk.qm", writer)));
   dialogs.messages.clear();
-  for (const ViewKind kind : kExportKinds) {
-    window->menu_item(menu_item_of(kind))->trigger();
-    if (kind == ViewKind::ExportSpectra) {
-      EXPECT_EQ(window->view(kind), nullptr);
-    } else {
-      ASSERT_NE(window->view(kind), nullptr) << view_name(kind);
-      EXPECT_EQ(window->frame_of(window->view(kind))->pos(), twips_to_pixels(4000, 1000, *window)) << view_name(kind);
-    }
-  }
+  window->menu_item(menu_item_of(ViewKind::ExportSpectra))->trigger();
+  EXPECT_EQ(window->view(ViewKind::ExportSpectra), nullptr);
   EXPECT_EQ(dialogs.messages, std::vector<QString>{"The EGSE data file contains no spectra"});
+  window->menu_item(menu_item_of(ViewKind::ExportDockingStationCalibration))->trigger();
+  ASSERT_NE(window->view(ViewKind::ExportDockingStationCalibration), nullptr);
+  EXPECT_EQ(window->frame_of(window->view(ViewKind::ExportDockingStationCalibration))->pos(),
+            twips_to_pixels(4000, 1000, *window));
 }
 
-TEST_F(ExportFormTest, TheAuxiliaryAD590EntryShowsTheSettingAndCountsOnlyForItsFormat) {
+TEST_F(ExportFormTest, TheAuxiliaryAD590EntryCountsOnlyForItsFormatAndABadOneIsResetWithoutAFileDialog) {
   ExportForm* form = open(ViewKind::ExportAuxiliary);
-  EXPECT_EQ(form->ad590Field()->text().toStdString(), ad590_temperature_text(window->session().config));
   EXPECT_FALSE(form->ad590Field()->isEnabled());
   form->format_option(3)->click();
   EXPECT_TRUE(form->ad590Field()->isEnabled());
-
   form->ad590Field()->setText("warm");
   form->export_button()->click();
   EXPECT_EQ(dialogs.messages, std::vector<QString>{"AD590 temperature not valid"});
@@ -121,43 +107,34 @@ TEST_F(ExportFormTest, TheAuxiliaryAD590EntryShowsTheSettingAndCountsOnlyForItsF
 
 TEST_F(ExportFormTest, AnInvalidRangeIsItsMessageThenTheBoxesAreResetAndNoFileIsAskedFor) {
   ExportForm* form = open(ViewKind::ExportDockingStationCalibration);
-  const QString count = QString::number(calibration_count());
   form->all_box()->click();
   form->from_field()->setText("2");
   form->to_field()->setText(QString::number(calibration_count() + 1));
   QString from_at_message;
   dialogs.on_message = [&] { from_at_message = form->from_field()->text(); };
   form->export_button()->click();
-  EXPECT_EQ(dialogs.messages, std::vector<QString>{"DS calibration ranges not valid"});
   EXPECT_EQ(dialogs.events, std::vector<std::string>{"message"});  // no file dialog
   EXPECT_EQ(from_at_message, "2");                                   // the boxes are reset after the message
   EXPECT_EQ(form->from_field()->text(), "1");
-  EXPECT_EQ(form->to_field()->text(), count);
+  EXPECT_EQ(form->to_field()->text(), QString::number(calibration_count()));
   EXPECT_TRUE(form->from_field()->isEnabled());  // All stays cleared
-  EXPECT_EQ(window->view(ViewKind::ExportDockingStationCalibration), form);
 }
 
-TEST_F(ExportFormTest, ACancelledFileChoiceOrAFileThatCannotBeCreatedEndsSilentlyAndCancelWritesNothing) {
+TEST_F(ExportFormTest, ACancelledFileChoiceWritesNothingAndCancelClosesTheDialog) {
   const auto before = files_in_folder();
-  for (const ViewKind kind : kExportKinds) {
-    ExportForm* form = open(kind);
-    dialogs.files.push_back(QString());
-    form->export_button()->click();
-    EXPECT_EQ(window->view(kind), form);
-  }
-  EXPECT_EQ(dialogs.count("file"), 4);
-  export_to(open(ViewKind::ExportHousekeeping), "no such folder/hk.txt");
-  EXPECT_TRUE(no_message());
+  ExportForm* form = open(ViewKind::ExportHousekeeping);
+  dialogs.files.push_back(QString());
+  form->export_button()->click();
+  EXPECT_EQ(window->view(ViewKind::ExportHousekeeping), form);
   EXPECT_EQ(files_in_folder(), before);
-
-  dialogs.events.clear();
-  open(ViewKind::ExportDockingStationCalibration)->cancel_button()->click();
+  form->cancel_button()->click();
   testing::delete_closed_windows();
-  EXPECT_EQ(window->view(ViewKind::ExportDockingStationCalibration), nullptr);
-  EXPECT_EQ(files_in_folder(), before);
-  EXPECT_TRUE(dialogs.events.empty());
+  EXPECT_EQ(window->view(ViewKind::ExportHousekeeping), nullptr);
+  EXPECT_EQ(dialogs.count("file"), 1);
+  EXPECT_TRUE(no_message());
 }
 
+// The choices in the dialog reach the writer: the files are the command line's for the same ones.
 TEST_F(ExportFormTest, EachDialogWritesWhatTheCommandLineWritesForTheSameChoices) {
   // Housekeeping 2..5, semicolons, AD590-corrected, three sensors.
   ExportForm* hk = open(ViewKind::ExportHousekeeping);
@@ -168,30 +145,23 @@ TEST_F(ExportFormTest, EachDialogWritesWhatTheCommandLineWritesForTheSameChoices
   hk->format_option(2)->click();
   for (size_t i = 0; i < hk->sensor_boxes().size(); ++i) hk->sensor_boxes()[i]->setChecked(i == 0 || i == 27 || i == 28);
   export_to(hk, "hk.csv");
-  const std::string hk_file = testing::read_file(dir.path("hk.csv"));
-  EXPECT_EQ(hk_file, cli_export("hk",
-                               {"--from", "2", "--to", "5", "--delimiter", "semicolon", "--format", "calibrated-ad590",
-                                "--sensors", "1,28,29"},
-                               "hk_cli.csv"));
-  EXPECT_EQ(hk_file.substr(0, hk_file.find('\r')), "Housekeeping - Calibrated Data (with AD590 correction)");
+  EXPECT_EQ(testing::read_file(dir.path("hk.csv")),
+            cli_export("hk",
+                       {"--from", "2", "--to", "5", "--delimiter", "semicolon", "--format", "calibrated-ad590",
+                        "--sensors", "1,28,29"},
+                       "hk_cli.csv"));
 
   // Spectra 2..3 for charts.
   ExportForm* spectra = open(ViewKind::ExportSpectra);
   spectra->all_box()->click();
   spectra->from_field()->setText("2");
   spectra->to_field()->setText("3");
-  EXPECT_EQ(spectra->format_option(1)->text(), "Data proceesed for excel graphs");
   spectra->format_option(1)->click();
   export_to(spectra, "spectra.txt");
-  const std::string spectra_file = testing::read_file(dir.path("spectra.txt"));
-  EXPECT_EQ(spectra_file,
+  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")),
             cli_export("spectra", {"--from", "2", "--to", "3", "--delimiter", "tab", "--format", "excel"},
-                      "spectra_cli.txt"));
-  EXPECT_NE(spectra_file.find("Bin No.\tSpec. 2\tSpec. 3\r\n"), std::string::npos);
-
-  // Each dialog stays open with no message.
+                       "spectra_cli.txt"));
   EXPECT_TRUE(no_message());
-  EXPECT_NE(window->view(ViewKind::ExportHousekeeping), nullptr);
 }
 
 TEST_F(ExportFormTest, ARunTimeErrorIsShownAndTheDialogStays) {
@@ -201,38 +171,28 @@ TEST_F(ExportFormTest, ARunTimeErrorIsShownAndTheDialogStays) {
   ASSERT_TRUE(window->load_file(FileFormat::QM, write_frames("bad.qm", writer)));
   ExportForm* form = open(ViewKind::ExportSpectra);
   ASSERT_NE(form, nullptr);
-  testing::write_file(dir.path("spectra.txt"), "a previous export\r\n");
   export_to(form, "spectra.txt");
   EXPECT_TRUE(one_message("Subscript out of range"));
-  EXPECT_TRUE(dialogs.messages[0].contains("; Error number 9")) << dialogs.messages[0].toStdString();
-  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(dir.path("spectra.txt") + " is left as it was")));
-  EXPECT_EQ(testing::read_file(dir.path("spectra.txt")), "a previous export\r\n");
   EXPECT_EQ(window->view(ViewKind::ExportSpectra), form);
 }
 
-TEST_F(ExportFormTest, AnExportThroughALinkReplacesItsTargetAndACancelKeepsTheLinesBesideIt) {
-  std::filesystem::create_directory(dir.path("exports"));
-  testing::write_file(dir.path("exports/hk.txt"), "a previous export\r\n");
-  std::filesystem::create_symlink("exports/hk.txt", dir.path("latest.txt"));
+TEST_F(ExportFormTest, ACancelAtTheProgressDialogKeepsTheFileAndTheLinesBesideIt) {
   ExportForm* hk = open(ViewKind::ExportHousekeeping);
-  export_to(hk, "latest.txt");
-  EXPECT_TRUE(no_message());
-  EXPECT_TRUE(std::filesystem::is_symlink(dir.path("latest.txt")));
-  const std::string exported = testing::read_file(dir.path("exports/hk.txt"));
-  EXPECT_EQ(exported.substr(0, 23), "Housekeeping - Raw data");
+  export_to(hk, "hk.txt");
+  const std::string exported = testing::read_file(dir.path("hk.txt"));
+  ASSERT_FALSE(exported.empty());
 
-  // Cancelled at the first progress report: the file stays, the lines so far are beside it.
-  QTimer cancel;
+  QTimer cancel;  // at the first progress report
   QObject::connect(&cancel, &QTimer::timeout, [&] {
     if (auto* progress = hk->findChild<QProgressDialog*>("ExportProgress")) progress->cancel();
   });
   cancel.start(0);
-  export_to(hk, "exports/hk.txt");
+  export_to(hk, "hk.txt");
   cancel.stop();
-  EXPECT_EQ(testing::read_file(dir.path("exports/hk.txt")), exported);
+  EXPECT_EQ(testing::read_file(dir.path("hk.txt")), exported);
   ASSERT_TRUE(one_message("Export cancelled: "));
-  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(dir.path("exports/hk.partial.txt"))));
-  const std::string kept = testing::read_file(dir.path("exports/hk.partial.txt"));
+  EXPECT_TRUE(dialogs.messages[0].contains(QString::fromStdString(dir.path("hk.partial.txt"))));
+  const std::string kept = testing::read_file(dir.path("hk.partial.txt"));
   EXPECT_EQ(exported.substr(0, kept.size()), kept);
 }
 

@@ -1,66 +1,52 @@
 // SPDX-License-Identifier: MIT
-// The summary: its three lists and counts, the double clicks that open an entry's window, and
-// the find bar's conditions.
+// The windows over the whole catalogue: the summary (its three lists and counts, the double
+// clicks that open an entry's window, the find bar's conditions) and the data-integrity window
+// (the findings of a file with known faults, their counts and the time jump threshold).
 #include "summary_view.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QMdiArea>
-#include <QTabWidget>
+#include <QSpinBox>
+#include <QTableView>
 
+#include "../decoders/decoder_fixture.h"
 #include "app_fixture.h"
-#include "summary_find_bar.h"
 #include "decoders/summary_lines.h"
+#include "integrity_form.h"
+#include "integrity_model.h"
+#include "summary_find_bar.h"
+#include "view_pass.h"
 
 namespace morvane {
 namespace {
 
+using testing::aux_packet;
 using testing::FrameWriter;
+using testing::hk_packet;
 using testing::Packet;
 
-class SummaryView : public testing::AppTest {
- protected:
-  Summary* open_summary() {
-    EXPECT_TRUE(load_frames(testing::three_frames()));
-    return show<Summary>(ViewKind::Summary);
-  }
-};
+using SummaryView = testing::AppTest;
 
-TEST_F(SummaryView, ListsTheCatalogueInThreeTabsWithTheDecodersLines) {
+TEST_F(SummaryView, ListsTheCatalogueInThreeTabsWithTheDecodersLinesInAFixedPitchFont) {
   Summary* summary = show<Summary>(ViewKind::Summary);
-  EXPECT_EQ(summary->count_text("hk_count"), "0");
-  for (int tab = 0; tab < 3; ++tab) EXPECT_EQ(summary->model(tab)->rowCount(), 0);
-
-  summary = open_summary();
-  EXPECT_EQ(summary->windowTitle(), "Summary");
+  EXPECT_EQ(summary->model(0)->rowCount(), 0);
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  summary = shown<Summary>(ViewKind::Summary);
   const Catalogue& c = window->session().catalogue;
-  const QStringList titles{"Housekeeping", "Science", "Information"};
   const int32_t counts[] = {c.HK_Count(), c.Science_Count(), c.Information_Count()};
-  for (int tab = 0; tab < 3; ++tab) {
-    EXPECT_EQ(summary->tabs()->tabText(tab), titles[tab]);
-    EXPECT_EQ(summary->model(tab)->rowCount(), counts[tab]) << tab;
-  }
-  // The lines are the decoder's, in catalogue order.
-  EXPECT_EQ(summary->model(1)->data(summary->model(1)->index(2)).toString().toStdString(),
-            science_list_line(3, c.Science_List[3]));
+  for (int tab = 0; tab < 3; ++tab) EXPECT_EQ(summary->model(tab)->rowCount(), counts[tab]) << tab;
+  EXPECT_EQ(summary->model(1)->index(2).data().toString().toStdString(), science_list_line(3, c.Science_List[3]));
   EXPECT_TRUE(QFontInfo(summary->list(0)->font()).fixedPitch());
   EXPECT_EQ(summary->count_text("packet_count"), "3");
 }
 
-TEST_F(SummaryView, ADoubleClickOnAHousekeepingLineOpensTheHousekeepingViewInFront) {
-  Summary* summary = open_summary();
-  testing::double_click(summary->list(0), summary->model(0)->index(1));
-  EXPECT_EQ(window->session().Current_HK_Index, 2);
-  ChildView* shown = window->view(ViewKind::Housekeeping);
-  ASSERT_NE(shown, nullptr);
-  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(shown));
-}
-
-TEST_F(SummaryView, ScienceLinesOpenTheViewOfTheirLabelInFront) {
-  Summary* summary = open_summary();
-  // Science entries: auxiliary, isotope, GC spectrum, unknown.
-  summary->List2_DblClick(3);
+TEST_F(SummaryView, ADoubleClickOnAScienceLineOpensTheViewOfItsKindInFront) {
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  Summary* summary = show<Summary>(ViewKind::Summary);
+  // Science entries: auxiliary, isotope, GC spectrum, unknown. (Housekeeping lines: Desktop's Enter.)
+  testing::double_click(summary->list(1), summary->model(1)->index(3));
   EXPECT_EQ(window->session().Current_Science_Index, 4);
   EXPECT_EQ(window->view(ViewKind::Auxiliary), nullptr);
   EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
@@ -68,13 +54,10 @@ TEST_F(SummaryView, ScienceLinesOpenTheViewOfTheirLabelInFront) {
   EXPECT_NE(window->view(ViewKind::Auxiliary), nullptr);
   EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
   summary->List2_DblClick(2);  // the GC spectrum
-  EXPECT_EQ(window->session().Current_Science_Index, 3);
   ChildView* spectra = window->view(ViewKind::Spectra);
   ASSERT_NE(spectra, nullptr);
-  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   // Another spectrum goes to the same window and brings it back to the front.
   window->show_view(ViewKind::Summary);
-  EXPECT_NE(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   summary->List2_DblClick(1);
   EXPECT_EQ(window->view(ViewKind::Spectra), spectra);
   EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
@@ -117,12 +100,7 @@ class SummaryFind : public testing::AppTest {
 TEST_F(SummaryFind, EveryFieldIsAConditionThatMustHoldAndTheCountSaysHowManyMatch) {
   open_summary();
   bar->refresh_labels();
-  QStringList offered;
-  for (int i = 0; i < bar->label_choice()->count(); ++i) offered << bar->label_choice()->itemText(i);
-  EXPECT_EQ(offered, (QStringList{"All types", "Concise", "Complete"}));
-  summary->find_bar(2)->refresh_labels();
-  EXPECT_EQ(summary->find_bar(2)->label_choice()->itemText(1), "Normal Progress Event");
-
+  EXPECT_EQ(bar->label_choice()->count(), 3);  // all types and the two in the file
   EXPECT_EQ(bar->count_text(), "");  // no conditions
   choose_label("Complete");
   ASSERT_TRUE(done());
@@ -139,6 +117,62 @@ TEST_F(SummaryFind, EveryFieldIsAConditionThatMustHoldAndTheCountSaysHowManyMatc
     ASSERT_TRUE(done());
     EXPECT_EQ(bar->count_text(), count) << text;
   }
+}
+
+class IntegrityWindow : public testing::AppTest {
+ protected:
+  // Housekeeping 1, 2, then 5 (two lost) and, 1884 s later, 6; an unknown identifier in frame 4;
+  // auxiliary packets 7 and 9 (one lost). The window on it, opened from its menu.
+  IntegrityForm* open_on_faulty_file() {
+    EXPECT_TRUE(load_packets({hk_packet(2, {}, {}, 1, 100), hk_packet(2, {}, {}, 2, 108), hk_packet(2, {}, {}, 5, 116),
+                              Packet{0x1234, 1, 11, 0, 120, {}, {}}, aux_packet({}, 7, 121), aux_packet({}, 9, 122),
+                              hk_packet(2, {}, {}, 6, 2000)}));
+    window->menu_item("mnuDisplayDataIntegrity")->trigger();
+    return shown<IntegrityForm>(ViewKind::Integrity);
+  }
+  // The row of the first finding of a kind, or -1.
+  static int row_of(const IntegrityForm* form, FindingKind kind) {
+    for (int row = 0; row < form->model()->rowCount(); ++row) {
+      if (form->model()->finding(row).kind == kind) return row;
+    }
+    return -1;
+  }
+};
+
+TEST_F(IntegrityWindow, ListsTheFindingsWithTheirCountsAndTheUsersTimeJumpThresholdUnlessCancelled) {
+  IntegrityForm* form = open_on_faulty_file();
+  ASSERT_NE(form, nullptr);
+  EXPECT_EQ(form->model()->rowCount(), static_cast<int>(check_integrity(window->session()).findings.size()));
+  EXPECT_EQ(form->count_text(FindingKind::SequenceGap), "2");  // housekeeping and science
+  EXPECT_EQ(form->count_text(FindingKind::UnknownIdentifier), "1");
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "1");
+  EXPECT_EQ(form->time_jump_field()->value(), 600);
+
+  // A check cancelled keeps the findings and their threshold.
+  const int rows = form->model()->rowCount();
+  cancel_view_passes_for_testing(true);
+  form->time_jump_field()->setValue(1884);
+  cancel_view_passes_for_testing(false);
+  EXPECT_EQ(form->time_jump_field()->value(), 600);
+  EXPECT_EQ(form->model()->rowCount(), rows);
+  EXPECT_TRUE(form->isEnabled());
+
+  form->time_jump_field()->setValue(1884);
+  EXPECT_EQ(row_of(form, FindingKind::TimeJump), -1);
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "0");
+  form->time_jump_field()->setValue(1883);
+  EXPECT_EQ(form->count_text(FindingKind::TimeJump), "1");
+  EXPECT_TRUE(no_message());
+}
+
+TEST_F(IntegrityWindow, ADoubleClickOpensTheEntryInItsWindow) {
+  IntegrityForm* form = open_on_faulty_file();
+  ASSERT_NE(form, nullptr);
+  testing::double_click(form->table(), form->model()->index(row_of(form, FindingKind::SequenceGap),
+                                                            IntegrityModel::TextColumn));
+  EXPECT_EQ(window->session().Current_HK_Index, 3);
+  EXPECT_NE(window->view(ViewKind::Housekeeping), nullptr);
+  EXPECT_TRUE(no_message());
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The view manager: windows made once a kind, rebuilt after a load and updated after a collection
-// pass in the legacy order (raw, summary, concise, housekeeping), the trend and integrity windows
-// told after them, and calibration changes passed on in the order of the kinds.
+// The view manager: windows rebuilt after a load and updated after a collection pass in the
+// legacy order (raw, summary, concise, housekeeping), the trend and integrity windows told after
+// them, and calibration changes passed on in the order of the kinds.
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -13,28 +13,6 @@
 
 namespace morvane {
 namespace {
-
-// The smallest program a window can live in: a session, dialogs that answer nothing, and the
-// windows of one view manager.
-class FakeWorkstation : public Workstation {
- public:
-  Session session_;
-  testing::FakeDialogs dialogs_;
-  ViewManager* views = nullptr;
-  bool ticking = false;
-
-  Session& session() override { return session_; }
-  Dialogs& dialogs() override { return dialogs_; }
-  ChildView* view(ViewKind kind) override { return views->view(kind); }
-  ChildView* show_view(ViewKind kind) override { return views->show_view(kind); }
-  void close_view(ViewKind kind) override { views->close_view(kind); }
-  void show_entry(ViewKind kind) override { views->show_entry(kind); }
-  bool load_file(FileFormat, const QString&) override { return false; }
-  void set_byte_reverse(bool on) override { session_.Byte_Reverse = on; }
-  bool collection_ticking() const override { return ticking; }
-  void set_collection_ticking(bool on) override { ticking = on; }
-  void set_menus_enabled(bool) override {}
-};
 
 // A window that writes each hook it receives into a shared journal: "Summary made",
 // "RawData update", "Trend reloaded", "Auxiliary calibration", ...
@@ -56,51 +34,49 @@ class JournalView : public ChildView {
   std::vector<std::string>& journal_;
 };
 
-class ViewManagerTest : public ::testing::Test {
+// The main window's view manager with a journal window registered for every kind but one.
+class ViewManagerTest : public testing::AppTest {
  protected:
   void SetUp() override {
-    area.resize(900, 700);
-    workstation.views = &views;
+    AppTest::SetUp();
     for (const ViewKind kind : kAllViewKinds) {
-      if (kind == ViewKind::Campaign) continue;  // left unregistered
-      views.register_view(kind, [this, kind](Workstation& w) { return new JournalView(w, kind, journal); });
+      if (kind == ViewKind::Campaign) continue;  // left as it is
+      views().register_view(kind, [this, kind](Workstation& w) { return new JournalView(w, kind, journal); });
     }
   }
+  ViewManager& views() const { return window->views(); }
   // Opens the windows in this order, then forgets what their making wrote.
   void open(std::initializer_list<ViewKind> kinds) {
-    for (const ViewKind kind : kinds) ASSERT_NE(views.show_view(kind), nullptr);
+    for (const ViewKind kind : kinds) ASSERT_NE(views().show_view(kind), nullptr);
     journal.clear();
   }
 
   std::vector<std::string> journal;
-  FakeWorkstation workstation;
-  QMdiArea area;
-  ViewManager views{workstation, area};
 };
 
 TEST_F(ViewManagerTest, AReloadRebuildsTheOpenViewsInTheLegacyOrderThenTellsTheWindowsItKeeps) {
   open({ViewKind::Integrity, ViewKind::Housekeeping, ViewKind::Auxiliary, ViewKind::Trend, ViewKind::Summary,
         ViewKind::RawData});
-  ChildView* auxiliary = views.view(ViewKind::Auxiliary);
-  ChildView* trend = views.view(ViewKind::Trend);
-  QMdiSubWindow* summary_frame = ViewManager::frame_of(views.view(ViewKind::Summary));
+  ChildView* auxiliary = views().view(ViewKind::Auxiliary);
+  ChildView* trend = views().view(ViewKind::Trend);
+  QMdiSubWindow* summary_frame = ViewManager::frame_of(views().view(ViewKind::Summary));
   summary_frame->setGeometry(40, 50, 300, 200);
   const QRect summary_place = summary_frame->geometry();
 
-  views.Reload_Open_Views();
+  views().Reload_Open_Views();
   // The concise view is not open: it is not made. The auxiliary view is neither rebuilt nor told.
   EXPECT_EQ(journal, (std::vector<std::string>{"RawData made", "Summary made", "Housekeeping_form made",
                                                "Trend_Plot reloaded", "Data_Integrity reloaded"}));
-  EXPECT_EQ(views.view(ViewKind::Auxiliary), auxiliary);
-  EXPECT_EQ(views.view(ViewKind::Trend), trend);
-  EXPECT_EQ(ViewManager::frame_of(views.view(ViewKind::Summary))->geometry(), summary_place);
-  EXPECT_EQ(area.subWindowList().size(), 6);
+  EXPECT_EQ(views().view(ViewKind::Auxiliary), auxiliary);
+  EXPECT_EQ(views().view(ViewKind::Trend), trend);
+  EXPECT_EQ(ViewManager::frame_of(views().view(ViewKind::Summary))->geometry(), summary_place);
+  EXPECT_EQ(window->mdi_area()->subWindowList().size(), 6);
 }
 
 TEST_F(ViewManagerTest, ACollectionPassUpdatesTheOpenViewsInTheLegacyOrderThenTheFollowingWindows) {
   open({ViewKind::Trend, ViewKind::Housekeeping, ViewKind::Concise, ViewKind::Information, ViewKind::Summary,
         ViewKind::RawData, ViewKind::Integrity});
-  views.Update_Open_Views();
+  views().Update_Open_Views();
   EXPECT_EQ(journal,
             (std::vector<std::string>{"RawData update", "Summary update", "Concise_Form update",
                                       "Housekeeping_form update", "Trend_Plot update", "Data_Integrity update"}));
@@ -108,50 +84,31 @@ TEST_F(ViewManagerTest, ACollectionPassUpdatesTheOpenViewsInTheLegacyOrderThenTh
 
 TEST_F(ViewManagerTest, ACalibrationChangeReachesTheOpenWindowsHousekeepingFirst) {
   open({ViewKind::Auxiliary, ViewKind::PressureCalibration, ViewKind::Housekeeping});
-  workstation.announce_calibration_change(CalibrationTable::PressureSensors);
-  workstation.announce_calibration_change(CalibrationTable::AD590);
+  window->workstation().announce_calibration_change(CalibrationTable::PressureSensors);
+  window->workstation().announce_calibration_change(CalibrationTable::AD590);
   EXPECT_EQ(journal, (std::vector<std::string>{"Housekeeping_form pressure", "Auxiliary_form pressure",
                                                "Calibration pressure", "Housekeeping_form AD590",
                                                "Auxiliary_form AD590", "Calibration AD590"}));
 }
 
-TEST_F(ViewManagerTest, AWindowIsMadeOnceAKindAndAClosedOneIsMadeAnew) {
-  ChildView* summary = views.show_view(ViewKind::Summary);
-  EXPECT_EQ(views.show_view(ViewKind::Summary), summary);
-  views.show_entry(ViewKind::Housekeeping);
-  views.show_entry(ViewKind::Housekeeping);
-  EXPECT_EQ(journal, (std::vector<std::string>{"Summary made", "Housekeeping_form made", "Housekeeping_form entry",
-                                               "Housekeeping_form entry"}));
-  views.close_view(ViewKind::Summary);
-  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
-  EXPECT_EQ(area.subWindowList().size(), 1);
-  EXPECT_NE(views.show_view(ViewKind::Summary), nullptr);
-  EXPECT_EQ(journal.back(), "Summary made");
-  // A frame the user closes takes the window's open flag with it.
-  ViewManager::frame_of(views.view(ViewKind::Summary))->close();
-  testing::delete_closed_windows();
-  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
-}
-
 TEST_F(ViewManagerTest, AKindWithoutAWindowIsAPlaceholderForEntriesAndNothingOtherwise) {
-  ViewManager bare(workstation, area);
+  QMdiArea area;
+  ViewManager bare(window->workstation(), area);
   ChildView* placeholder = bare.show_view(ViewKind::Spectra);
   ASSERT_NE(placeholder, nullptr);
   EXPECT_EQ(placeholder->kind(), ViewKind::Spectra);
-  EXPECT_EQ(views.show_view(ViewKind::Campaign), nullptr);
-  EXPECT_FALSE(views.is_registered(ViewKind::Campaign));
-  EXPECT_TRUE(workstation.dialogs_.messages.empty());
+  EXPECT_EQ(bare.show_view(ViewKind::Campaign), nullptr);
+  EXPECT_TRUE(no_message());
 }
 
 TEST_F(ViewManagerTest, AWindowThatFailsToOpenIsReportedAndLeavesNothingOpen) {
-  views.register_view(ViewKind::Summary, [](Workstation&) -> ChildView* {
+  views().register_view(ViewKind::Summary, [](Workstation&) -> ChildView* {
     morvane::raise(ErrorNumber::FileNotFound, "summary.dat");
   });
-  EXPECT_EQ(views.show_view(ViewKind::Summary), nullptr);
-  ASSERT_EQ(workstation.dialogs_.messages.size(), 1u);
-  EXPECT_TRUE(workstation.dialogs_.messages[0].startsWith("File not found"));
-  EXPECT_EQ(views.view(ViewKind::Summary), nullptr);
-  EXPECT_TRUE(area.subWindowList().isEmpty());
+  EXPECT_EQ(views().show_view(ViewKind::Summary), nullptr);
+  EXPECT_TRUE(one_message("File not found"));
+  EXPECT_EQ(views().view(ViewKind::Summary), nullptr);
+  EXPECT_TRUE(window->mdi_area()->subWindowList().isEmpty());
 }
 
 }  // namespace
