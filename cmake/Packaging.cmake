@@ -57,8 +57,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Loaded at run time for server archives, so the linker's list does not name it.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libpq5")
+# Loaded at run time (server archives, workbooks, file digests), so the linker's list does not
+# name them.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libpq5, libxlsxwriter4, libssl3 | libssl3t64")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "bash-completion")
 # Only the programs and their data: the tests and benchmarks install nothing.
 set(CPACK_INSTALL_CMAKE_PROJECTS "${PROJECT_BINARY_DIR};${PROJECT_NAME};ALL;/")

@@ -10,8 +10,8 @@
 
 #include "archive/archive.h"
 #include "core/error.h"
+#include "core/file_digest.h"
 #include "core/session.h"
-#include "file_digest.h"
 #include "functest/short_message_load.h"
 #include "functest/short_test_evaluation.h"
 #include "functest/short_test_data.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "workbook_output.h"
 
-#include <xlsxwriter.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
@@ -10,6 +8,7 @@
 
 #include "core/error.h"
 #include "core/system_error.h"
+#include "workbook_library.h"
 
 namespace morvane {
 
@@ -20,9 +19,9 @@ void check(lxw_error error, const std::string& path, const std::string& folder) 
   if (error == LXW_NO_ERROR) return;
   const int error_number = errno;
   if (error_number == ENOSPC || error_number == EDQUOT || error_number == EFBIG) {
-    raise_system_error(error_number, path + ": " + lxw_strerror(error) + ", in the folder " + folder);
+    raise_system_error(error_number, path + ": " + workbook_library().lxw_strerror(error) + ", in the folder " + folder);
   }
-  raise(ErrorNumber::DeviceIoError, path + ": " + lxw_strerror(error));
+  raise(ErrorNumber::DeviceIoError, path + ": " + workbook_library().lxw_strerror(error));
 }
 
 // The library writes a sheet's rows to a file of its own without checking those writes, so a
@@ -62,18 +61,19 @@ WorkbookOutput::WorkbookOutput(const std::string& path, std::string_view sheet_n
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
   options.tmpdir = folder_.data();
-  workbook_ = workbook_new_opt(made_at.c_str(), &options);
+  workbook_ = workbook_library().workbook_new_opt(made_at.c_str(), &options);
   if (workbook_ == nullptr) raise(ErrorNumber::DeviceIoError, path + ": cannot start the workbook");
-  sheet_ = workbook_add_worksheet(workbook_, std::string(sheet_name).c_str());
+  sheet_ = workbook_library().workbook_add_worksheet(workbook_, std::string(sheet_name).c_str());
   if (sheet_ == nullptr) {
-    lxw_workbook_free(workbook_);
+    workbook_library().lxw_workbook_free(workbook_);
     workbook_ = nullptr;
     raise(ErrorNumber::DeviceIoError, path + ": cannot add the sheet");
   }
 }
 
 WorkbookOutput::~WorkbookOutput() {
-  if (workbook_ != nullptr) lxw_workbook_free(workbook_);  // neither finished nor kept: nothing is written
+  // Neither finished nor kept: nothing is written.
+  if (workbook_ != nullptr) workbook_library().lxw_workbook_free(workbook_);
 }
 
 WorkbookOutput::Cell& WorkbookOutput::next_cell() {
@@ -100,8 +100,8 @@ lxw_format* WorkbookOutput::format_for(const std::string& pattern) {
   if (pattern.empty()) return nullptr;
   auto found = formats_.find(pattern);
   if (found != formats_.end()) return found->second;
-  lxw_format* format = workbook_add_format(workbook_);
-  format_set_num_format(format, pattern.c_str());
+  lxw_format* format = workbook_library().workbook_add_format(workbook_);
+  workbook_library().format_set_num_format(format, pattern.c_str());
   formats_.emplace(pattern, format);
   return format;
 }
@@ -113,14 +113,15 @@ void WorkbookOutput::end_line(bool) {
   if (cell_count_ > LXW_COL_MAX) {
     raise(ErrorNumber::SubscriptOutOfRange, path() + ": an .xlsx sheet holds at most 16384 columns");
   }
+  const WorkbookLibrary& library = workbook_library();
   for (size_t c = 0; c < cell_count_; ++c) {
     const Cell& cell = cells_[c];
     if (cell.kind != Cell::Empty) ++cells_written_;
     const auto column = static_cast<lxw_col_t>(c);
     if (cell.kind == Cell::Text) {
-      check(worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path(), folder_);
+      check(library.worksheet_write_string(sheet_, row_, column, cell.text.c_str(), nullptr), path(), folder_);
     } else if (cell.kind == Cell::Number) {
-      check(worksheet_write_number(sheet_, row_, column, cell.value, format_for(cell.text)), path(), folder_);
+      check(library.worksheet_write_number(sheet_, row_, column, cell.value, format_for(cell.text)), path(), folder_);
     }
   }
   cell_count_ = 0;
@@ -131,7 +132,7 @@ void WorkbookOutput::end_line(bool) {
 void WorkbookOutput::close() {
   lxw_workbook* workbook = workbook_;
   workbook_ = nullptr;  // workbook_close frees it, whatever it returns
-  check(workbook_close(workbook), path(), folder_);
+  check(workbook_library().workbook_close(workbook), path(), folder_);
   const uint64_t sheet = sheet_size_in_zip(scratch_ ? scratch_->temporary_path() : file_.temporary_path());
   if (sheet != 0xFFFFFFFF && sheet < cells_written_ * kLeastCellBytes) {
     raise(kDiskFull, path() + ": the sheet's rows did not all reach the disk, in the folder " + folder_ +

@@ -1,40 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "functest/report_provenance.h"
 
-#include <openssl/evp.h>
-
 #include <array>
 #include <ctime>
-#include <fstream>
-#include <memory>
-#include <vector>
 
-#include "core/error.h"
+#include "core/file_digest.h"
 
 namespace morvane {
-
-std::string file_sha256(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) raise(ErrorNumber::FileNotFound, path);
-  const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-  EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr);
-  std::vector<char> block(size_t{1} << 20);
-  while (in) {
-    in.read(block.data(), static_cast<std::streamsize>(block.size()));
-    EVP_DigestUpdate(context.get(), block.data(), static_cast<size_t>(in.gcount()));
-  }
-  if (in.bad()) raise(ErrorNumber::DeviceIoError, path);
-  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-  unsigned int length = 0;
-  EVP_DigestFinal_ex(context.get(), digest.data(), &length);
-  static constexpr char kHex[] = "0123456789abcdef";
-  std::string text;
-  for (unsigned int i = 0; i < length; ++i) {
-    text += kHex[digest[i] >> 4];
-    text += kHex[digest[i] & 0x0F];
-  }
-  return text;
-}
 
 std::string local_time_now() {
   const std::time_t now = std::time(nullptr);

@@ -3,13 +3,10 @@
 
 #include <string>
 
+#include "core/file_digest.h"
 #include "functest/short_test_report.h"
 
 namespace morvane {
-
-// The SHA-256 of a whole file as 64 lower-case hexadecimal digits, read in large blocks. A file
-// that cannot be read is "File not found" (or the read's error).
-std::string file_sha256(const std::string& path);
 
 // The local date and time now, "YYYY-MM-DD HH:MM:SS".
 std::string local_time_now();

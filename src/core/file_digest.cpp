@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "core/file_digest.h"
+
+#include <dlfcn.h>
+#include <openssl/evp.h>
+
+#include <fstream>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "core/error.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr const char* kLibrary = "libcrypto.so.3";
+
+// The digest functions of the cryptography library, loaded the first time a digest is made
+// rather than linked: its loading is a third of the start of every run of the programs, and
+// only reports and the archive make digests.
+#define MORVANE_DIGEST_FUNCTIONS(X) \
+  X(EVP_MD_CTX_new) X(EVP_MD_CTX_free) X(EVP_sha256) X(EVP_DigestInit_ex) X(EVP_DigestUpdate) X(EVP_DigestFinal_ex)
+
+struct DigestFunctions {
+#define MORVANE_DIGEST_POINTER(name) decltype(&::name) name = nullptr;
+  MORVANE_DIGEST_FUNCTIONS(MORVANE_DIGEST_POINTER)
+#undef MORVANE_DIGEST_POINTER
+};
+
+[[noreturn]] void cannot_load(const char* what) {
+  raise(ErrorNumber::DeviceIoError,
+        std::string("the cryptography library ") + kLibrary + " cannot be loaded: " + (what ? what : "unknown reason"));
+}
+
+DigestFunctions load() {
+  // Never closed: the functions are used until the program ends.
+  void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) cannot_load(dlerror());
+  DigestFunctions functions;
+#define MORVANE_DIGEST_RESOLVE(name)                                                  \
+  functions.name = reinterpret_cast<decltype(functions.name)>(dlsym(library, #name)); \
+  if (functions.name == nullptr) cannot_load(dlerror());
+  MORVANE_DIGEST_FUNCTIONS(MORVANE_DIGEST_RESOLVE)
+#undef MORVANE_DIGEST_RESOLVE
+  return functions;
+}
+
+const DigestFunctions& digest_functions() {
+  static std::once_flag once;
+  static DigestFunctions functions;
+  // A failed load throws out of call_once, which leaves the flag unset: the next call tries again.
+  std::call_once(once, [] { functions = load(); });
+  return functions;
+}
+
+}  // namespace
+
+std::string file_sha256(const std::string& path, const std::function<void(int64_t)>& progress) {
+  const DigestFunctions& evp = digest_functions();
+  std::ifstream in(path, std::ios::binary);
+  if (!in) raise(ErrorNumber::FileNotFound, path);
+  const std::unique_ptr<EVP_MD_CTX, decltype(evp.EVP_MD_CTX_free)> context(evp.EVP_MD_CTX_new(), evp.EVP_MD_CTX_free);
+  if (!context || evp.EVP_DigestInit_ex(context.get(), evp.EVP_sha256(), nullptr) != 1) {
+    raise(ErrorNumber::InvalidProcedureCall, "SHA-256 is not available");
+  }
+  std::vector<char> block(4 << 20);
+  int64_t done = 0;
+  while (in) {
+    in.read(block.data(), static_cast<std::streamsize>(block.size()));
+    const std::streamsize got = in.gcount();
+    if (got <= 0) break;
+    evp.EVP_DigestUpdate(context.get(), block.data(), static_cast<size_t>(got));
+    done += got;
+    if (progress) progress(done);
+  }
+  if (in.bad()) raise(ErrorNumber::DeviceIoError, path);
+  unsigned char digest[EVP_MAX_MD_SIZE];
+  unsigned int length = 0;
+  evp.EVP_DigestFinal_ex(context.get(), digest, &length);
+  static constexpr char kHex[] = "0123456789abcdef";
+  std::string text;
+  for (unsigned int i = 0; i < length; ++i) {
+    text += kHex[digest[i] >> 4];
+    text += kHex[digest[i] & 15];
+  }
+  return text;
+}
+
+}  // namespace morvane
