@@ -1,25 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "core/file_digest.h"
 
-#include <dlfcn.h>
 #include <openssl/evp.h>
 
 #include <fstream>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include "core/error.h"
+#include "core/shared_library.h"
 
 namespace morvane {
 
 namespace {
 
-constexpr const char* kLibrary = "libcrypto.so.3";
-
 // The digest functions of the cryptography library, loaded the first time a digest is made
-// rather than linked: its loading is a third of the start of every run of the programs, and
-// only reports and the archive make digests.
+// rather than linked: only reports and the archive make digests, and the library's symbols were,
+// with the workbook library's, half of the dynamic loader's work at every start.
 #define MORVANE_DIGEST_FUNCTIONS(X) \
   X(EVP_MD_CTX_new) X(EVP_MD_CTX_free) X(EVP_sha256) X(EVP_DigestInit_ex) X(EVP_DigestUpdate) X(EVP_DigestFinal_ex)
 
@@ -29,29 +26,16 @@ struct DigestFunctions {
 #undef MORVANE_DIGEST_POINTER
 };
 
-[[noreturn]] void cannot_load(const char* what) {
-  raise(ErrorNumber::DeviceIoError,
-        std::string("the cryptography library ") + kLibrary + " cannot be loaded: " + (what ? what : "unknown reason"));
-}
-
-DigestFunctions load() {
-  // Never closed: the functions are used until the program ends.
-  void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) cannot_load(dlerror());
-  DigestFunctions functions;
-#define MORVANE_DIGEST_RESOLVE(name)                                                  \
-  functions.name = reinterpret_cast<decltype(functions.name)>(dlsym(library, #name)); \
-  if (functions.name == nullptr) cannot_load(dlerror());
-  MORVANE_DIGEST_FUNCTIONS(MORVANE_DIGEST_RESOLVE)
-#undef MORVANE_DIGEST_RESOLVE
-  return functions;
-}
-
 const DigestFunctions& digest_functions() {
-  static std::once_flag once;
-  static DigestFunctions functions;
-  // A failed load throws out of call_once, which leaves the flag unset: the next call tries again.
-  std::call_once(once, [] { functions = load(); });
+  // A failed load throws out of the initialisation, which the next call then tries again.
+  static const DigestFunctions functions = [] {
+    const SharedLibrary library("libcrypto.so.3", "cryptography");
+    DigestFunctions loaded;
+#define MORVANE_DIGEST_RESOLVE(name) library.resolve(loaded.name, #name);
+    MORVANE_DIGEST_FUNCTIONS(MORVANE_DIGEST_RESOLVE)
+#undef MORVANE_DIGEST_RESOLVE
+    return loaded;
+  }();
   return functions;
 }
 
