@@ -109,9 +109,7 @@ class AppTest : public ::testing::Test {
     window->show();
     wait_until([&] { return window->windowHandle() && window->windowHandle()->isExposed(); });
   }
-  void TearDown() override { window.reset(); QSettings().clear(); }
 
-  // Writes binary frames to a file of the folder and returns its path.
   QString write_frames(const std::string& name, FrameWriter writer) {
     write_bytes(dir.path(name), writer.bytes());
     return QString::fromStdString(dir.path(name));
@@ -123,7 +121,6 @@ class AppTest : public ::testing::Test {
     for (const Packet& packet : packets) writer.add_frame({packet});
     return load_frames(std::move(writer));
   }
-  // Writes a file of the simulated instrument and loads it.
   QString load_simulated(FileFormat format, const std::string& name) {
     sim::TelemetryOptions options;
     options.format = format;
@@ -153,9 +150,10 @@ class AppTest : public ::testing::Test {
     window->Timer1_Timer();
   }
 
-  // Exactly one message was shown, and it starts with `start`; no message was shown.
-  ::testing::AssertionResult one_message(const QString& start) const {
-    return messages_are(dialogs.messages.size() == 1 && dialogs.messages[0].startsWith(start));
+  // Exactly one message was shown, starting with `start` and holding `part`; no message was shown.
+  ::testing::AssertionResult one_message(const QString& start, const QString& part = {}) const {
+    return messages_are(dialogs.messages.size() == 1 && dialogs.messages[0].startsWith(start) &&
+                        dialogs.messages[0].contains(part));
   }
   ::testing::AssertionResult no_message() const { return messages_are(dialogs.messages.empty()); }
 

@@ -27,7 +27,20 @@ class CalibrationDialogTest : public testing::AppTest {
 };
 
 // The questions' texts and the file's layout are the editor's; here, the window's part.
-TEST_F(CalibrationDialogTest, ModifyAcceptAndYesWriteTheEntriesTypedAndAnOpenHousekeepingViewRedraws) {
+TEST_F(CalibrationDialogTest, AnOpenAuxiliaryViewFollowsTheAD590DialogAndModifyAcceptAndYesWriteTheEntriesTyped) {
+  // An open auxiliary view follows the AD590 dialog's Accept at once.
+  ASSERT_TRUE(load_packets({testing::aux_packet({{0, 1, 101, 0}, {0, 2, 23, 0x2000}})}));
+  auto* auxiliary = show<Auxiliary_form>(ViewKind::Auxiliary);
+  EXPECT_EQ(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
+  auto* dialog = show<AD590Dialog>(ViewKind::AD590);
+  dialog->temperature_entry()->setText("25");
+  dialog->accept_button()->click();
+  EXPECT_EQ(auxiliary->label_text("AD590 compensation temperature"), "25.00");
+  // Reactor 1 reads 0 V: the junction's own temperature.
+  EXPECT_NE(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
+  EXPECT_NE(testing::find_text(auxiliary->picture()->drawing(), "0.50"), nullptr);  // pressure is not corrected
+
+  // Modify, Accept and Yes write the entries typed; an open housekeeping view redraws.
   ASSERT_TRUE(load_packets({testing::hk_packet(2, {{18, 11}, {21, 7}}, {}, 41, 5000)}));
   window->session().Current_HK_Index = 1;
   auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
@@ -58,10 +71,8 @@ TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreAnsweredYe
   const std::string saved = testing::read_file(pressure_file());
   const std::tuple<const char*, bool, std::deque<bool>> cases[] = {
       // name, Modify clicked and an entry changed, the answers to Modify's question then Accept's
-      {"Accept without Modify", false, {}},
-      {"Modify cancelled", true, {false}},
-      {"Accept answered No", true, {true, false}},
-  };
+      {"Accept without Modify", false, {}}, {"Modify cancelled", true, {false}},
+      {"Accept answered No", true, {true, false}}};
   const auto written = std::filesystem::last_write_time(pressure_file());
   for (const auto& [name, modify, answers] : cases) {
     SCOPED_TRACE(name);
@@ -98,19 +109,6 @@ TEST_F(CalibrationDialogTest, NothingIsWrittenUnlessModifyAndAcceptAreAnsweredYe
   editor->button("Cancel")->click();
   EXPECT_EQ(window->session().config.Pressure_Table[0].C1, 45.0);
   EXPECT_TRUE(closed());
-}
-
-TEST_F(CalibrationDialogTest, AnOpenAuxiliaryViewFollowsTheAD590DialogsAcceptAtOnce) {
-  ASSERT_TRUE(load_packets({testing::aux_packet({{0, 1, 101, 0}, {0, 2, 23, 0x2000}})}));
-  auto* auxiliary = show<Auxiliary_form>(ViewKind::Auxiliary);
-  EXPECT_EQ(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
-  auto* dialog = show<AD590Dialog>(ViewKind::AD590);
-  dialog->temperature_entry()->setText("25");
-  dialog->accept_button()->click();
-  EXPECT_EQ(auxiliary->label_text("AD590 compensation temperature"), "25.00");
-  // Reactor 1 reads 0 V: the junction's own temperature.
-  EXPECT_NE(testing::find_text(auxiliary->picture()->drawing(), "25.00"), nullptr);
-  EXPECT_NE(testing::find_text(auxiliary->picture()->drawing(), "0.50"), nullptr);  // pressure is not corrected
 }
 
 }  // namespace

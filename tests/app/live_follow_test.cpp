@@ -14,19 +14,18 @@ namespace {
 
 using testing::FrameWriter, testing::Packet;
 
-class LiveFollowTest : public testing::AppTest {
- protected:
-  // hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
-  static FrameWriter frames(int hk_frames, int event_frames = 0) {
-    FrameWriter writer(282);
-    for (int f = 1; f <= hk_frames + event_frames; ++f) {
-      const Packet event{testing::kEventId, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
-      if (f > hk_frames) writer.add_frame({event});
-      else writer.add_frame({testing::labelled(LabelCode::Complete, f, 51, 100 + f), event});
-    }
-    return writer;
+// hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
+FrameWriter frames(int hk_frames, int event_frames = 0) {
+  FrameWriter writer(282);
+  for (int f = 1; f <= hk_frames + event_frames; ++f) {
+    const Packet event{testing::kEventId, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
+    if (f > hk_frames) writer.add_frame({event});
+    else writer.add_frame({testing::labelled(LabelCode::Complete, f, 51, 100 + f), event});
   }
-};
+  return writer;
+}
+
+using LiveFollowTest = testing::AppTest;
 
 TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsCollectionWhoseNewFramesReachTheViewsAndWhoseLogIsWaitedFor) {
   QAction* item = window->menu_item("mnuDisplayRealTimeDataCollection");
@@ -74,8 +73,7 @@ TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsCollectionWhoseNewFramesReachThe
   std::filesystem::remove(log());
   window->Timer1_Timer();
   window->Timer1_Timer();  // said once
-  ASSERT_TRUE(one_message("The log file "));
-  EXPECT_TRUE(dialogs.messages[0].contains("was deleted: collection waits for it to return"));
+  EXPECT_TRUE(one_message("The log file ", "was deleted: collection waits for it to return"));
   EXPECT_TRUE(window->live_follow().waiting());
   EXPECT_TRUE(window->is_collecting());
   EXPECT_EQ(window->session().Packet_Count, 7);  // the catalogue stays for browsing
@@ -115,16 +113,10 @@ class LiveFollowAlone : public ::testing::Test {
     follow->set_log_file(QString::fromStdString(log()));
     QObject::connect(follow, &LiveFollow::collecting_changed, [this](bool collecting) { on.push_back(collecting); });
   }
-  void TearDown() override { QSettings().clear(); }
 
   std::string log() const { return dir.path("tmlog.dat"); }
   // The ground station writes the log anew in place (the same file).
-  void write_log(int frames) { testing::write_bytes(log(), hk_frames(frames).bytes()); }
-  static FrameWriter hk_frames(int count) {
-    FrameWriter writer(282);
-    for (int f = 1; f <= count; ++f) writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 2}}, {}}});
-    return writer;
-  }
+  void write_log(int count) { testing::write_bytes(log(), frames(count).bytes()); }
 
   testing::TempDir dir;
   testing::FakeDialogs dialogs;
@@ -154,7 +146,7 @@ TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeenAndANewF
   EXPECT_EQ(session.catalogue.Previous_Packet_Count, 6);
   EXPECT_EQ(loads, 1);
 
-  testing::write_bytes(dir.path("new.dat"), hk_frames(2).bytes());
+  testing::write_bytes(dir.path("new.dat"), frames(2).bytes());
   std::filesystem::rename(dir.path("new.dat"), log());
   follow->Timer1_Timer();
   EXPECT_EQ(loads, 2);

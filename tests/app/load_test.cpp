@@ -78,7 +78,6 @@ TEST(BackgroundPass, AFinishedPassReportsSuccessItsErrorsComeBackAndCancelEndsIt
 // Whatever file is opened, the load and every window cope: a message at worst, never a crash.
 class BadFiles : public testing::AppTest {
  protected:
-  // Loads the file, then opens every window that exists and lets it draw.
   void load_and_open_everything(FileFormat format, const std::string& name) {
     ASSERT_TRUE(window->load_file(format, QString::fromStdString(dir.path(name))) || !dialogs.messages.empty());
     for (ViewKind kind : kAllViewKinds) {

@@ -26,24 +26,19 @@ TEST(WorkstationCommandLine, HelpAndVersionPrintAndEndWithoutADisplay) {
   EXPECT_EQ(version.out, std::string("Morvane EGSE ") + kProgramVersion + "\n");
 }
 
-class Startup : public ::testing::Test {
- protected:
-  void SetUp() override { QSettings().clear(); }
-  void TearDown() override { QSettings().clear(); }
+TEST(Startup, ConfigurationComesFirstThenTheWindowThenByteReverseAndAProblemIsNamedBeforeTheWindow) {
+  QSettings().clear();
   testing::TempDir dir;
   testing::FakeDialogs dialogs;
-};
+  auto window = Main(dialogs, QString::fromStdString(sim::write_configuration(dir.path("base"))));
+  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(window->session().config.Sensor_Count(), 36);
+  EXPECT_TRUE(window->session().Byte_Reverse);
+  EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
+  EXPECT_FALSE(window->session().loaded());
+  window.reset();
 
-TEST_F(Startup, ConfigurationComesFirstThenTheWindowThenByteReverseAndAProblemIsNamedBeforeTheWindow) {
-  {
-    const auto window = Main(dialogs, QString::fromStdString(sim::write_configuration(dir.path("base"))));
-    EXPECT_TRUE(dialogs.messages.empty());
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(window->session().config.Sensor_Count(), 36);
-    EXPECT_TRUE(window->session().Byte_Reverse);
-    EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
-    EXPECT_FALSE(window->session().loaded());
-  }
   // A configuration problem is named before the window; the user picks the base.
   const std::string good = sim::write_configuration(dir.path("good"));
   const std::string broken = sim::write_configuration(dir.path("broken"));
@@ -55,7 +50,7 @@ TEST_F(Startup, ConfigurationComesFirstThenTheWindowThenByteReverseAndAProblemIs
   };
   dialogs.folders.push_back(QString::fromStdString(good));
 
-  const auto window = Main(dialogs, QString::fromStdString(broken));
+  window = Main(dialogs, QString::fromStdString(broken));
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_TRUE(dialogs.messages[0].contains("Sensors.txt") && dialogs.messages[0].contains("line 2"))
       << dialogs.messages[0].toStdString();
@@ -70,12 +65,9 @@ using MainMenus = testing::AppTest;
 // The captions keep their blanks and misspellings; Window and Help come after the legacy menus.
 TEST_F(MainMenus, TheQuirkyCaptionsStayAndOnlyTheSwitchesCarryCheckMarks) {
   const std::pair<const char*, const char*> items[] = {
-      {"mnuLoadFile_FM", "Load & FM file (280 bytes)"},
-      {"mnuDisplaySUmmary", "&Summary"},
-      {"mnuDisplayByteReverse", "&Byte Reverse"},
-      {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
-      {"mnuExportScienceAuxilliary", "Science &Auxilliary"},
-  };
+      {"mnuLoadFile_FM", "Load & FM file (280 bytes)"}, {"mnuDisplaySUmmary", "&Summary"},
+      {"mnuDisplayByteReverse", "&Byte Reverse"}, {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
+      {"mnuExportScienceAuxilliary", "Science &Auxilliary"}};
   for (const auto& [name, caption] : items) {
     const QAction* item = window->menu_item(name);
     ASSERT_NE(item, nullptr) << name;

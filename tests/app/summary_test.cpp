@@ -16,8 +16,17 @@ namespace {
 using testing::aux_packet, testing::FrameWriter, testing::hk_packet, testing::Packet;
 
 using CatalogueWindows = testing::AppTest;
+using Field = SummaryFindBar::Field;
 
-TEST_F(CatalogueWindows, ListsTheCatalogueInThreeFixedPitchTabsAndADoubleClickOpensTheEntrysViewInFront) {
+// The row of the first finding of a kind, or -1.
+int row_of(const IntegrityForm* form, FindingKind kind) {
+  for (int row = 0; row < form->model()->rowCount(); ++row) {
+    if (form->model()->finding(row).kind == kind) return row;
+  }
+  return -1;
+}
+
+TEST_F(CatalogueWindows, TheSummaryListsTheCatalogueInFixedPitchTabsAndFindsEntriesAndTheIntegrityWindowItsFaults) {
   Summary* summary = show<Summary>(ViewKind::Summary);
   EXPECT_EQ(summary->model(0)->rowCount(), 0);
   ASSERT_TRUE(load_frames(testing::three_frames()));
@@ -46,28 +55,16 @@ TEST_F(CatalogueWindows, ListsTheCatalogueInThreeFixedPitchTabsAndADoubleClickOp
   EXPECT_EQ(window->view(ViewKind::Spectra), spectra);
   EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(spectra));
   EXPECT_EQ(window->session().Current_Science_Index, 2);
-}
 
-using Field = SummaryFindBar::Field;
-
-// The row of the first finding of a kind, or -1.
-int row_of(const IntegrityForm* form, FindingKind kind) {
-  for (int row = 0; row < form->model()->rowCount(); ++row) {
-    if (form->model()->finding(row).kind == kind) return row;
-  }
-  return -1;
-}
-
-TEST_F(CatalogueWindows, EveryFindFieldIsAConditionThatMustHoldAndTheIntegrityWindowListsAndOpensFindings) {
-  // Frame f: housekeeping f (complete if f is even) of sequence count f and lander time 100 + 10 f,
-  // and a progress event.
+  // Each find-bar field is a condition that must hold, on 40 frames: housekeeping f (complete if f is
+  // even) of sequence count f and lander time 100 + 10 f, and a progress event.
   FrameWriter writer(282);
   for (int f = 1; f <= 40; ++f) {
     writer.add_frame({Packet{testing::kHousekeepingId, f, 51, 0, 100 + 10 * f, {{16, f % 2 == 0 ? 2 : 1}}, {}},
                       testing::labelled(LabelCode::NormalProgressEvent, f, 11, 100 + 10 * f)});
   }
   ASSERT_TRUE(load_frames(writer));
-  Summary* summary = show<Summary>(ViewKind::Summary);
+  summary = show<Summary>(ViewKind::Summary);
   SummaryFindBar* bar = summary->find_bar(0);
   const auto done = [&] { return testing::wait_until([&] { return !bar->searching(); }); };
   bar->refresh_labels();
@@ -89,9 +86,8 @@ TEST_F(CatalogueWindows, EveryFindFieldIsAConditionThatMustHoldAndTheIntegrityWi
     EXPECT_EQ(bar->count_text(), count) << text;
   }
 
-  // The data-integrity window: the findings, their counts and the user's time jump threshold.
-  // Housekeeping 1, 2, then 5 (two lost) and, 1884 s later, 6; an unknown identifier in frame 4;
-  // auxiliary packets 7 and 9 (one lost).
+  // The data-integrity window on housekeeping 1, 2, then 5 (two lost) and, 1884 s later, 6; an unknown
+  // identifier in frame 4; auxiliary packets 7 and 9 (one lost).
   ASSERT_TRUE(load_packets({hk_packet(2, {}, {}, 1, 100), hk_packet(2, {}, {}, 2, 108), hk_packet(2, {}, {}, 5, 116),
                             Packet{0x1234, 1, 11, 0, 120, {}, {}}, aux_packet({}, 7, 121), aux_packet({}, 9, 122),
                             hk_packet(2, {}, {}, 6, 2000)}));

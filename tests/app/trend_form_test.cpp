@@ -24,9 +24,8 @@ SeriesValues values_of(const std::vector<TrendSeries>& series) {
 }
 std::vector<std::tuple<size_t, int, double, double>> columns_of(const TrendPlot& plot) {
   std::vector<std::tuple<size_t, int, double, double>> columns;
-  for (size_t s = 0; s < plot.traces.size(); ++s) {
+  for (size_t s = 0; s < plot.traces.size(); ++s)
     for (const ColumnExtent& c : plot.traces[s]) columns.emplace_back(s, c.column, c.low, c.high);
-  }
   return columns;
 }
 
@@ -92,8 +91,7 @@ TEST_F(TrendWindow, TheTickedSensorsPlotOnAWorkerThreadAsAtOnceUnlessCancelledSa
   ASSERT_TRUE(form->chart()->limits()[0]);  // cruise phase's
   testing::write_file(test_ranges_path(base, FileFormat::QM, TestMode::EAFT), "\"Item 1\", 1, 2\r\n");
   form->limit_mode_box()->setCurrentText("EAFT");
-  EXPECT_TRUE(one_message(""));
-  EXPECT_TRUE(dialogs.messages[0].contains("QM EAFT Mode.txt"));
+  EXPECT_TRUE(one_message("", "QM EAFT Mode.txt"));
   EXPECT_FALSE(form->chart()->limits()[0]);
 
   // A plot made on a worker thread equals the plot made at once.
@@ -129,7 +127,7 @@ TEST_F(TrendWindow, GrowsDuringLiveFollowAndStartsOverOnANewFile) {
   auto frames = [](int count) {
     testing::FrameWriter writer(282);
     for (int f = 1; f <= count; ++f)
-      writer.add_frame({hk_packet(1, sensor_bytes({{29, static_cast<uint8_t>(10 * f)}, {28, 150}}), {}, f, 100 + 8 * f)});
+      writer.add_frame({hk_packet(1, sensor_bytes({{29, uint8_t(10 * f)}, {28, 150}}), {}, f, 100 + 8 * f)});
     return writer;
   };
   write_log(frames(3));
