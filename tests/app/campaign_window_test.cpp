@@ -111,9 +111,8 @@ TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveWhoseTablesSearchTrendAndDouble
   trend->set_sensor_chosen(kBoardTemperature, true);
   ASSERT_EQ(trend->series().size(), 1u);
   const std::vector<int64_t>& of_file = trend->point_files().front();
-  for (const archive::FileRecord& record : campaign->file_model().files()) {
+  for (const archive::FileRecord& record : campaign->file_model().files())
     EXPECT_EQ(std::count(of_file.begin(), of_file.end(), record.file_id), record.hk_count);
-  }
   EXPECT_EQ(trend->chart()->boundaries().size(), 2u);
   ASSERT_EQ(trend->chart()->limits().size(), 1u);
   EXPECT_TRUE(trend->chart()->limits()[0].has_value());  // the board temperature has limits in cruise mode

@@ -19,9 +19,8 @@ class Desktop : public testing::AppTest {
   QStringList items(QMenu* m) const {
     emit m->aboutToShow();
     QStringList texts;
-    for (QAction* action : m->actions()) {
+    for (QAction* action : m->actions())
       if (!action->isSeparator()) texts.append(action->text() + (action->isChecked() ? " [x]" : ""));
-    }
     return texts;
   }
 };

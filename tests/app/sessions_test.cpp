@@ -57,9 +57,8 @@ TEST_F(Sessions, LoadedFilesAreRememberedAboveExitWithTheirFormatMostRecentFirst
   EXPECT_EQ(window->session().catalogue.HK_Count(), hk);
 
   // The list is kept to its length.
-  for (int i = 0; i < kRecentFileCount + 2; ++i) {
+  for (int i = 0; i < kRecentFileCount + 2; ++i)
     ASSERT_TRUE(window->load_file(FileFormat::QM, file("f" + std::to_string(i) + ".dat")));
-  }
   EXPECT_EQ(recent_files().size(), static_cast<size_t>(kRecentFileCount));
   EXPECT_EQ(recent_files().front().path, QString::fromStdString(dir.path("f9.dat")));
 }

@@ -31,9 +31,8 @@ class ShortFormTests : public testing::AppTest {
   // The tests written in a mode, in the order they run.
   std::vector<sim::WrittenTest> written_in(std::string_view mode) const {
     std::vector<sim::WrittenTest> tests;
-    for (const sim::WrittenTest& test : written.tests) {
+    for (const sim::WrittenTest& test : written.tests)
       if (sim::scripted_tests()[static_cast<size_t>(test.scripted)].mode == mode) tests.push_back(test);
-    }
     return tests;
   }
 
@@ -96,19 +95,17 @@ TEST_F(ShortFormTests, ADoubleClickedFaultyTestShowsItsFailuresInRedAndItsReport
   EXPECT_NE(html.find("class=\"fail\">Fail"), std::string::npos);
 
   const auto saved = [&](const char* name) {
-    const QString file = QString::fromStdString(dir.path(name));
-    dialogs.files.push_back(file);
+    dialogs.files.push_back(QString::fromStdString(dir.path(name)));
     QTest::mouseClick(view->save_button(), Qt::LeftButton);
-    return testing::read_file(file.toStdString());
+    return testing::read_file(dir.path(name));
   };
   EXPECT_EQ(saved("report.html"), html);
   EXPECT_EQ(saved("report.txt"), test_report_text(report));
   EXPECT_EQ(saved("report.pdf").rfind("%PDF-", 0), 0u);
-  const QString printed = QString::fromStdString(dir.path("printed.pdf"));
-  dialogs.printers = {printed, ""};  // the second print is cancelled
+  dialogs.printers = {QString::fromStdString(dir.path("printed.pdf")), ""};  // the second print is cancelled
   QTest::mouseClick(view->print_button(), Qt::LeftButton);
   QTest::mouseClick(view->print_button(), Qt::LeftButton);
-  EXPECT_EQ(testing::read_file(printed.toStdString()).rfind("%PDF-", 0), 0u);
+  EXPECT_EQ(testing::read_file(dir.path("printed.pdf")).rfind("%PDF-", 0), 0u);
 
   dialogs.files.push_back(QString::fromStdString(dir.path("no such folder/report.txt")));
   QTest::mouseClick(view->save_button(), Qt::LeftButton);

@@ -20,9 +20,8 @@ using Field = SummaryFindBar::Field;
 
 // The row of the first finding of a kind, or -1.
 int row_of(const IntegrityForm* form, FindingKind kind) {
-  for (int row = 0; row < form->model()->rowCount(); ++row) {
+  for (int row = 0; row < form->model()->rowCount(); ++row)
     if (form->model()->finding(row).kind == kind) return row;
-  }
   return -1;
 }
 
