@@ -10,13 +10,10 @@
 #include <string>
 #include <vector>
 
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QElapsedTimer>
+// The Qt modules whole, as the tests' precompiled header has them: no test lists its widgets.
 #include <QPrinter>
-#include <QSettings>
-#include <QTest>
-#include <QWindow>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "core/configuration.h"
 #include "dialogs.h"
@@ -65,7 +62,6 @@ class FakeDialogs : public Dialogs {
     return next(choices, "choice", -1);
   }
   QString ask_text(QWidget*, const QString&, const QString&) override { return next(texts, "text"); }
-  int count(const std::string& event) const { return static_cast<int>(std::count(events.begin(), events.end(), event)); }
 
  private:
   template <class T>
@@ -90,8 +86,7 @@ inline bool wait_until(const std::function<bool()>& condition, int milliseconds 
   return condition();
 }
 
-// A double click on an item as a mouse makes it: the first click, then the second press that
-// makes it double.
+// A double click on an item as a mouse makes it: a click, then the press that makes it double.
 inline void double_click(QAbstractItemView* view, const QModelIndex& index) {
   EXPECT_TRUE(QTest::qWaitForWindowExposed(view->window()));
   view->doItemsLayout();
@@ -114,31 +109,21 @@ class AppTest : public ::testing::Test {
     window->show();
     wait_until([&] { return window->windowHandle() && window->windowHandle()->isExposed(); });
   }
-  void TearDown() override {
-    window.reset();
-    QSettings().clear();
-  }
 
-  // Writes binary frames to a file of the folder and returns its path.
-  QString write_frames(const std::string& name, FrameWriter& writer) {
+  QString write_frames(const std::string& name, FrameWriter writer) {
     write_bytes(dir.path(name), writer.bytes());
     return QString::fromStdString(dir.path(name));
   }
   // Writes one packet a frame, in the start-up byte order, and loads the file as CSS.
-  bool load_packets(const std::vector<Packet>& packets, const std::string& name = "t.css") {
+  bool load_frames(FrameWriter writer) { return window->load_file(FileFormat::CSS, write_frames("t.css", writer)); }
+  bool load_packets(const std::vector<Packet>& packets) {
     FrameWriter writer(282);
     for (const Packet& packet : packets) writer.add_frame({packet});
-    return window->load_file(FileFormat::CSS, write_frames(name, writer));
+    return load_frames(std::move(writer));
   }
-  // Writes frames and loads them as CSS.
-  bool load_frames(FrameWriter writer, const std::string& name = "t.css") {
-    return window->load_file(FileFormat::CSS, write_frames(name, writer));
-  }
-  // Writes a file of the simulated instrument and loads it.
-  QString load_simulated(FileFormat format, const std::string& name, int frames = 0) {
+  QString load_simulated(FileFormat format, const std::string& name) {
     sim::TelemetryOptions options;
     options.format = format;
-    if (frames > 0) options.frames = frames;
     sim::write_telemetry(dir.path(name), options);
     const QString path = QString::fromStdString(dir.path(name));
     EXPECT_TRUE(window->load_file(format, path));
@@ -150,14 +135,8 @@ class AppTest : public ::testing::Test {
     window->menu_item(item)->trigger();
     return dialogs.files.empty();
   }
-  template <class View>
-  View* show(ViewKind kind) {
-    return dynamic_cast<View*>(window->show_view(kind));
-  }
-  template <class View>
-  View* shown(ViewKind kind) const {
-    return dynamic_cast<View*>(window->view(kind));
-  }
+  template <class View> View* show(ViewKind kind) { return dynamic_cast<View*>(window->show_view(kind)); }
+  template <class View> View* shown(ViewKind kind) const { return dynamic_cast<View*>(window->view(kind)); }
 
   // The log file the collection follows: written whole each time, as the ground station grows it.
   std::string log() const { return dir.path("tmlog.dat"); }
@@ -171,14 +150,12 @@ class AppTest : public ::testing::Test {
     window->Timer1_Timer();
   }
 
-  // Exactly one message was shown, and it starts with `start`.
-  ::testing::AssertionResult one_message(const QString& start) const {
-    if (dialogs.messages.size() == 1 && dialogs.messages[0].startsWith(start)) return ::testing::AssertionSuccess();
-    return messages_shown();
+  // Exactly one message was shown, starting with `start` and holding `part`; no message was shown.
+  ::testing::AssertionResult one_message(const QString& start, const QString& part = {}) const {
+    return messages_are(dialogs.messages.size() == 1 && dialogs.messages[0].startsWith(start) &&
+                        dialogs.messages[0].contains(part));
   }
-  ::testing::AssertionResult no_message() const {
-    return dialogs.messages.empty() ? ::testing::AssertionSuccess() : messages_shown();
-  }
+  ::testing::AssertionResult no_message() const { return messages_are(dialogs.messages.empty()); }
 
   TempDir dir;
   std::string base;
@@ -186,16 +163,16 @@ class AppTest : public ::testing::Test {
   std::unique_ptr<EGSE_MDI> window;
 
  private:
-  ::testing::AssertionResult messages_shown() const {
+  ::testing::AssertionResult messages_are(bool as_expected) const {
+    if (as_expected) return ::testing::AssertionSuccess();
     ::testing::AssertionResult failure = ::testing::AssertionFailure() << dialogs.messages.size() << " messages:";
     for (const QString& message : dialogs.messages) failure << " \"" << message.toStdString() << '"';
     return failure;
   }
 };
 
-// Three frames: a complete housekeeping packet with an auxiliary and an isotope packet; a
-// progress event, an acceptance failure and a GC spectrum; a concise housekeeping packet and
-// an unknown science packet.
+// Three frames: complete housekeeping, auxiliary and isotope packets; a progress event, an
+// acceptance failure and a GC spectrum; concise housekeeping and an unknown science packet.
 inline FrameWriter three_frames(int stride = 282) {
   FrameWriter writer(stride);
   writer.add_frame({labelled(LabelCode::Complete, 3, 51, 1000), labelled(LabelCode::AuxiliaryData, 7, 25, 1001),

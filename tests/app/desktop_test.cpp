@@ -1,15 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the workstation has as a desktop program: the status bar, the Window and Help menus,
-// Enter and Ctrl+C in every list, Ctrl+O.
-#include <QApplication>
-#include <QClipboard>
-#include <QListView>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QStatusBar>
-#include <QTextBrowser>
-
+// The desktop program: status bar, Window and Help menus, Enter and Ctrl+C in lists, Ctrl+O, read-outs.
 #include "app_fixture.h"
 #include "help_menu.h"
 #include "spectra_form.h"
@@ -24,22 +14,18 @@ namespace {
 class Desktop : public testing::AppTest {
  protected:
   StatusLine* status() const { return window->findChild<StatusLine*>("StatusLine"); }
-  QMenu* menu(const char* name) const { return window->findChild<QMenu*>(name); }
+  StatusLine* refreshed_status() const { return status()->refresh(), status(); }
   // The items of a menu as it shows them when opened.
   QStringList items(QMenu* m) const {
     emit m->aboutToShow();
     QStringList texts;
-    for (QAction* action : m->actions()) {
+    for (QAction* action : m->actions())
       if (!action->isSeparator()) texts.append(action->text() + (action->isChecked() ? " [x]" : ""));
-    }
     return texts;
-  }
-  static void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
   }
 };
 
-TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarning) {
+TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarningAndCtrlOTheLastFormat) {
   ASSERT_NE(status(), nullptr);
   EXPECT_EQ(status()->file_text(), "No file loaded");
   ASSERT_TRUE(load_frames(testing::three_frames()));
@@ -48,8 +34,7 @@ TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarn
   EXPECT_EQ(status()->byte_order_text(), "Low byte first");
   EXPECT_EQ(status()->frames_text(), "3 frames");
   window->mnuDisplayByteReverse_Click();
-  status()->refresh();
-  EXPECT_EQ(status()->byte_order_text(), "High byte first");
+  EXPECT_EQ(refreshed_status()->byte_order_text(), "High byte first");
   window->mnuDisplayByteReverse_Click();
 
   // A text file loaded as a binary format: the load goes through, with a word of doubt.
@@ -66,18 +51,24 @@ TEST_F(Desktop, TheStatusBarSaysFileFormatByteOrderFramesFollowingAndTheLastWarn
   log_frames.add_frame({testing::labelled(LabelCode::Concise, 1, 51, 5)});
   write_log(log_frames);
   window->start_collection();
-  status()->refresh();
-  EXPECT_EQ(status()->follow_text(), "Live: following, 282 bytes");
+  EXPECT_EQ(refreshed_status()->follow_text(), "Live: following, 282 bytes");
   window->collection_timer()->stop();
-  status()->refresh();
-  EXPECT_EQ(status()->follow_text(), "Live: paused, 282 bytes");
+  EXPECT_EQ(refreshed_status()->follow_text(), "Live: paused, 282 bytes");
   window->stop_collection();
-  status()->refresh();
-  EXPECT_EQ(status()->follow_text(), "Live: stopped");
+  EXPECT_EQ(refreshed_status()->follow_text(), "Live: stopped");
+
+  // Ctrl+O asks for a file of the format loaded last.
+  QAction* open = window->menu_item("mnuFileOpenLastFormat");
+  ASSERT_TRUE(window->load_file(FileFormat::GRM, write_frames("t.grm", testing::three_frames(280))));
+  EXPECT_EQ(open->text(), "&Open GRM file...");
+  dialogs.files.push_back(write_frames("u.grm", testing::three_frames(280)));
+  open->trigger();
+  EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
+  EXPECT_TRUE(window->session().File_Name.ends_with("u.grm"));
 }
 
-TEST_F(Desktop, TheWindowMenuListsTheOpenWindowsWithTheActiveOneCheckedAndClosesThem) {
-  QMenu* windows = menu("mnuWindow");
+TEST_F(Desktop, TheWindowAndHelpMenusAndInEveryListEnterOpensTheLineAndCtrlCCopiesTheSelection) {
+  QMenu* windows = window->findChild<QMenu*>("mnuWindow");
   ASSERT_NE(windows, nullptr);
   const int fixed_items = static_cast<int>(items(windows).size());
   window->show_view(ViewKind::Summary);
@@ -94,29 +85,8 @@ TEST_F(Desktop, TheWindowMenuListsTheOpenWindowsWithTheActiveOneCheckedAndCloses
   testing::delete_closed_windows();
   EXPECT_EQ(window->view(ViewKind::Summary), nullptr);
   EXPECT_EQ(window->view(ViewKind::RawData), nullptr);
-}
 
-TEST_F(Desktop, EnterOpensTheSelectedLineAndCtrlCCopiesEverySelectedLine) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
-  auto* summary = show<Summary>(ViewKind::Summary);
-  QListView* list = summary->list(0);
-  list->setFocus();
-  list->setCurrentIndex(summary->model(0)->index(1));
-  press(list, Qt::Key_Return);
-  EXPECT_EQ(window->session().Current_HK_Index, 2);
-  ASSERT_NE(window->view(ViewKind::Housekeeping), nullptr);
-  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Housekeeping)));
-
-  list->selectionModel()->select(summary->model(0)->index(0), QItemSelectionModel::Select);
-  list->selectionModel()->select(summary->model(0)->index(1), QItemSelectionModel::Select);
-  press(list, Qt::Key_C, Qt::ControlModifier);
-  const QString expected = summary->model(0)->index(0).data().toString() + "\n" +
-                           summary->model(0)->index(1).data().toString();
-  EXPECT_EQ(QApplication::clipboard()->text(), expected);
-  EXPECT_TRUE(no_message());
-}
-
-TEST_F(Desktop, TheHelpMenuShowsTheGuideShippedInsideTheProgramAndTheAbout) {
+  // The Help menu: the guide shipped inside the program, the shortcuts and the About.
   auto* help = window->findChild<HelpMenu*>();
   ASSERT_NE(help, nullptr);
   QTextBrowser* guide = help->show_guide();
@@ -126,17 +96,33 @@ TEST_F(Desktop, TheHelpMenuShowsTheGuideShippedInsideTheProgramAndTheAbout) {
   help->show_about();
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_TRUE(dialogs.messages[0].contains(QStringLiteral("Qt: ") + qVersion()));
-}
 
-TEST_F(Desktop, CtrlOAsksForAFileOfTheFormatLoadedLast) {
-  QAction* open = window->menu_item("mnuFileOpenLastFormat");
-  testing::FrameWriter grm = testing::three_frames(280);
-  ASSERT_TRUE(window->load_file(FileFormat::GRM, write_frames("t.grm", grm)));
-  EXPECT_EQ(open->text(), "&Open GRM file...");
-  dialogs.files.push_back(write_frames("u.grm", grm));
-  open->trigger();
-  EXPECT_EQ(window->session().File_Type, FileFormat::GRM);
-  EXPECT_TRUE(window->session().File_Name.ends_with("u.grm"));
+  // Enter opens the selected line, Ctrl+C copies every selected line, "Show this spectrum" its spectrum.
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  auto* summary = show<Summary>(ViewKind::Summary);
+  QListView* list = summary->list(0);
+  list->setFocus();
+  list->setCurrentIndex(summary->model(0)->index(1));
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(window->session().Current_HK_Index, 2);
+  ASSERT_NE(window->view(ViewKind::Housekeeping), nullptr);
+  EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Housekeeping)));
+
+  list->selectionModel()->select(summary->model(0)->index(0), QItemSelectionModel::Select);
+  list->selectionModel()->select(summary->model(0)->index(1), QItemSelectionModel::Select);
+  QTest::keyClick(list, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            summary->model(0)->index(0).data().toString() + "\n" + summary->model(0)->index(1).data().toString());
+
+  EXPECT_EQ(summary->list(1)->actions().size(), 2);  // the science lines' menu: raw frame, spectrum
+  summary->show_this_spectrum(1);  // auxiliary data: no spectrum
+  EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
+  summary->show_this_spectrum(3);  // the GC spectrum, spectrum 2 after the complete one
+  auto* spectra = shown<Spectra_Form>(ViewKind::Spectra);
+  ASSERT_NE(spectra, nullptr);
+  EXPECT_EQ(spectra->spectrum_scroll()->value(), 2);
+  EXPECT_EQ(spectra->decoder().spectrum(), 2);
+  EXPECT_EQ(dialogs.messages.size(), 1u);  // the About's
 }
 
 TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer) {
@@ -151,8 +137,7 @@ TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer)
   Spectrum_Bins bins{};
   bins[0] = 5;
   bins[512] = 80;
-  SpectrumAxis axis;
-  plot.set_bins(&bins, 1025, axis);
+  plot.set_bins(&bins, 1025, SpectrumAxis{});
   SpectrumGraph graph;
   graph.width = 1025;  // the whole range at zoom 1
   plot.set_graph(graph);
@@ -161,20 +146,6 @@ TEST_F(Desktop, PlotsReadOutTheNearestPointOfEachSeriesAndTheBinUnderThePointer)
   const int middle = area.left() + static_cast<int>(512.5 * area.width() / 1025);
   EXPECT_EQ(plot.readout_at({middle, area.center().y()}), "Bin 512: 80 counts");
   EXPECT_EQ(plot.readout_at({area.left() - 3, area.center().y()}), "");
-}
-
-TEST_F(Desktop, ShowThisSpectrumOpensTheSpectrumWindowOnTheLineClicked) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
-  auto* summary = show<Summary>(ViewKind::Summary);
-  EXPECT_EQ(summary->list(1)->actions().size(), 2);  // the science lines' menu: raw frame, spectrum
-  summary->show_this_spectrum(1);  // auxiliary data: no spectrum
-  EXPECT_EQ(window->view(ViewKind::Spectra), nullptr);
-  summary->show_this_spectrum(3);  // the GC spectrum, spectrum 2 after the complete one
-  auto* spectra = shown<Spectra_Form>(ViewKind::Spectra);
-  ASSERT_NE(spectra, nullptr);
-  EXPECT_EQ(spectra->spectrum_scroll()->value(), 2);
-  EXPECT_EQ(spectra->decoder().spectrum(), 2);
-  EXPECT_TRUE(no_message());
 }
 
 }  // namespace

@@ -1,16 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Real-time collection: the log the ground station writes is followed and its new frames reach the
-// open windows; LiveFollowAlone follows the log through its changes without a main window.
-#include <QPushButton>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTimer>
-
+// Real-time collection: the log followed, with a main window and (LiveFollowAlone) without.
 #include <filesystem>
 
 #include "app_fixture.h"
 #include "core/error.h"
-
 #include "housekeeping_form.h"
 #include "live_follow.h"
 #include "raw_view.h"
@@ -19,27 +12,22 @@
 namespace morvane {
 namespace {
 
-using testing::FrameWriter;
-using testing::Packet;
+using testing::FrameWriter, testing::Packet;
 
-class LiveFollowTest : public testing::AppTest {
- protected:
-  // hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
-  static FrameWriter frames(int hk_frames, int event_frames = 0) {
-    FrameWriter writer(282);
-    for (int f = 1; f <= hk_frames + event_frames; ++f) {
-      const Packet event{testing::kEventId, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
-      if (f > hk_frames) {
-        writer.add_frame({event});
-      } else {
-        writer.add_frame({testing::labelled(LabelCode::Complete, f, 51, 100 + f), event});
-      }
-    }
-    return writer;
+// hk_frames frames of a complete housekeeping packet and an event, then frames of an event only.
+FrameWriter frames(int hk_frames, int event_frames = 0) {
+  FrameWriter writer(282);
+  for (int f = 1; f <= hk_frames + event_frames; ++f) {
+    const Packet event{testing::kEventId, f, 11, 0, 100 + f, {{14, 0x0100}}, {}};
+    if (f > hk_frames) writer.add_frame({event});
+    else writer.add_frame({testing::labelled(LabelCode::Complete, f, 51, 100 + f), event});
   }
-};
+  return writer;
+}
 
-TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFromItsFirstFrame) {
+using LiveFollowTest = testing::AppTest;
+
+TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsCollectionWhoseNewFramesReachTheViewsAndWhoseLogIsWaitedFor) {
   QAction* item = window->menu_item("mnuDisplayRealTimeDataCollection");
   write_log(frames(2));
   item->trigger();
@@ -55,10 +43,9 @@ TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsAndEachStartCataloguesTheLogFrom
   item->trigger();
   EXPECT_EQ(window->session().catalogue.HK_Count(), 4);
   EXPECT_EQ(window->session().catalogue.counters.Complete_Count(), 4);  // counted once
-}
+  item->trigger();
 
-// How the log grows or shrinks between passes is LiveFollowAlone's; here, what the views show.
-TEST_F(LiveFollowTest, NewFramesReachTheOpenViews) {
+  // How the log grows or shrinks between passes is LiveFollowAlone's; here, what the views show.
   write_log(frames(2));
   window->start_collection();
   auto* raw = show<RawData>(ViewKind::RawData);
@@ -81,20 +68,15 @@ TEST_F(LiveFollowTest, NewFramesReachTheOpenViews) {
   EXPECT_EQ(inserted.count(), 2);
   EXPECT_EQ(housekeeping->header_text("HK Packet number"), "6");
   EXPECT_FALSE(housekeeping->showing_registers());
-  EXPECT_TRUE(no_message());
-}
 
-TEST_F(LiveFollowTest, ADeletedLogIsWaitedForAndFollowedFromItsFirstFrameWhenItIsBack) {
-  write_log(frames(4));
-  window->start_collection();
+  // A deleted log is waited for.
   std::filesystem::remove(log());
   window->Timer1_Timer();
   window->Timer1_Timer();  // said once
-  ASSERT_TRUE(one_message("The log file "));
-  EXPECT_TRUE(dialogs.messages[0].contains("was deleted: collection waits for it to return"));
+  EXPECT_TRUE(one_message("The log file ", "was deleted: collection waits for it to return"));
   EXPECT_TRUE(window->live_follow().waiting());
   EXPECT_TRUE(window->is_collecting());
-  EXPECT_EQ(window->session().Packet_Count, 4);  // the catalogue stays for browsing
+  EXPECT_EQ(window->session().Packet_Count, 7);  // the catalogue stays for browsing
 
   grow_log(frames(1));
   ASSERT_EQ(dialogs.messages.size(), 2u);
@@ -129,17 +111,12 @@ class LiveFollowAlone : public ::testing::Test {
     hooks.busy = [this] { return busy; };
     follow = new LiveFollow(session, dialogs, window, std::move(hooks));
     follow->set_log_file(QString::fromStdString(log()));
+    QObject::connect(follow, &LiveFollow::collecting_changed, [this](bool collecting) { on.push_back(collecting); });
   }
-  void TearDown() override { QSettings().clear(); }
 
   std::string log() const { return dir.path("tmlog.dat"); }
   // The ground station writes the log anew in place (the same file).
-  void write_log(int frames) { testing::write_bytes(log(), hk_frames(frames).bytes()); }
-  static FrameWriter hk_frames(int count) {
-    FrameWriter writer(282);
-    for (int f = 1; f <= count; ++f) writer.add_frame({Packet{0x0F34, f, 51, 0, 100 + f, {{16, 2}}, {}}});
-    return writer;
-  }
+  void write_log(int count) { testing::write_bytes(log(), frames(count).bytes()); }
 
   testing::TempDir dir;
   testing::FakeDialogs dialogs;
@@ -148,74 +125,43 @@ class LiveFollowAlone : public ::testing::Test {
   LiveFollow* follow = nullptr;
   int loads = 0;
   std::vector<int32_t> updates;  // the frame count each update of the views saw
+  std::vector<bool> on;  // each change of collecting, as signalled
   bool busy = false;
   bool fail_update = false;
 };
 
-TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeen) {
+TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeenAndANewFileIsLoadedAfresh) {
   write_log(4);
   follow->start();
-  ASSERT_TRUE(follow->timer()->isActive());
   write_log(2);  // rewritten shorter in place
   follow->Timer1_Timer();
   write_log(4);
   follow->Timer1_Timer();
   EXPECT_TRUE(updates.empty());
   EXPECT_EQ(session.Packet_Count, 4);
-  EXPECT_EQ(session.catalogue.HK_Count(), 4);
-
   write_log(6);
   follow->Timer1_Timer();
   EXPECT_EQ(updates, std::vector<int32_t>{6});
   EXPECT_EQ(session.catalogue.HK_Count(), 6);
   EXPECT_EQ(session.catalogue.Previous_Packet_Count, 6);
   EXPECT_EQ(loads, 1);
-  EXPECT_TRUE(dialogs.messages.empty());
-}
 
-TEST_F(LiveFollowAlone, ALogReplacedByANewFileIsLoadedAgainFromItsFirstFrame) {
-  write_log(4);
-  follow->start();
-  testing::write_bytes(dir.path("new.dat"), hk_frames(2).bytes());
+  testing::write_bytes(dir.path("new.dat"), frames(2).bytes());
   std::filesystem::rename(dir.path("new.dat"), log());
   follow->Timer1_Timer();
   EXPECT_EQ(loads, 2);
-  EXPECT_TRUE(updates.empty());  // the load rebuilt the views: this pass adds nothing
   EXPECT_EQ(session.Packet_Count, 2);
   EXPECT_TRUE(follow->collecting());
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_TRUE(dialogs.messages[0].contains("was replaced by a new file: collection starts again from its first frame"));
-
   write_log(3);  // the new file is the one followed now: it grows as any other
   follow->Timer1_Timer();
-  EXPECT_EQ(updates, std::vector<int32_t>{3});
+  EXPECT_EQ(updates, (std::vector<int32_t>{6, 3}));  // the load rebuilt the views: its pass added nothing
   EXPECT_EQ(loads, 2);
   EXPECT_EQ(dialogs.messages.size(), 1u);
 }
 
-TEST_F(LiveFollowAlone, APassWaitsForALoadAndAFailingPassStopsCollectionBeforeItsMessage) {
-  write_log(1);
-  follow->start();
-  write_log(2);
-  busy = true;
-  follow->Timer1_Timer();
-  EXPECT_EQ(session.Packet_Count, 1);
-  busy = false;
-
-  std::vector<bool> on;
-  QObject::connect(follow, &LiveFollow::collecting_changed, [&](bool collecting) { on.push_back(collecting); });
-  dialogs.on_message = [&] { EXPECT_FALSE(follow->timer()->isActive()); };
-  fail_update = true;
-  follow->Timer1_Timer();
-  EXPECT_FALSE(follow->collecting());
-  EXPECT_EQ(on, std::vector<bool>{false});
-  ASSERT_EQ(dialogs.messages.size(), 1u);
-  EXPECT_TRUE(dialogs.messages[0].endsWith("Error number 57"));
-}
-
-TEST_F(LiveFollowAlone, AStartThatCannotLoadTheLogKeepsTheStateCollectionWasIn) {
-  std::vector<bool> on;
-  QObject::connect(follow, &LiveFollow::collecting_changed, [&](bool collecting) { on.push_back(collecting); });
+TEST_F(LiveFollowAlone, AStartThatCannotLoadKeepsTheStateAPassWaitsForALoadAndAFailingPassStopsFirst) {
   follow->toggle();  // no log yet
   EXPECT_FALSE(follow->collecting());
   EXPECT_FALSE(follow->timer()->isActive());
@@ -229,8 +175,24 @@ TEST_F(LiveFollowAlone, AStartThatCannotLoadTheLogKeepsTheStateCollectionWasIn) 
   EXPECT_EQ(session.Packet_Count, 3);
   follow->toggle();
   EXPECT_FALSE(follow->timer()->isActive());
-  EXPECT_EQ(on, (std::vector<bool>{false, true, true, false}));
   EXPECT_EQ(loads, 3);
+
+  // A pass waits for a load; a failing pass stops collection before its message.
+  write_log(1);
+  follow->start();
+  write_log(2);
+  busy = true;
+  follow->Timer1_Timer();
+  EXPECT_EQ(session.Packet_Count, 1);
+  busy = false;
+
+  dialogs.on_message = [&] { EXPECT_FALSE(follow->timer()->isActive()); };
+  fail_update = true;
+  follow->Timer1_Timer();
+  EXPECT_FALSE(follow->collecting());
+  EXPECT_EQ(on, (std::vector<bool>{false, true, true, false, true, false}));
+  ASSERT_EQ(dialogs.messages.size(), 1u);
+  EXPECT_TRUE(dialogs.messages[0].endsWith("Error number 57"));
 }
 
 }  // namespace

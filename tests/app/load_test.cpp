@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Loading a file: a cancelled dialog, an empty file, files that cannot be opened or end early, the
-// worker thread with its progress dialog, and truncated or over-long files.
+// Loading a file: cancelled, empty, missing, damaged or truncated, and the worker thread's progress.
 #include <filesystem>
 #include <thread>
-
-#include <QProgressDialog>
-#include <QPushButton>
-#include <QTimer>
 
 #include "app_fixture.h"
 #include "mutated_files.h"
@@ -17,40 +12,31 @@
 namespace morvane {
 namespace {
 
-using testing::FrameWriter;
-using testing::Packet;
+using testing::FrameWriter, testing::Packet;
 
 using Loading = testing::AppTest;
 
-TEST_F(Loading, ACancelledDialogChangesNothingWhileALoadStopsCollection) {
+TEST_F(Loading, ACancelledDialogChangesNothingWhileALoadStopsCollectionEmptiesTheViewsOrShowsItsError) {
   write_log(testing::three_frames());
   window->start_collection();
-  ASSERT_TRUE(window->is_collecting());
   const QString caption = window->windowTitle();
 
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", ""));
   EXPECT_EQ(window->windowTitle(), caption);
   EXPECT_TRUE(window->collection_timer()->isActive());
 
-  FrameWriter writer = testing::three_frames(280);
-  ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", writer)));
+  ASSERT_TRUE(load_through_menu("mnuLoadFile_GRM", write_frames("t.grm", testing::three_frames(280))));
   EXPECT_FALSE(window->collection_timer()->isActive());
-  EXPECT_TRUE(no_message());
-}
 
-TEST_F(Loading, AnEmptyFileStillSetsTheCaptionAndEmptiesTheOpenViews) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
+  // An empty file still sets the caption and empties the open views.
   show<Summary>(ViewKind::Summary);
-  testing::write_file(dir.path("empty.css"), "");
-  const QString empty = QString::fromStdString(dir.path("empty.css"));
+  const QString empty = write_frames("empty.css", FrameWriter(282));
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", empty));
   EXPECT_EQ(window->windowTitle(), "Morvane EGSE  --- CSS         File loaded - " + empty);
   auto* summary = shown<Summary>(ViewKind::Summary);
   ASSERT_NE(summary, nullptr);
   EXPECT_EQ(summary->model(0)->rowCount(), 0);
-}
 
-TEST_F(Loading, AnErrorPartWayKeepsTheEntriesBeforeItAndIsShown) {
   // The second record lacks its last items: "Input past end of file" after the first.
   testing::write_file(dir.path("short.zeb"),
                       testing::zeb_text({testing::zeb_record(LabelCode::Concise)}) + "1, 2, 3\r\n");
@@ -89,11 +75,9 @@ TEST(BackgroundPass, AFinishedPassReportsSuccessItsErrorsComeBackAndCancelEndsIt
   EXPECT_LT(steps, 400);
 }
 
-// Whatever file an engineer opens, the load and every window cope: a message at worst, never a
-// crash, and the program carries on.
+// Whatever file is opened, the load and every window cope: a message at worst, never a crash.
 class BadFiles : public testing::AppTest {
  protected:
-  // Loads the file, then opens every window that exists and lets it draw.
   void load_and_open_everything(FileFormat format, const std::string& name) {
     ASSERT_TRUE(window->load_file(format, QString::fromStdString(dir.path(name))) || !dialogs.messages.empty());
     for (ViewKind kind : kAllViewKinds) {
@@ -107,7 +91,7 @@ class BadFiles : public testing::AppTest {
   }
 };
 
-TEST_F(BadFiles, TruncatedAndOverlongFilesLoadAndEveryWindowCopes) {
+TEST_F(BadFiles, TruncatedOverlongDamagedAndMissingFilesOfEveryFormatLoadAndEveryWindowCopes) {
   FrameWriter cut = testing::three_frames();
   cut.bytes().resize(282 * 2 + 30);  // the third frame cut inside its first packet
   FrameWriter overlong(282);         // lengths that run past the file
@@ -121,9 +105,7 @@ TEST_F(BadFiles, TruncatedAndOverlongFilesLoadAndEveryWindowCopes) {
   load_and_open_everything(FileFormat::QM, "cut.qm");
   load_and_open_everything(FileFormat::CSS, "long.css");
   EXPECT_EQ(window->session().catalogue.HK_Count(), 1);
-}
 
-TEST_F(BadFiles, DamagedFilesOfEveryFormatLoadAndEveryWindowCopes) {
   std::filesystem::create_directory(dir.path("files"));
   for (const FileFormat format : testing::kAllFormats) {
     for (const testing::Mutant& mutant : testing::write_mutants(dir.path("files"), format, 5)) {
@@ -132,11 +114,9 @@ TEST_F(BadFiles, DamagedFilesOfEveryFormatLoadAndEveryWindowCopes) {
       dialogs.messages.clear();  // a message at worst
     }
   }
-}
 
-TEST_F(BadFiles, AFileThatCannotBeOpenedIsReportedAndTheOneBeforeStillShows) {
-  FrameWriter writer = testing::three_frames();
-  const QString path = write_frames("gone.css", writer);
+  // A file that cannot be opened is reported and the one before still shows.
+  const QString path = write_frames("gone.css", testing::three_frames());
   ASSERT_TRUE(load_through_menu("mnuFileLoad_CSS", path));
   const QString caption = window->windowTitle();
   std::filesystem::remove(path.toStdString());

@@ -1,13 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The windows of one packet or frame: the raw, concise, housekeeping, auxiliary, information and
-// spectrum views and their links. What they decode is the decoders' tests' business: here, that
-// the windows show the decoders' output for the entry chosen, step, and survive their errors.
-#include <QAction>
-#include <QLabel>
-#include <QMdiArea>
-#include <QPushButton>
-#include <QScrollBar>
-
+// The windows of one packet or frame: they show the decoders' output, step, and survive errors.
 #include "../decoders/decoder_fixture.h"
 #include "app_fixture.h"
 #include "auxiliary_form.h"
@@ -29,62 +21,9 @@
 namespace morvane {
 namespace {
 
-using testing::aux_packet;
-using testing::FrameWriter;
-using testing::hk_packet;
-using testing::Packet;
+using testing::aux_packet, testing::FrameWriter, testing::hk_packet, testing::Packet;
 
 using PacketWindows = testing::AppTest;
-
-TEST_F(PacketWindows, TheRawViewStepsThroughEveryFramePaintingOnlyWhatIsInView) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
-  auto* raw = show<RawData>(ViewKind::RawData);
-  EXPECT_EQ(raw->scroll_bar()->maximum(), 3);
-  raw->scroll_bar()->setValue(2);
-  EXPECT_EQ(raw->picture()->drawing(), Display_282_Byte_Packet(window->session(), 2).words);
-
-  DrawingView* picture = raw->picture();
-  QApplication::processEvents();  // the whole picture's pending paint goes first
-  picture->repaint(QRect(0, 0, picture->width(), picture->text_rects()[8].top()));
-  EXPECT_EQ(picture->texts_painted(), 8);  // the first row
-  EXPECT_EQ(picture->text_rects()[4].left(), twips_to_pixels(picture->drawing()[4].x, picture->logicalDpiX()));
-
-  // Beyond the 32767 frames a classic scroll bar reached.
-  testing::write_bytes(dir.path("long.css"), std::vector<uint8_t>(282u * 40000u, 0));
-  ASSERT_TRUE(window->load_file(FileFormat::CSS, QString::fromStdString(dir.path("long.css"))));
-  raw = shown<RawData>(ViewKind::RawData);
-  raw->scroll_bar()->setValue(39999);
-  raw->scroll_bar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-  EXPECT_EQ(raw->current_frame(), 40000);
-  EXPECT_TRUE(no_message());
-}
-
-TEST_F(PacketWindows, TheConciseViewStepsThroughFramesAndReportsAFrameThatStartsPastTheEnd) {
-  ASSERT_TRUE(load_frames(testing::three_frames()));
-  auto* concise = show<Concise_Form>(ViewKind::Concise);
-  concise->scroll_bar()->setValue(2);
-  EXPECT_EQ(concise->frame_text(), "2");
-  EXPECT_EQ(concise->slot_text(1).toStdString(), Show_Lander_Packet(window->session(), 2)[1]);
-
-  FrameWriter writer = testing::three_frames(280);
-  ASSERT_TRUE(window->load_file(FileFormat::FM, write_frames("t.fm", writer)));  // 840 bytes: four frames
-  concise = shown<Concise_Form>(ViewKind::Concise);
-  concise->scroll_bar()->setValue(4);
-  EXPECT_TRUE(one_message("Input past end of file"));
-  EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62"));
-  EXPECT_EQ(concise->frame_text(), "1");  // the slots keep what they showed
-}
-
-TEST_F(PacketWindows, PauseAndContinueSwitchTheCollectionTimer) {
-  QPushButton* button = show<Concise_Form>(ViewKind::Concise)->pause_button();
-  window->collection_timer()->start();
-  for (const auto& [active, caption] : {std::pair{true, "Pause"}, {false, "Continue"}, {true, "Pause"}}) {
-    EXPECT_EQ(button->text(), caption);
-    EXPECT_EQ(window->collection_timer()->isActive(), active);
-    button->click();
-  }
-  window->collection_timer()->stop();
-}
 
 // The words the raw view marks as the packet's: the first, the last and how many.
 std::tuple<int, int, int> packet_words(const RawData* raw) {
@@ -98,7 +37,7 @@ std::tuple<int, int, int> packet_words(const RawData* raw) {
   return marked;
 }
 
-TEST_F(PacketWindows, ShowInRawFrameOpensTheRawViewOnThePacketsWordsAndWithoutAPacketNothing) {
+TEST_F(PacketWindows, TheRawAndConciseViewsStepThroughFramesAndShowInRawFrameMarksThePacketsWords) {
   auto show_in_raw_frame = [](ChildView* view) { view->findChild<QAction*>("actShowInRawFrame")->trigger(); };
   show_in_raw_frame(window->show_view(ViewKind::Housekeeping));  // no file
   EXPECT_EQ(shown<RawData>(ViewKind::RawData), nullptr);
@@ -118,24 +57,61 @@ TEST_F(PacketWindows, ShowInRawFrameOpensTheRawViewOnThePacketsWordsAndWithoutAP
   EXPECT_EQ(std::get<2>(packet_words(raw)), 0);
   raw->show_frame(3);
   EXPECT_EQ(std::get<2>(packet_words(raw)), 29);
-  EXPECT_TRUE(no_message());
+
+  // The view steps through every frame, painting only what is in view.
+  EXPECT_EQ(raw->scroll_bar()->maximum(), 3);
+  raw->scroll_bar()->setValue(2);
+  EXPECT_EQ(raw->picture()->drawing(), Display_282_Byte_Packet(window->session(), 2).words);
+
+  DrawingView* picture = raw->picture();
+  QApplication::processEvents();  // the whole picture's pending paint goes first
+  picture->repaint(QRect(0, 0, picture->width(), picture->text_rects()[8].top()));
+  EXPECT_EQ(picture->texts_painted(), 8);  // the first row
+  EXPECT_EQ(picture->text_rects()[4].left(), twips_to_pixels(picture->drawing()[4].x, picture->logicalDpiX()));
+
+  // Beyond the 32767 frames a classic scroll bar reached.
+  testing::write_bytes(dir.path("long.css"), std::vector<uint8_t>(282u * 40000u, 0));
+  ASSERT_TRUE(window->load_file(FileFormat::CSS, QString::fromStdString(dir.path("long.css"))));
+  raw = shown<RawData>(ViewKind::RawData);
+  raw->scroll_bar()->setValue(39999);
+  raw->scroll_bar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+  EXPECT_EQ(raw->current_frame(), 40000);
+
+  // The concise view steps through frames, reports a frame that starts past the end, and pauses.
+  ASSERT_TRUE(load_frames(testing::three_frames()));
+  auto* concise = show<Concise_Form>(ViewKind::Concise);
+  concise->scroll_bar()->setValue(2);
+  EXPECT_EQ(concise->frame_text(), "2");
+  EXPECT_EQ(concise->slot_text(1).toStdString(), Show_Lander_Packet(window->session(), 2)[1]);
+
+  // 840 bytes: four frames.
+  ASSERT_TRUE(window->load_file(FileFormat::FM, write_frames("t.fm", testing::three_frames(280))));
+  concise = shown<Concise_Form>(ViewKind::Concise);
+  concise->scroll_bar()->setValue(4);
+  EXPECT_TRUE(one_message("Input past end of file"));
+  EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62"));
+  EXPECT_EQ(concise->frame_text(), "1");  // the slots keep what they showed
+
+  QPushButton* button = concise->pause_button();  // Pause and Continue switch the collection timer
+  window->collection_timer()->start();
+  for (const auto& [active, caption] : {std::pair{true, "Pause"}, {false, "Continue"}, {true, "Pause"}}) {
+    EXPECT_EQ(button->text(), caption);
+    EXPECT_EQ(window->collection_timer()->isActive(), active);
+    button->click();  // the last leaves it paused
+  }
 }
 
-TEST_F(PacketWindows, TheHousekeepingViewOpensOnTheCurrentEntryWithItsSensorPage) {
-  ASSERT_TRUE(load_packets({hk_packet(2, {{18, 11}, {21, 7}}, {}, 41, 5000), hk_packet(1, {}, {}, 42, 5001)}));
-  window->session().Current_HK_Index = 1;
-  auto* view = show<Housekeeping_form>(ViewKind::Housekeeping);
-  const Session& session = window->session();
-  EXPECT_EQ(view->picture()->drawing(),
-            draw_sensor_page(session.config, decode_housekeeping(session.config, session.HK_Sensor_Data, 1)).drawing);
-  EXPECT_EQ(view->header_text("Sequence Control"), "41");
-  EXPECT_EQ(view->scroll_bar()->maximum(), 2);
-  EXPECT_EQ(view->scroll_bar()->value(), 1);
-  EXPECT_TRUE(view->more_button()->isVisibleTo(view));  // a complete packet has registers
-  EXPECT_TRUE(no_message());
+// A spectrum sub-packet: header words at bytes 18..31, then its bin words.
+Packet sub_packet(int32_t sequence_word, int32_t sub_type, int32_t flags, int32_t first_bin,
+                  const std::vector<int32_t>& bin_words) {
+  Packet packet{testing::kScienceId, sequence_word, 25 + 2 * static_cast<int32_t>(bin_words.size()), 0, 2000, {}, {}};
+  packet.words = {{16, sub_type}, {18, flags}, {28, first_bin}, {30, static_cast<int32_t>(bin_words.size())}};
+  for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = 10 * sequence_word + i;
+  for (size_t j = 0; j < bin_words.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = bin_words[j];
+  return packet;
 }
 
-TEST_F(PacketWindows, TheAuxiliaryViewShowsThePacketTheSummaryChoseAndSaysWhenThereIsNone) {
+TEST_F(PacketWindows, TheEntryWindowsShowTheEntryChosenStepThroughTheirPacketsAndKeepWhatTheDecoderKept) {
   EXPECT_EQ(show<Auxiliary_form>(ViewKind::Auxiliary)->notice(), "Please load an EGSE data file");
   // Reactor 1 (channel 101) reading 0 V, pressure 1 (channel 23) reading 2.5 V.
   ASSERT_TRUE(load_packets({aux_packet({}, 11, 3000), hk_packet(2),
@@ -157,46 +133,25 @@ TEST_F(PacketWindows, TheAuxiliaryViewShowsThePacketTheSummaryChoseAndSaysWhenTh
   EXPECT_EQ(view->label_text("Sequence Control"), "12");
 
   window->close_view(ViewKind::Auxiliary);
-  ASSERT_TRUE(load_packets({hk_packet(2)}));
+  ASSERT_TRUE(load_packets({hk_packet(2, {{18, 11}, {21, 7}}, {}, 41, 5000), hk_packet(1, {}, {}, 42, 5001)}));
   view = show<Auxiliary_form>(ViewKind::Auxiliary);
   EXPECT_EQ(view->notice(), "The EGSE data file contains no auxiliary data packets");
   EXPECT_FALSE(view->scroll_bar()->isEnabled());
   EXPECT_TRUE(view->picture()->drawing().empty());
-  EXPECT_TRUE(no_message());
-}
 
-TEST_F(PacketWindows, AnInformationPacketTheLayoutCannotTakeIsAMessageAndTheWindowKeepsWhatTheDecoderKept) {
-  // A frame of an acceptance report, then an event longer than 64 bytes.
-  FrameWriter writer(282);
-  writer.add_frame({Packet{testing::kAcceptanceId, 3, 11, 0, 500, {{14, 0x0100}, {16, 0x1234}}, {}},
-                    testing::labelled(LabelCode::NormalProgressEvent, 4, 60, 501)});
-  ASSERT_TRUE(load_frames(writer));
-  InformationPresenter decoder;  // what the decoder keeps after the same two entries
-  decoder.show(window->session(), 1);
-  EXPECT_THROW(decoder.show(window->session(), 2), RuntimeError);
-  window->session().Current_Information_Index = 1;
-  window->show_information_entry();
-  auto* form = shown<Information_Form>(ViewKind::Information);
-  form->scroll_bar()->setValue(2);
-  EXPECT_TRUE(one_message("Subscript out of range"));
-  EXPECT_EQ(form->label(9)->text().toStdString(), decoder.labels().Label9);
-  EXPECT_EQ(form->raw_dump()->drawing(), decoder.raw_dump());
-  EXPECT_EQ(form->translation()->drawing(), decoder.translation_drawing());
-}
+  // The housekeeping view opens on the current entry with its sensor page.
+  window->session().Current_HK_Index = 1;
+  auto* housekeeping = show<Housekeeping_form>(ViewKind::Housekeeping);
+  const Session& session = window->session();
+  EXPECT_EQ(housekeeping->picture()->drawing(),
+            draw_sensor_page(session.config, decode_housekeeping(session.config, session.HK_Sensor_Data, 1)).drawing);
+  EXPECT_EQ(housekeeping->header_text("Sequence Control"), "41");
+  EXPECT_EQ(housekeeping->scroll_bar()->maximum(), 2);
+  EXPECT_EQ(housekeeping->scroll_bar()->value(), 1);
+  EXPECT_TRUE(housekeeping->more_button()->isVisibleTo(housekeeping));  // a complete packet has registers
 
-// A spectrum sub-packet: header words at bytes 18..31, then its bin words.
-Packet sub_packet(int32_t sequence_word, int32_t sub_type, int32_t flags, int32_t first_bin,
-                  const std::vector<int32_t>& bin_words) {
-  Packet packet{testing::kScienceId, sequence_word, 25 + 2 * static_cast<int32_t>(bin_words.size()), 0, 2000, {}, {}};
-  packet.words = {{16, sub_type}, {18, flags}, {28, first_bin}, {30, static_cast<int32_t>(bin_words.size())}};
-  for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = 10 * sequence_word + i;
-  for (size_t j = 0; j < bin_words.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = bin_words[j];
-  return packet;
-}
-
-TEST_F(PacketWindows, TheSpectrumWindowStepsThroughSpectraAndTheirSubPackets) {
+  // The spectrum window on two complete spectra (two sub-packets, then one) with a GC spectrum between.
   constexpr int32_t kIsotope = 3, kGc = 2, kStart = 0x8000;  // flags 2: a spectrum's first sub-packet
-  // Two complete spectra (two sub-packets, then one) and a GC spectrum between them.
   ASSERT_TRUE(load_packets({sub_packet(kStart + 1, kIsotope, 0x8000, 0, {0x0010, 0x0011, 0x0013}),
                             sub_packet(2, kIsotope, 0x4000, 3, {0x0100, 0x0021}), sub_packet(3, kGc, 0xC000, 0, {0x0010}),
                             sub_packet(kStart + 4, kIsotope, 0, 0, {0x0050})}));
@@ -220,7 +175,24 @@ TEST_F(PacketWindows, TheSpectrumWindowStepsThroughSpectraAndTheirSubPackets) {
     }
   }
   EXPECT_EQ(form->label(26)->palette().color(QPalette::WindowText), QColor(Qt::red)) << "bit 15 set";
-  EXPECT_TRUE(no_message());
+
+  // An information packet the layout cannot take is a message; the window keeps what the decoder kept.
+  // A frame of an acceptance report, then an event longer than 64 bytes.
+  FrameWriter writer(282);
+  writer.add_frame({Packet{testing::kAcceptanceId, 3, 11, 0, 500, {{14, 0x0100}, {16, 0x1234}}, {}},
+                    testing::labelled(LabelCode::NormalProgressEvent, 4, 60, 501)});
+  ASSERT_TRUE(load_frames(writer));
+  InformationPresenter decoder;  // what the decoder keeps after the same two entries
+  decoder.show(window->session(), 1);
+  EXPECT_THROW(decoder.show(window->session(), 2), RuntimeError);
+  window->session().Current_Information_Index = 1;
+  window->show_information_entry();
+  auto* information = shown<Information_Form>(ViewKind::Information);
+  information->scroll_bar()->setValue(2);
+  EXPECT_TRUE(one_message("Subscript out of range"));
+  EXPECT_EQ(information->label(9)->text().toStdString(), decoder.labels().Label9);
+  EXPECT_EQ(information->raw_dump()->drawing(), decoder.raw_dump());
+  EXPECT_EQ(information->translation()->drawing(), decoder.translation_drawing());
 }
 
 }  // namespace

@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program around its windows: start-up (the configuration before the window, then the byte
-// order), the menus' captions, the command line run where no display is available, and the
-// messages echoed on the error stream.
+// Start-up, the menus' captions, the command line without a display, messages on the error stream.
 #include "startup.h"
-
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QTimer>
 
 #include "app_fixture.h"
 #include "core/program_version.h"
@@ -32,39 +26,31 @@ TEST(WorkstationCommandLine, HelpAndVersionPrintAndEndWithoutADisplay) {
   EXPECT_EQ(version.out, std::string("Morvane EGSE ") + kProgramVersion + "\n");
 }
 
-using testing::FakeDialogs;
-
-class Startup : public ::testing::Test {
- protected:
-  void SetUp() override { QSettings().clear(); }
-  void TearDown() override { QSettings().clear(); }
+TEST(Startup, ConfigurationComesFirstThenTheWindowThenByteReverseAndAProblemIsNamedBeforeTheWindow) {
+  QSettings().clear();
   testing::TempDir dir;
-  FakeDialogs dialogs;
-};
-
-TEST_F(Startup, ConfigurationComesFirstThenTheWindowThenByteReverse) {
-  const auto window = Main(dialogs, QString::fromStdString(sim::write_configuration(dir.path("base"))));
+  testing::FakeDialogs dialogs;
+  auto window = Main(dialogs, QString::fromStdString(sim::write_configuration(dir.path("base"))));
   EXPECT_TRUE(dialogs.messages.empty());
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(window->session().config.Sensor_Count(), 36);
   EXPECT_TRUE(window->session().Byte_Reverse);
   EXPECT_TRUE(window->menu_item("mnuDisplayByteReverse")->isChecked());
   EXPECT_FALSE(window->session().loaded());
-}
+  window.reset();
 
-TEST_F(Startup, AConfigurationProblemIsNamedBeforeTheWindowAndTheUserPicksTheBase) {
+  // A configuration problem is named before the window; the user picks the base.
   const std::string good = sim::write_configuration(dir.path("good"));
   const std::string broken = sim::write_configuration(dir.path("broken"));
   testing::write_file(broken + "/EGSE_info/Sensors.txt", "36\n\"Oven\",twelve\n");
   std::vector<bool> window_at_message;
   dialogs.on_message = [&] {
-    bool exists = false;
-    for (QWidget* widget : QApplication::topLevelWidgets()) exists |= qobject_cast<EGSE_MDI*>(widget) != nullptr;
-    window_at_message.push_back(exists);
+    const QWidgetList shown = QApplication::topLevelWidgets();
+    window_at_message.push_back(std::ranges::any_of(shown, [](QWidget* w) { return qobject_cast<EGSE_MDI*>(w); }));
   };
   dialogs.folders.push_back(QString::fromStdString(good));
 
-  const auto window = Main(dialogs, QString::fromStdString(broken));
+  window = Main(dialogs, QString::fromStdString(broken));
   ASSERT_EQ(dialogs.messages.size(), 1u);
   EXPECT_TRUE(dialogs.messages[0].contains("Sensors.txt") && dialogs.messages[0].contains("line 2"))
       << dialogs.messages[0].toStdString();
@@ -76,16 +62,12 @@ TEST_F(Startup, AConfigurationProblemIsNamedBeforeTheWindowAndTheUserPicksTheBas
 
 using MainMenus = testing::AppTest;
 
-// The captions keep their blanks and misspellings; the desktop's Window and Help come after the
-// workstation's own menus.
+// The captions keep their blanks and misspellings; Window and Help come after the legacy menus.
 TEST_F(MainMenus, TheQuirkyCaptionsStayAndOnlyTheSwitchesCarryCheckMarks) {
   const std::pair<const char*, const char*> items[] = {
-      {"mnuLoadFile_FM", "Load & FM file (280 bytes)"},
-      {"mnuDisplaySUmmary", "&Summary"},
-      {"mnuDisplayByteReverse", "&Byte Reverse"},
-      {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
-      {"mnuExportScienceAuxilliary", "Science &Auxilliary"},
-  };
+      {"mnuLoadFile_FM", "Load & FM file (280 bytes)"}, {"mnuDisplaySUmmary", "&Summary"},
+      {"mnuDisplayByteReverse", "&Byte Reverse"}, {"mnuDisplayRealTimeDataCollection", "Real &Time Data Collection"},
+      {"mnuExportScienceAuxilliary", "Science &Auxilliary"}};
   for (const auto& [name, caption] : items) {
     const QAction* item = window->menu_item(name);
     ASSERT_NE(item, nullptr) << name;
@@ -98,7 +80,7 @@ TEST_F(MainMenus, TheQuirkyCaptionsStayAndOnlyTheSwitchesCarryCheckMarks) {
                                                 "&Test          ", "&Export           ", "&Window", "&Help"}));
 }
 
-TEST(ErrorEcho, AMessageBoxIsAlsoOneLineOnTheErrorStream) {
+TEST(ErrorEcho, AMessageBoxIsAlsoOneLineOnTheErrorStreamAndAWindowlessRunWritesItTheSameWay) {
   QtDialogs dialogs;
   QTimer close_box;  // the user's OK
   QObject::connect(&close_box, &QTimer::timeout, [] {
@@ -112,12 +94,11 @@ TEST(ErrorEcho, AMessageBoxIsAlsoOneLineOnTheErrorStream) {
   const std::string written = "\n" + ::testing::internal::GetCapturedStderr();
   EXPECT_NE(written.find("\nFile not found: /data/t.qm; Error number 53\n"), std::string::npos) << written;
   EXPECT_NE(written.find("\nNo configuration was found. Choose the base folder.\n"), std::string::npos) << written;
-}
 
-TEST(ErrorEcho, AWindowlessRunWritesItsMessagesTheSameWay) {
-  ConsoleDialogs dialogs;
+  // A windowless run writes its messages the same way.
+  ConsoleDialogs console;
   ::testing::internal::CaptureStderr();
-  dialogs.message(nullptr, QStringLiteral("Overflow: t.zeb record 3 item 20; Error number 6\n"));
+  console.message(nullptr, QStringLiteral("Overflow: t.zeb record 3 item 20; Error number 6\n"));
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Overflow: t.zeb record 3 item 20; Error number 6\n");
 }
 

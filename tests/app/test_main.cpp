@@ -5,9 +5,7 @@
 
 #include <cstdlib>
 
-#include <QApplication>
-#include <QSettings>
-#include <QTemporaryDir>
+#include <QtWidgets>
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
