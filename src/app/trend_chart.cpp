@@ -70,6 +70,7 @@ void TrendChart::set_series(const std::vector<TrendSeries>* series, std::vector<
 
 void TrendChart::series_changed() {
   const TimeWindow whole = series_ ? whole_time_window(*series_) : TimeWindow{};
+  whole_window_ = whole;
   if (whole_) {
     window_ = whole;
   } else if (window_.to >= latest_time_ && whole.to > latest_time_) {
@@ -110,9 +111,8 @@ void TrendChart::set_window(const TimeWindow& window) {
 }
 
 void TrendChart::show_whole_file() {
-  const TimeWindow whole = series_ ? whole_time_window(*series_) : TimeWindow{};
-  latest_time_ = whole.to;
-  change_window(whole, true);
+  latest_time_ = whole_window_.to;
+  change_window(whole_window_, true);
 }
 
 void TrendChart::zoom_about(double time, double factor) { change_window(zoom_time_window(window_, time, factor), false); }

@@ -99,6 +99,9 @@ class TrendChart : public QWidget {
   void take_plot(uint64_t job);
 
   const std::vector<TrendSeries>* series_ = nullptr;
+  // The series' whole time range, found when they change: a pass over millions of times that
+  // showing the whole file again need not repeat.
+  TimeWindow whole_window_;
   std::vector<std::optional<TrendLimits>> limits_;
   bool separate_ = false;
   QString message_;
