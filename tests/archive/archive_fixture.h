@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <ostream>
 #include <string>
 
@@ -22,6 +21,9 @@
 
 namespace morvane::testing {
 
+inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
+                                         FileFormat::ZEB};
+
 // Written once per test program and shared read-only by its tests.
 struct CampaignFiles {
   TempDir dir;
@@ -32,12 +34,11 @@ struct CampaignFiles {
   CampaignFiles() {
     base = sim::write_configuration(dir.path("base"));
     config = load_configuration(base);
-    for (const FileFormat format : {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM, FileFormat::ZEB}) {
-      const std::string path = dir.path("cycle." + std::string(format_tag(format)));
+    for (const FileFormat format : kAllFormats) {
+      files[format] = dir.path("cycle." + std::string(format_tag(format)));
       sim::TelemetryOptions options;
       options.format = format;
-      sim::write_telemetry(path, options);
-      files[format] = path;
+      sim::write_telemetry(files[format], options);
     }
   }
   // The file loaded as the single-file commands load it.
@@ -53,9 +54,6 @@ inline const CampaignFiles& campaign() {
   static const CampaignFiles files;
   return files;
 }
-
-inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
-                                         FileFormat::ZEB};
 
 struct ArchiveBackend {
   std::string name;  // a test-name suffix: letters and digits only
@@ -83,12 +81,11 @@ class ArchiveTest : public ::testing::TestWithParam<ArchiveBackend> {
     options.byte_reverse = byte_reverse;
     return open()->ingest(paths, campaign().config, options);
   }
-  void ingest_all() const {
-    for (const FileFormat format : kAllFormats) {
-      const auto report = ingest({campaign().files.at(format)}, format);
-      ASSERT_EQ(report.added.size(), 1u) << format_tag(format);
-    }
+  // Ingests the campaign's file of each format given.
+  void ingest_each(const std::vector<FileFormat>& formats) const {
+    for (const FileFormat format : formats) ASSERT_EQ(ingest({campaign().files.at(format)}, format).added.size(), 1u);
   }
+  void ingest_all() const { ingest_each({std::begin(kAllFormats), std::end(kAllFormats)}); }
 
   TempDir dir;
   std::string location;

@@ -68,7 +68,7 @@ TEST_P(ArchiveValues, TrendOfEveryFileEqualsTheSingleFileTrendWithAndWithoutCold
 }
 
 TEST_P(ArchiveValues, TrendKeepsOnlyThePointsBetweenFromAndTo) {
-  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
+  ingest_each({FileFormat::CSS});
   archive::TrendQuery query;
   query.sensors = {1};
   query.from = sim::kFirstLanderTime + 1000;
@@ -86,7 +86,7 @@ TEST_P(ArchiveValues, TrendKeepsOnlyThePointsBetweenFromAndTo) {
   EXPECT_EQ(static_cast<long>(points.size()), inside);
 }
 
-TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluation) {
+TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluationAndFailedOnlyAndModeSelectThem) {
   ingest_all();
   const auto tests = open()->tests();
   size_t next = 0;
@@ -124,28 +124,24 @@ TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluation) {
   }
   EXPECT_EQ(next, tests.size());
   EXPECT_GT(next, 0u);
-}
 
-TEST_P(ArchiveValues, FailedOnlyAndModeSelectTheTests) {
-  ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
-  const auto archive = open();
-  const auto all = archive->tests();
   archive::TestQuery failed;
   failed.failed_only = true;
-  for (const auto& test : archive->tests(failed)) EXPECT_NE(test.overall, "Passed");
+  const auto failed_tests = open()->tests(failed);
+  for (const auto& test : failed_tests) EXPECT_NE(test.overall, "Passed");
+  EXPECT_LT(failed_tests.size(), tests.size());
   archive::TestQuery eaft;
   eaft.mode = "eaft";
-  const auto eaft_tests = archive->tests(eaft);
+  const auto eaft_tests = open()->tests(eaft);
   for (const auto& test : eaft_tests) EXPECT_EQ(test.mode, "eaft");
-  EXPECT_EQ(std::count_if(all.begin(), all.end(), [](const auto& t) { return t.mode == "eaft"; }),
+  EXPECT_EQ(std::count_if(tests.begin(), tests.end(), [](const auto& t) { return t.mode == "eaft"; }),
             static_cast<long>(eaft_tests.size()));
-  EXPECT_LT(archive->tests(failed).size(), all.size());
 }
 
-TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntry) {
-  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  ingest({campaign().files.at(FileFormat::ZEB)}, FileFormat::ZEB);
-  const auto events = open()->events();
+TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntryAndASearchFindsTextWhateverItsCase) {
+  ingest_each({FileFormat::CSS, FileFormat::ZEB});
+  const auto archive = open();
+  const auto events = archive->events();
   Session css = campaign().session(FileFormat::CSS);
   const Session zeb = campaign().session(FileFormat::ZEB);
   ASSERT_EQ(events.size(),
@@ -163,11 +159,6 @@ TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntry) {
     EXPECT_EQ(events[e].file_id, 2);
     EXPECT_EQ(events[e].lines, std::vector<std::string>(5));
   }
-}
-
-TEST_P(ArchiveValues, EventSearchFindsTextInAnyLineWhateverItsCase) {
-  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  const auto archive = open();
   archive::EventQuery query;
   query.contains = "anomalous EVENT";
   const auto warnings = archive->events(query);
@@ -178,8 +169,7 @@ TEST_P(ArchiveValues, EventSearchFindsTextInAnyLineWhateverItsCase) {
 }
 
 TEST_P(ArchiveValues, ItemHistoryFollowsOneItemThroughEveryTestOfAMode) {
-  ingest({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
+  ingest_each({FileFormat::CSS, FileFormat::QM});
   const auto archive = open();
   archive::TestQuery cruise;
   cruise.mode = "cruise";
