@@ -32,11 +32,7 @@ class AuxiliaryExport : public testing::ExportTest {
 constexpr const char* kHeading = "Science number\tLander time(s)\tChan. ID\tComponent\t";
 
 TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
-  struct Case {
-    AuxFormat format;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::pair<AuxFormat, std::string> cases[] = {
       {AuxFormat::ADC, std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n" +
                             "1\t2001\t101\tReactor 1\t0\t\r\n"
                             "1\t2002\t23\tPressure 1\t8192\t\r\n"
@@ -51,9 +47,9 @@ TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
                                    "1\t-65531\t29\tDocking Stn\t3.25\tmm\t\r\n"
                                    "3\t3000\t131\t+28V Rail\t-100\tV\t\r\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(aux_export_title(c.format, ""));
-    EXPECT_EQ(exported(c.format, {1, 3}), c.expected);
+  for (const auto& [format, expected] : cases) {
+    SCOPED_TRACE(aux_export_title(format, ""));
+    EXPECT_EQ(exported(format), expected);
   }
 }
 
@@ -62,8 +58,7 @@ TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
 TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
   const double emf = session.config.NType.NType_Reverse_Lookup(25);
   session.config.AD590_EMF = emf;
-  const std::string reactor =
-      general_text(aux_row(session.config, {2001, 101, 0}, 1).value);  // about 25 C
+  const std::string reactor = general_text(aux_row(session.config, {2001, 101, 0}, 1).value);  // about 25 C
   session.config.AD590_EMF = 0;
   EXPECT_EQ(exported(AuxFormat::Calibrated_AD590, {1, 1}, ';', emf),
             "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"

@@ -32,11 +32,7 @@ class DSCalibrationExport : public testing::ExportTest {
 };
 
 TEST_F(DSCalibrationExport, WritesEachFormatsLines) {
-  struct Case {
-    DSFormat format;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::pair<DSFormat, std::string> cases[] = {
       // 70 x 2^7 counts is 2.734375 V, 14.21875 mm; 0x0800 is 0.625 V; 0xF000 is -4096 counts.
       {DSFormat::Distance, headings("Data in calibrated position (mm)", "Position") +
                                 "1000\t14.22\t\r\n"
@@ -57,13 +53,11 @@ TEST_F(DSCalibrationExport, WritesEachFormatsLines) {
                                "1004\t0.000\t\r\n"
                                "1005\t5.000\t\r\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("format " + std::to_string(static_cast<int>(c.format)));
-    EXPECT_EQ(exported(c.format, {1, 5}), c.expected);
+  for (const auto& [format, expected] : cases) {
+    SCOPED_TRACE("format " + std::to_string(static_cast<int>(format)));
+    EXPECT_EQ(exported(format, {1, 5}), expected);
   }
-}
-
-TEST_F(DSCalibrationExport, WithoutTheSensorInTheTableThereAreNoEntries) {
+  // Without the sensor in the table there are no entries.
   session.config.Sensor_Table.resize(28);
   EXPECT_EQ(DSCalibrationIndex(session).count(), 0);
 }
