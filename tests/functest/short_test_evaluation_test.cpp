@@ -34,9 +34,8 @@ TestPackets all_found() {
 class Evaluation : public ::testing::Test {
  protected:
   ShortTestEvaluation evaluate(const TestReadings& readings, TestMode mode = TestMode::CruisePhase) const {
-    return evaluate_short_test(config, mode, packets, readings, ranges_of(limits));
+    return evaluate_short_test(config, mode, packets, readings, TestRanges{"crafted", limits});
   }
-  static TestRanges ranges_of(const std::array<RangeRecord, 38>& records) { return testing::ranges_of(records); }
   void limit(int record, int pair, double min, double max) {
     limits[static_cast<size_t>(record - 1)].pairs[static_cast<size_t>(pair - 1)] = {min, max};
   }
