@@ -57,7 +57,7 @@ TEST_F(BatchTool, SummaryCountsLeavesTheListsOut) {
   EXPECT_EQ(cli_json("summary", {"--byte-reverse", "off", "--counts"})["counts"]["hk_count"], 0);
 }
 
-TEST_F(BatchTool, ConvertPrintsTheValueAndItsText) {
+TEST_F(BatchTool, ConvertPrintsTheValueAndItsTextWithTheBaseFolderOfThePointerFileHere) {
   const auto convert = run({"convert", "--sensor", "28", "--voltage", "2.98", "--base", base, "--json"});
   ASSERT_EQ(convert.status, 0) << convert.err;
   const json j = json::parse(convert.out);
@@ -65,6 +65,10 @@ TEST_F(BatchTool, ConvertPrintsTheValueAndItsText) {
   EXPECT_EQ(j["unit"], "oC");
   EXPECT_EQ(j["value_text"], "25");
   EXPECT_NEAR(j["value"].get<double>(), 25, 1e-9);
+  // The base folder defaults to the pointer file in the working folder.
+  const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
+  EXPECT_EQ(here.status, 0) << here.err;
+  EXPECT_EQ(here.out, "5.2 mm\n");
 }
 
 TEST_F(BatchTool, AFailureExitsOneWithItsErrorLine) {
@@ -116,26 +120,17 @@ TEST_F(BatchTool, AFileWithoutAKnownPacketGetsAWarningButTheSameOutputAndStatus)
   EXPECT_EQ(testing::run_program(kCli, {"summary", file, "-t", "CSS", "--counts", "--base", base}).err, "");
 }
 
-TEST_F(BatchTool, TheBaseFolderDefaultsToThePointerFileHere) {
-  const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
-  EXPECT_EQ(here.status, 0) << here.err;
-  EXPECT_EQ(here.out, "5.2 mm\n");
-}
-
-TEST_F(BatchTool, RawJsonHasTheWordsWithPlaceAndColour) {
+TEST_F(BatchTool, RawJsonHasTheWordsWithPlaceAndColourAndConciseJsonTheEightSlots) {
   const json j = cli_json("raw", {"--frame", "2"});
   EXPECT_EQ(j["frame"], 2);
   EXPECT_TRUE(j.contains("label1") && j.contains("label2"));
   ASSERT_EQ(j["words"].size(), 141u);
   EXPECT_EQ(j["words"][11], (json{{"text", "0F37"}, {"x", 2300}, {"y", 250}, {"colour", {0, 0, 255}}}));
   EXPECT_EQ(cli("raw", {"--frame", "3"}).status, 1);
-}
-
-TEST_F(BatchTool, ConciseJsonHasTheEightSlots) {
-  const json j = cli_json("concise", {"--frame", "1"});
-  EXPECT_EQ(j["frame"], 1);
-  ASSERT_EQ(j["slots"].size(), 8u);
-  EXPECT_EQ(j["slots"][1], " Isotope spectrum ");
+  const json concise = cli_json("concise", {"--frame", "1"});
+  EXPECT_EQ(concise["frame"], 1);
+  ASSERT_EQ(concise["slots"].size(), 8u);
+  EXPECT_EQ(concise["slots"][1], " Isotope spectrum ");
   EXPECT_EQ(cli("concise", {"--frame", "3"}).status, 1);
 }
 
