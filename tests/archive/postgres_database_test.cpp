@@ -59,8 +59,8 @@ TEST_F(PostgreSQLDatabase, SumsAndCountsOfIntegersAreIntegersAndOtherNumbersDoub
   const auto rows = database->query(
       "SELECT SUM(v), COUNT(*), SUM(v) * 4, AVG(v) - AVG(v) + 0.25, TRUE, 'x'::VARCHAR FROM n");
   // SUM(v) * 4 is beyond 64 bits: the nearest double.
-  EXPECT_EQ(rows, std::vector<Row>{{std::int64_t{4611686018427387906}, std::int64_t{3}, 4611686018427387906.0 * 4,
-                                    0.25, std::int64_t{1}, std::string("x")}});
+  EXPECT_EQ(rows, (std::vector<Row>{{std::int64_t{4611686018427387906}, std::int64_t{3}, 4611686018427387906.0 * 4,
+                                     0.25, std::int64_t{1}, std::string("x")}}));
 }
 
 TEST_F(PostgreSQLDatabase, AFailedStatementMakesTheCommitFailAndLeavesNothing) {
