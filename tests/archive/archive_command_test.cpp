@@ -154,9 +154,7 @@ class ArchiveOutsideQuery : public ::testing::Test {
  protected:
   void SetUp() override {
     for (const FileFormat format : {FileFormat::CSS, FileFormat::QM}) {
-      archive::IngestOptions options;
-      options.type = format;
-      archive::open_archive(path)->ingest({campaign().files.at(format)}, campaign().config, options);
+      archive::open_archive(path)->ingest({campaign().files.at(format)}, campaign().config, {.type = format});
     }
   }
   std::string shell(const std::string& command) const {

@@ -36,9 +36,7 @@ struct CampaignFiles {
     config = load_configuration(base);
     for (const FileFormat format : kAllFormats) {
       files[format] = dir.path("cycle." + std::string(format_tag(format)));
-      sim::TelemetryOptions options;
-      options.format = format;
-      sim::write_telemetry(files[format], options);
+      sim::write_telemetry(files[format], {.format = format});
     }
   }
   // The file loaded as the single-file commands load it.
@@ -76,10 +74,7 @@ class ArchiveTest : public ::testing::TestWithParam<ArchiveBackend> {
   // Ingests paths of one format with the campaign's configuration.
   archive::IngestReport ingest(const std::vector<std::string>& paths, FileFormat type,
                                 bool byte_reverse = true) const {
-    archive::IngestOptions options;
-    options.type = type;
-    options.byte_reverse = byte_reverse;
-    return open()->ingest(paths, campaign().config, options);
+    return open()->ingest(paths, campaign().config, {.type = type, .byte_reverse = byte_reverse});
   }
   // Ingests the campaign's file of each format given.
   void ingest_each(const std::vector<FileFormat>& formats) const {

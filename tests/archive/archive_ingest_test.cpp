@@ -54,8 +54,7 @@ TEST_P(ArchiveIngest, AFileIsKnownByItsContentTypeAndByteOrder) {
 
 TEST_P(ArchiveIngest, AGrownLogReplacesItsRowsAndKeepsItsNumber) {
   const std::string log = dir.path("grows.css");
-  sim::TelemetryOptions options;
-  options.frames = 200;
+  sim::TelemetryOptions options{.frames = 200};
   sim::write_telemetry(log, options);
   ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
   ingest({log}, FileFormat::CSS);
@@ -98,18 +97,12 @@ TEST_P(ArchiveIngest, ADamagedFileIsReportedAndTheOthersStillGoIn) {
 TEST_P(ArchiveIngest, AFolderIsWalkedOnlyWhenRecursive) {
   fs::create_directories(dir.path("cycles/deeper"));
   fs::copy_file(campaign().files.at(FileFormat::GRM), dir.path("cycles/a.grm"));
-  sim::TelemetryOptions options;
-  options.format = FileFormat::GRM;
-  options.seed = 7;
-  options.frames = 150;
-  sim::write_telemetry(dir.path("cycles/deeper/b.grm"), options);
+  sim::write_telemetry(dir.path("cycles/deeper/b.grm"), {.format = FileFormat::GRM, .frames = 150, .seed = 7});
   const auto flat = ingest({dir.path("cycles")}, FileFormat::GRM);
   ASSERT_EQ(flat.failed.size(), 1u);
   EXPECT_NE(flat.failed[0].error.find("--recursive"), std::string::npos);
-  archive::IngestOptions walk;
-  walk.type = FileFormat::GRM;
-  walk.recursive = true;
-  const auto report = open()->ingest({dir.path("cycles")}, campaign().config, walk);
+  const auto report =
+      open()->ingest({dir.path("cycles")}, campaign().config, {.type = FileFormat::GRM, .recursive = true});
   ASSERT_EQ(report.added.size(), 2u);
   EXPECT_EQ(fs::path(report.added[0].file).filename(), "a.grm");
   EXPECT_EQ(fs::path(report.added[1].file).filename(), "b.grm");
@@ -122,9 +115,7 @@ TEST_P(ArchiveIngest, ATestWithoutLimitFileIsListedUnevaluated) {
   fs::remove(fs::path(config.Egse_Path) / "EGSE_info" / "Test Ranges" / "FM EAFT Mode.txt");
   config.sensor(1).Value = 123.5;
   const Configuration before = config;
-  archive::IngestOptions options;
-  options.type = FileFormat::FM;
-  ASSERT_EQ(open()->ingest({campaign().files.at(FileFormat::FM)}, config, options).added.size(), 1u);
+  ASSERT_EQ(open()->ingest({campaign().files.at(FileFormat::FM)}, config, {.type = FileFormat::FM}).added.size(), 1u);
   EXPECT_EQ(config.sensor(1).Value, 123.5);
   for (int s = 1; s <= config.Sensor_Count(); ++s) {
     EXPECT_EQ(config.sensor(s).Voltage, before.sensor(s).Voltage);
@@ -145,18 +136,13 @@ TEST_P(ArchiveIngest, ATestWithoutLimitFileIsListedUnevaluated) {
 
 TEST_P(ArchiveIngest, CancelKeepsTheFilesCommittedAndLeavesNothingOfTheCurrentOne) {
   std::atomic<bool> cancel{false};
-  archive::IngestOptions options;
-  options.type = FileFormat::QM;
   const auto stop_in_second_file = [&](int number, int, const std::string&, int64_t done, int64_t total) {
     if (number == 2 && done > total / 2) cancel = true;
   };
-  sim::TelemetryOptions other;
-  other.format = FileFormat::QM;
-  other.seed = 3;
-  sim::write_telemetry(dir.path("other.qm"), other);
+  sim::write_telemetry(dir.path("other.qm"), {.format = FileFormat::QM, .seed = 3});
   const auto report = open()->ingest({campaign().files.at(FileFormat::QM), dir.path("other.qm"),
                                       campaign().files.at(FileFormat::GRM)},
-                                     campaign().config, options, stop_in_second_file, &cancel);
+                                     campaign().config, {.type = FileFormat::QM}, stop_in_second_file, &cancel);
   EXPECT_TRUE(report.cancelled);
   EXPECT_EQ(report.added.size(), 1u);
   EXPECT_TRUE(report.failed.empty());

@@ -24,14 +24,12 @@ TEST_P(ArchiveProcesses, AnIngestKilledWhileWritingLeavesTheArchiveAsItWas) {
   const auto tests_before = open()->tests();
   // Nothing of this process's archive connections is used in the child.
   const testing::ChildEnd end = testing::in_child([&] {
-    archive::IngestOptions options;
-    options.type = FileFormat::CSS;
     // Deep inside the write transaction (values written, tests not yet).
     const auto kill_while_writing = [](int, int, const std::string&, int64_t done, int64_t total) {
       if (done * 100 >= total * 80 && done < total) ::raise(SIGKILL);
     };
-    archive::open_archive(location)->ingest({campaign().files.at(FileFormat::CSS)}, campaign().config, options,
-                                            kill_while_writing);
+    archive::open_archive(location)->ingest({campaign().files.at(FileFormat::CSS)}, campaign().config,
+                                            {.type = FileFormat::CSS}, kill_while_writing);
   });
   EXPECT_EQ(end.signal, SIGKILL);
 

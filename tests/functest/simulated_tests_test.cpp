@@ -45,12 +45,9 @@ TEST_P(SimulatedTests, EvaluateAsTheInstrumentWasMadeToBehave) {
   Session session;
   session.config = load_configuration(sim::write_configuration(dir.path("base")));
   const auto [format, byte_reverse] = GetParam();
-  sim::TelemetryOptions options;
-  options.format = format;
-  options.byte_reverse = byte_reverse;
   session.Byte_Reverse = byte_reverse;
   const std::string path = dir.path("t.dat");
-  const sim::TelemetrySummary written = sim::write_telemetry(path, options);
+  const sim::TelemetrySummary written = sim::write_telemetry(path, {.format = format, .byte_reverse = byte_reverse});
   load_telemetry(session, path, format);
 
   const auto& scripted = sim::scripted_tests();
