@@ -62,8 +62,7 @@ TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
   session.config.AD590_EMF = 0;
   EXPECT_EQ(exported(AuxFormat::Calibrated_AD590, {1, 1}, ';', emf),
             "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"
-            "Science number;Lander time(s);Chan. ID;Component;Reading;Units;\r\n"
-            "\r\n"
+            "Science number;Lander time(s);Chan. ID;Component;Reading;Units;\r\n\r\n"
             "1;2001;101;Reactor 1;" + reactor + ";oC;\r\n"
             "1;2002;23;Pressure 1;0.5;bar;\r\n"
             "1;2003;0;;;;\r\n"
@@ -79,9 +78,7 @@ TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeI
   EXPECT_NE(number, 0);
   EXPECT_EQ(kept,
             "Auxiliary data - ADC values\r\n"
-            "Science number,Lander time(s),Chan. ID,Component,Word,\r\n"
-            "\r\n"
-            "1,1,29,Docking Stn,0,\r\n");
+            "Science number,Lander time(s),Chan. ID,Component,Word,\r\n\r\n1,1,29,Docking Stn,0,\r\n");
 }
 
 TEST_F(AuxiliaryExport, ZebRecordsGiveNoRows) {

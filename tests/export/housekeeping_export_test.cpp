@@ -63,11 +63,7 @@ TEST_F(HousekeepingExport, WritesEachFormatsLines) {
   // With no sensor ticked a row is the number and the time.
   EXPECT_EQ(exported(HKFormat::Calibrated, {2, 3}, {}, ';'),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
-            "HK number;Lander time;\r\n"
-            "     ;seconds;\r\n"
-            "\r\n"
-            "2;1001;\r\n"
-            "3;1002;\r\n");
+            "HK number;Lander time;\r\n     ;seconds;\r\n\r\n2;1001;\r\n3;1002;\r\n");
 }
 
 // The records keep, per calibrated column, what it wrote last, and the next export's unit heading
@@ -81,15 +77,14 @@ TEST_F(HousekeepingExport, TheCalibratedFormatsLeaveWhatTheyWroteLastInTheRecord
 
   const std::string first = exported(HKFormat::Calibrated_AD590, {1, 2}, ticked({1, 29}));
   EXPECT_TRUE(testing::contains(first, "\tmillimetres\t")) << first;
-  const SensorValue last_1 = hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0));
-  const SensorValue last_29 = hk_byte_value(before, 29, 0, 0);
-  const std::pair<int, const SensorValue*> kept[] = {{1, &last_1}, {29, &last_29}};
+  const std::pair<int, SensorValue> kept[] = {{1, hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0))},
+                                               {29, hk_byte_value(before, 29, 0, 0)}};
   for (const auto& [sensor, value] : kept) {
     const SensorRecord& record = session.config.sensor(sensor);
-    EXPECT_EQ(record.Raw_Reading, value->raw) << sensor;
-    EXPECT_EQ(record.Voltage, value->voltage) << sensor;
-    EXPECT_EQ(record.Value, value->value) << sensor;
-    EXPECT_EQ(record.Sensor_Unit, value->unit) << sensor;
+    EXPECT_EQ(record.Raw_Reading, value.raw) << sensor;
+    EXPECT_EQ(record.Voltage, value.voltage) << sensor;
+    EXPECT_EQ(record.Value, value.value) << sensor;
+    EXPECT_EQ(record.Sensor_Unit, value.unit) << sensor;
   }
   EXPECT_EQ(session.config.sensor(22).Sensor_Unit, before.sensor(22).Sensor_Unit) << "not exported";
   EXPECT_TRUE(testing::contains(exported(HKFormat::Calibrated, {1, 1}, ticked({29})), "\tmm\t"));
@@ -106,9 +101,7 @@ TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheLinesAndCellsItWrote) {
   EXPECT_EQ(number, 11);
   EXPECT_EQ(kept,
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
-            "HK number\tLander time\tReactor 1\tPressure 1\t\r\n"
-            "     \tseconds\toC\tbar\t\r\n"
-            "\r\n");
+            "HK number\tLander time\tReactor 1\tPressure 1\t\r\n     \tseconds\toC\tbar\t\r\n\r\n");
   EXPECT_EQ(session.config.sensor(1).Raw_Reading, -128);  // written before Pressure 1 failed
   EXPECT_EQ(session.config.sensor(22).Raw_Reading, 5);
 
