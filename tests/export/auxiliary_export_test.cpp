@@ -34,17 +34,13 @@ constexpr const char* kHeading = "Science number\tLander time(s)\tChan. ID\tComp
 TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
   const std::pair<AuxFormat, std::string> cases[] = {
       {AuxFormat::ADC, std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n" +
-                            "1\t2001\t101\tReactor 1\t0\t\r\n"
-                            "1\t2002\t23\tPressure 1\t8192\t\r\n"
-                            "1\t2003\t0\t\t65535\t\r\n"
-                            "1\t-65531\t29\tDocking Stn\t2048\t\r\n"
+                            "1\t2001\t101\tReactor 1\t0\t\r\n1\t2002\t23\tPressure 1\t8192\t\r\n"
+                            "1\t2003\t0\t\t65535\t\r\n1\t-65531\t29\tDocking Stn\t2048\t\r\n"
                             "3\t3000\t131\t+28V Rail\t32768\t\r\n"},
       {AuxFormat::Calibrated, std::string("Auxiliary data - Calibrated Data (no AD590 correction)\r\n") + kHeading +
                                    "Reading\tUnits\t\r\n\r\n" +
-                                   "1\t2001\t101\tReactor 1\t0\toC\t\r\n"
-                                   "1\t2002\t23\tPressure 1\t0.5\tbar\t\r\n"
-                                   "1\t2003\t0\t\t\t\t\r\n"
-                                   "1\t-65531\t29\tDocking Stn\t3.25\tmm\t\r\n"
+                                   "1\t2001\t101\tReactor 1\t0\toC\t\r\n1\t2002\t23\tPressure 1\t0.5\tbar\t\r\n"
+                                   "1\t2003\t0\t\t\t\t\r\n1\t-65531\t29\tDocking Stn\t3.25\tmm\t\r\n"
                                    "3\t3000\t131\t+28V Rail\t-100\tV\t\r\n"},
   };
   for (const auto& [format, expected] : cases) {
