@@ -54,13 +54,11 @@ TEST_P(ArchiveIngest, AFileIsKnownByItsContentTypeAndByteOrder) {
 
 TEST_P(ArchiveIngest, AGrownLogReplacesItsRowsAndKeepsItsNumber) {
   const std::string log = dir.path("grows.css");
-  sim::TelemetryOptions options{.frames = 200};
-  sim::write_telemetry(log, options);
+  sim::write_telemetry(log, {.frames = 200});
   ingest({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
   ingest({log}, FileFormat::CSS);
   const int64_t before = points_of_file(2);
-  options.frames = 593;
-  sim::write_telemetry(log, options);
+  sim::write_telemetry(log, {.frames = 593});
   const auto report = ingest({log}, FileFormat::CSS);
   ASSERT_EQ(report.added.size(), 1u);
   EXPECT_TRUE(report.added[0].replaced);

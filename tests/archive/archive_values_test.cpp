@@ -19,7 +19,7 @@ using testing::kAllFormats;
 
 class ArchiveValues : public ArchiveTest {};
 
-TEST_P(ArchiveValues, FilesHoldTheCatalogueCountsAndTimeSpanOfEachFormat) {
+TEST_P(ArchiveValues, FilesHoldTheirCountsAndTimeSpanAndTrendsEqualTheSingleFileTrendsWithAndWithoutColdJunction) {
   ingest_all();
   const auto files = open()->files();
   ASSERT_EQ(files.size(), 5u);
@@ -39,15 +39,11 @@ TEST_P(ArchiveValues, FilesHoldTheCatalogueCountsAndTimeSpanOfEachFormat) {
     EXPECT_EQ(file.first_lander_time, sim::kFirstLanderTime);
     EXPECT_GT(*file.last_lander_time, sim::kFirstLanderTime);
   }
-}
 
-TEST_P(ArchiveValues, TrendOfEveryFileEqualsTheSingleFileTrendWithAndWithoutColdJunction) {
-  ingest_all();
-  const auto archive = open();
   for (const bool cold_junction : {true, false}) {
     archive::TrendQuery query;
     query.cold_junction = cold_junction;
-    const auto trends = archive->trend(query);
+    const auto trends = open()->trend(query);
     ASSERT_EQ(trends.size(), static_cast<size_t>(campaign().config.Sensor_Count()));
     for (size_t i = 0; i < std::size(kAllFormats); ++i) {
       const Session session = campaign().session(kAllFormats[i]);
