@@ -14,19 +14,19 @@ namespace {
 using testing::json;
 using testing::Packet;
 
-// Packet n of a short form test starting at sequence count 40, lander time 7000: 29 readings
-// of 1 V on the detector channel (65), with the identifiers the selection list looks for.
-Packet test_packet(int n, int first_identifier) {
+// Packet n of a short form test starting at sequence count 40, lander time 7001: 29 readings
+// of 1 V on the detector channel (65), the first packet's with the identifiers the selection list
+// looks for.
+Packet test_packet(int n) {
   Packet packet{testing::kScienceId, 39 + n, 249, 0, 7000 + n, {{16, 1}, {18, 29}}, {}};
   for (int j = 1; j <= 29; ++j) {
     packet.words[16 + 8 * j] = 65;
     packet.words[18 + 8 * j] = 3277;
   }
   if (n == 1) {
-    packet.words[24] = first_identifier;
-    packet.words[80] = 64;
-    packet.words[232] = 0;
-    packet.words[248] = 144;
+    for (const auto& [offset, identifier] : std::map<int, int32_t>{{24, 23}, {80, 64}, {232, 0}, {248, 144}}) {
+      packet.words[offset] = identifier;
+    }
   }
   return packet;
 }
@@ -37,9 +37,7 @@ class FunctestCommand : public testing::CliTest {
     testing::CliTest::SetUp();
     type = "QM";
     testing::FrameWriter writer(282);
-    for (int n = 1; n <= 8; ++n) {
-      if (n != 6) writer.add_frame({test_packet(n, 23)});
-    }
+    for (const int n : {1, 2, 3, 4, 5, 7, 8}) writer.add_frame({test_packet(n)});  // packet 6 lost
     writer.add_frame({Packet{testing::kEventId, 1, 51, 0, 7010, {{14, 0x0100}, {16, 0xD749}, {56, 100}}, {}}});
     write_frames(writer);
     std::string limits;
