@@ -61,28 +61,25 @@ TEST_P(ArchiveValues, FilesHoldTheirCountsAndTimeSpanAndTrendsEqualTheSingleFile
       }
     }
   }
-}
 
-TEST_P(ArchiveValues, TrendKeepsOnlyThePointsBetweenFromAndTo) {
-  ingest_each({FileFormat::CSS});
+  // From and to keep only the points between them.
   archive::TrendQuery query;
   query.sensors = {1};
   query.from = sim::kFirstLanderTime + 1000;
   query.to = sim::kFirstLanderTime + 2000;
   const auto points = open()->trend(query).at(0).points;
-  ASSERT_FALSE(points.empty());
   for (const auto& point : points) {
     EXPECT_GE(point.lander_time, *query.from);
     EXPECT_LE(point.lander_time, *query.to);
   }
-  const Session session = campaign().session(FileFormat::CSS);
-  const auto all = trend_series(session, {1}, true).at(0).points();
-  const auto inside = std::count_if(all.begin(), all.end(),
-                                    [&](const auto& p) { return p.first >= *query.from && p.first <= *query.to; });
-  EXPECT_EQ(static_cast<long>(points.size()), inside);
+  const auto all = trend_series(campaign().session(FileFormat::CSS), {1}, true).at(0).points();
+  const auto inside = [&](int32_t time) { return time >= *query.from && time <= *query.to; };
+  const auto css_inside = std::count_if(points.begin(), points.end(), [&](const auto& p) { return p.file_id == 1; });
+  EXPECT_GT(css_inside, 0);
+  EXPECT_EQ(css_inside, std::count_if(all.begin(), all.end(), [&](const auto& p) { return inside(p.first); }));
 }
 
-TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluationAndFailedOnlyAndModeSelectThem) {
+TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluationAndTheQueriesAndItemHistorySelectFromThem) {
   ingest_all();
   const auto tests = open()->tests();
   size_t next = 0;
@@ -132,6 +129,24 @@ TEST_P(ArchiveValues, TestsOfBothModesEqualTheSingleFileEvaluationAndFailedOnlyA
   for (const auto& test : eaft_tests) EXPECT_EQ(test.mode, "eaft");
   EXPECT_EQ(std::count_if(tests.begin(), tests.end(), [](const auto& t) { return t.mode == "eaft"; }),
             static_cast<long>(eaft_tests.size()));
+
+  // An item's history follows it through every test of a mode.
+  archive::TestQuery cruise;
+  cruise.mode = "cruise";
+  const auto cruise_tests = open()->tests(cruise);
+  const auto history = open()->item_history("cruise", "V 7");
+  ASSERT_EQ(history.size(), cruise_tests.size());
+  for (size_t i = 0; i < history.size(); ++i) {
+    EXPECT_EQ(history[i].file_id, cruise_tests[i].file_id);
+    EXPECT_EQ(history[i].test_number, cruise_tests[i].number);
+    EXPECT_EQ(history[i].item.table, "valves");
+    const auto& items = cruise_tests[i].items;
+    const auto found = std::find_if(items.begin(), items.end(), [](const auto& item) { return item.name == "V 7"; });
+    ASSERT_NE(found, items.end());
+    EXPECT_EQ(history[i].item.value, found->value);
+    EXPECT_EQ(history[i].item.result, found->result);
+  }
+  EXPECT_THROW(open()->item_history("neither", "V 7"), RuntimeError);
 }
 
 TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntryAndASearchFindsTextWhateverItsCase) {
@@ -162,27 +177,6 @@ TEST_P(ArchiveValues, EventsHoldTheTranslationLinesOfEveryInformationEntryAndASe
   for (const auto& event : warnings) EXPECT_EQ(event.label, " Warning Anomalous Event ");
   query.contains = "100%_";
   EXPECT_TRUE(archive->events(query).empty());
-}
-
-TEST_P(ArchiveValues, ItemHistoryFollowsOneItemThroughEveryTestOfAMode) {
-  ingest_each({FileFormat::CSS, FileFormat::QM});
-  const auto archive = open();
-  archive::TestQuery cruise;
-  cruise.mode = "cruise";
-  const auto tests = archive->tests(cruise);
-  const auto history = archive->item_history("cruise", "V 7");
-  ASSERT_EQ(history.size(), tests.size());
-  for (size_t i = 0; i < history.size(); ++i) {
-    EXPECT_EQ(history[i].file_id, tests[i].file_id);
-    EXPECT_EQ(history[i].test_number, tests[i].number);
-    EXPECT_EQ(history[i].item.table, "valves");
-    const auto found = std::find_if(tests[i].items.begin(), tests[i].items.end(),
-                                    [](const auto& item) { return item.name == "V 7"; });
-    ASSERT_NE(found, tests[i].items.end());
-    EXPECT_EQ(history[i].item.value, found->value);
-    EXPECT_EQ(history[i].item.result, found->result);
-  }
-  EXPECT_THROW(archive->item_history("neither", "V 7"), RuntimeError);
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, ArchiveValues, ::testing::ValuesIn(testing::archive_backends()),
