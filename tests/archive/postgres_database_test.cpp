@@ -63,25 +63,22 @@ TEST_F(PostgreSQLDatabase, SumsAndCountsOfIntegersAreIntegersAndOtherNumbersDoub
                                      0.25, std::int64_t{1}, std::string("x")}}));
 }
 
-TEST_F(PostgreSQLDatabase, AFailedStatementMakesTheCommitFailAndLeavesNothing) {
+TEST_F(PostgreSQLDatabase, AFailedStatementMakesTheCommitFailAndABrokenCopyIsAnErrorAndNeitherLeavesAnything) {
   const auto database = open();
-  database->execute("CREATE TABLE t (v BIGINT)");
+  database->execute("CREATE TABLE t (v BIGINT NOT NULL)");
   database->begin_write();
   database->query("INSERT INTO t VALUES ($1)", {std::int64_t{1}});
-  const auto failed = thrown([&] { database->query("SELECT 1 / 0"); });
+  auto failed = thrown([&] { database->query("SELECT 1 / 0"); });
   EXPECT_EQ(failed.number, 57);
   EXPECT_TRUE(contains(failed.message, "division by zero")) << failed.message;
   EXPECT_TRUE(contains(failed.message, url_)) << failed.message;
   EXPECT_NE(thrown([&] { database->commit(); }).number, 0);
   EXPECT_TRUE(database->query("SELECT v FROM t").empty());
   database->rollback();  // nothing open any more: does nothing
-}
 
-TEST_F(PostgreSQLDatabase, ABrokenCopyIsAnErrorAndTheConnectionStaysUsable) {
-  const auto database = open();
-  database->execute("CREATE TABLE t (v BIGINT NOT NULL)");
+  // The connection stays usable after a broken copy.
   database->begin_write();
-  const auto failed = thrown([&] { database->append("t", {"v"}, {{std::int64_t{1}}, {std::monostate{}}}); });
+  failed = thrown([&] { database->append("t", {"v"}, {{std::int64_t{1}}, {std::monostate{}}}); });
   EXPECT_EQ(failed.number, 57);
   EXPECT_TRUE(contains(failed.message, "null value")) << failed.message;
   database->rollback();

@@ -160,7 +160,7 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
   }
 }
 
-TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
+TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirstAndASizeWholeFramesOrRecordsUpToIt) {
   testing::TempDir dir;
   sim::write_telemetry(dir.path("low"), {.format = FileFormat::FM, .frames = 200});
   sim::write_telemetry(dir.path("high"), {.format = FileFormat::FM, .frames = 200, .byte_reverse = false});
@@ -175,10 +175,8 @@ TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
                                                          file.written.count(LabelCode::UnknownProgressEvent) +
                                                          file.written.count(LabelCode::UnknownAcceptance));
   EXPECT_EQ(file.catalogue().HK_List[1].Lander_Time, 61200000);
-}
 
-TEST(SimulatedTelemetry, SizeGivesWholeFramesOrRecordsUpToIt) {
-  testing::TempDir dir;
+  // A size gives whole frames or records up to it.
   sim::TelemetryOptions options{.format = FileFormat::CSS, .size = 100000};
   auto written = sim::write_telemetry(dir.path("t.css"), options);
   EXPECT_EQ(written.frames, 100000 / 282);
