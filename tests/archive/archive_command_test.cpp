@@ -81,24 +81,19 @@ TEST_P(ArchiveCommand, UsageErrorsExitTwo) {
   EXPECT_EQ(cli({"archive"}).status, 2);
 }
 
-TEST_P(ArchiveCommand, FilesListsEveryKeyInIngestOrder) {
-  add({campaign().files.at(FileFormat::ZEB)}, FileFormat::ZEB);
-  add({campaign().files.at(FileFormat::GRM)}, FileFormat::GRM);
+// The archive's values themselves are compared with the decoders' in archive_values_test.
+TEST_P(ArchiveCommand, FilesListEveryKeyInIngestOrderAndTrendPointsAreTheTrendCommandsWithTheFilesNumber) {
+  ingest_each({FileFormat::CSS, FileFormat::FM});
   const json files = archive_json({"files"})["files"];
   ASSERT_EQ(files.size(), 2u);
   EXPECT_EQ(keys_of(files[0]),
             (std::vector<std::string>{"file_id", "path", "name", "type", "byte_reverse", "sha256", "size", "frames",
                                       "first_lander_time", "last_lander_time", "hk_count", "science_count",
                                       "information_count", "tests", "findings"}));
-  EXPECT_EQ(files[0]["type"], "ZEB");
-  EXPECT_EQ(files[1]["name"], "cycle.GRM");
-  EXPECT_EQ(files[1]["hk_count"], campaign().session(FileFormat::GRM).catalogue.HK_Count());
-}
+  EXPECT_EQ(files[0]["type"], "CSS");
+  EXPECT_EQ(files[1]["name"], "cycle.FM");
+  EXPECT_EQ(files[1]["hk_count"], campaign().session(FileFormat::FM).catalogue.HK_Count());
 
-// The archive's values themselves are compared with the decoders' in archive_values_test.
-TEST_P(ArchiveCommand, TrendPointsOfAFileAreTheTrendCommandsWithTheFilesNumber) {
-  add({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  add({campaign().files.at(FileFormat::FM)}, FileFormat::FM);
   const json archived = archive_json({"trend", "--sensors", "3,28", "--cold-junction", "off"})["sensors"];
   const json single = file_json("trend", FileFormat::FM, {"--sensors", "3,28", "--cold-junction", "off"})["sensors"];
   ASSERT_EQ(archived.size(), 2u);
@@ -111,10 +106,10 @@ TEST_P(ArchiveCommand, TrendPointsOfAFileAreTheTrendCommandsWithTheFilesNumber) 
   EXPECT_EQ(points, single[1]["points"]);
 }
 
-TEST_P(ArchiveCommand, ATestsNumberOpensTheSameEvaluationInFunctest) {
-  add({campaign().files.at(FileFormat::GRM)}, FileFormat::GRM);
+TEST_P(ArchiveCommand, ATestsNumberOpensTheSameEvaluationInFunctestAndItemHistoryFollowsAnItemThroughTheTests) {
+  ingest_each({FileFormat::GRM, FileFormat::ZEB});
   const json tests = archive_json({"tests"})["tests"];
-  ASSERT_EQ(tests.size(), 4u);
+  ASSERT_EQ(tests.size(), 8u);
   EXPECT_EQ(keys_of(tests[0]), (std::vector<std::string>{"file_id", "mode", "number", "sequence_count", "lander_time",
                                                          "overall", "packet_message", "rf_frequency_text", "items"}));
   EXPECT_EQ(keys_of(tests[0]["items"][0]), (std::vector<std::string>{"table", "name", "value", "result"}));
@@ -128,10 +123,16 @@ TEST_P(ArchiveCommand, ATestsNumberOpensTheSameEvaluationInFunctest) {
     EXPECT_EQ(test["mode"], "eaft");
     EXPECT_NE(test["overall"], "Passed");
   }
+
+  const json history = archive_json({"item-history", "--mode", "eaft", "--item", "Reactor 9"})["history"];
+  ASSERT_EQ(history.size(), archive_json({"tests", "--mode", "eaft"})["tests"].size());
+  EXPECT_EQ(keys_of(history[0]), (std::vector<std::string>{"file_id", "test", "lander_time", "overall", "table", "name",
+                                                           "value", "result"}));
+  for (const auto& row : history) EXPECT_EQ(row["name"], "Reactor 9");
 }
 
 TEST_P(ArchiveCommand, EventsGiveTheInfoCommandsTranslationLines) {
-  add({campaign().files.at(FileFormat::QM)}, FileFormat::QM);
+  ingest_each({FileFormat::QM});
   const json events = archive_json({"events"})["events"];
   ASSERT_FALSE(events.empty());
   EXPECT_EQ(keys_of(events[0]), (std::vector<std::string>{"file_id", "index", "lander_time", "label", "lines"}));
@@ -145,16 +146,6 @@ TEST_P(ArchiveCommand, EventsGiveTheInfoCommandsTranslationLines) {
   for (const auto& e : later) EXPECT_GE(e["lander_time"], sim::kFirstLanderTime + 5000);
 }
 
-TEST_P(ArchiveCommand, ItemHistoryListsTheItemInEveryTestOfTheMode) {
-  add({campaign().files.at(FileFormat::CSS)}, FileFormat::CSS);
-  add({campaign().files.at(FileFormat::ZEB)}, FileFormat::ZEB);
-  const json history = archive_json({"item-history", "--mode", "eaft", "--item", "Reactor 9"})["history"];
-  ASSERT_EQ(history.size(), archive_json({"tests", "--mode", "eaft"})["tests"].size());
-  EXPECT_EQ(keys_of(history[0]), (std::vector<std::string>{"file_id", "test", "lander_time", "overall", "table", "name",
-                                                           "value", "result"}));
-  for (const auto& row : history) EXPECT_EQ(row["name"], "Reactor 9");
-}
-
 INSTANTIATE_TEST_SUITE_P(Backends, ArchiveCommand, ::testing::ValuesIn(testing::archive_backends()),
                          testing::backend_name);
 
@@ -163,9 +154,7 @@ class ArchiveOutsideQuery : public ::testing::Test {
  protected:
   void SetUp() override {
     for (const FileFormat format : {FileFormat::CSS, FileFormat::QM}) {
-      archive::IngestOptions options;
-      options.type = format;
-      archive::open_archive(path)->ingest({campaign().files.at(format)}, campaign().config, options);
+      archive::open_archive(path)->ingest({campaign().files.at(format)}, campaign().config, {.type = format});
     }
   }
   std::string shell(const std::string& command) const {

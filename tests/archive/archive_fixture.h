@@ -22,6 +22,9 @@
 
 namespace morvane::testing {
 
+inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
+                                         FileFormat::ZEB};
+
 // Written once per test program and shared read-only by its tests.
 struct CampaignFiles {
   TempDir dir;
@@ -32,12 +35,9 @@ struct CampaignFiles {
   CampaignFiles() {
     base = sim::write_configuration(dir.path("base"));
     config = load_configuration(base);
-    for (const FileFormat format : {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM, FileFormat::ZEB}) {
-      const std::string path = dir.path("cycle." + std::string(format_tag(format)));
-      sim::TelemetryOptions options;
-      options.format = format;
-      sim::write_telemetry(path, options);
-      files[format] = path;
+    for (const FileFormat format : kAllFormats) {
+      files[format] = dir.path("cycle." + std::string(format_tag(format)));
+      sim::write_telemetry(files[format], {.format = format});
     }
   }
   // The file loaded as the single-file commands load it.
@@ -53,9 +53,6 @@ inline const CampaignFiles& campaign() {
   static const CampaignFiles files;
   return files;
 }
-
-inline const FileFormat kAllFormats[] = {FileFormat::CSS, FileFormat::QM, FileFormat::GRM, FileFormat::FM,
-                                         FileFormat::ZEB};
 
 struct ArchiveBackend {
   std::string name;  // a test-name suffix: letters and digits only
@@ -78,17 +75,13 @@ class ArchiveTest : public ::testing::TestWithParam<ArchiveBackend> {
   // Ingests paths of one format with the campaign's configuration.
   archive::IngestReport ingest(const std::vector<std::string>& paths, FileFormat type,
                                 bool byte_reverse = true) const {
-    archive::IngestOptions options;
-    options.type = type;
-    options.byte_reverse = byte_reverse;
-    return open()->ingest(paths, campaign().config, options);
+    return open()->ingest(paths, campaign().config, {.type = type, .byte_reverse = byte_reverse});
   }
-  void ingest_all() const {
-    for (const FileFormat format : kAllFormats) {
-      const auto report = ingest({campaign().files.at(format)}, format);
-      ASSERT_EQ(report.added.size(), 1u) << format_tag(format);
-    }
+  // Ingests the campaign's file of each format given.
+  void ingest_each(const std::vector<FileFormat>& formats) const {
+    for (const FileFormat format : formats) ASSERT_EQ(ingest({campaign().files.at(format)}, format).added.size(), 1u);
   }
+  void ingest_all() const { ingest_each({std::begin(kAllFormats), std::end(kAllFormats)}); }
 
   TempDir dir;
   std::string location;

@@ -8,11 +8,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <mutex>
-#include <sstream>
 #include <stdexcept>
+
+#include "test_files.h"
 
 namespace morvane::testing {
 
@@ -32,8 +32,8 @@ std::string find_server_binaries() {
     const std::string version = entry.path().filename().string();
     if (version.empty() || version.find_first_not_of("0123456789") != std::string::npos) continue;
     const fs::path bin = entry.path() / "bin";
-    if (!fs::exists(bin / "initdb") || !fs::exists(bin / "pg_ctl") || !fs::exists(bin / "postgres")) continue;
-    if (std::stoi(version) > best_version) {
+    if (fs::exists(bin / "initdb") && fs::exists(bin / "pg_ctl") && fs::exists(bin / "postgres") &&
+        std::stoi(version) > best_version) {
       best_version = std::stoi(version);
       best = bin.string();
     }
@@ -54,40 +54,32 @@ std::string shell_quoted(const std::string& text) {
   return out + "'";
 }
 
-std::string read_text(const fs::path& path) {
-  std::ifstream in(path);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 // A fresh folder the server user owns, short enough for a Unix socket path inside it.
 std::string make_cluster_folder() {
   // The server user must reach it (TMPDIR may be below root's home), and a socket path is short.
   std::string base = fs::temp_directory_path().string();
   if (running_as_root() || base.size() > 60) base = "/tmp";
   std::string pattern = base + "/morvane-pg-XXXXXX";
-  if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot create a folder for the PostgreSQL cluster");
-  if (running_as_root()) {
-    const passwd* user = ::getpwnam(kServerUser);
-    if (user == nullptr || ::chown(pattern.c_str(), user->pw_uid, user->pw_gid) != 0) {
-      fs::remove_all(pattern);
-      throw std::runtime_error(std::string("the tests run as root and need the system user \"") + kServerUser +
-                               "\" (Debian's postgresql package makes it) to run the server: run make deps");
-    }
+  if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make the PostgreSQL cluster's folder");
+  const passwd* user = running_as_root() ? ::getpwnam(kServerUser) : nullptr;
+  if (running_as_root() && (user == nullptr || ::chown(pattern.c_str(), user->pw_uid, user->pw_gid) != 0)) {
+    fs::remove_all(pattern);
+    throw std::runtime_error(std::string("the tests run as root and need the system user \"") + kServerUser +
+                             "\" (Debian's postgresql package makes it) to run the server: run make deps");
   }
   return pattern;
 }
 
 }  // namespace
 
-PostgresCluster::PostgresCluster() : bin_(find_server_binaries()), folder_(make_cluster_folder()) {
+PostgresCluster::PostgresCluster() : folder_(make_cluster_folder()) {
   // As root the server programs run as the server user (root may not run them).
-  const std::string program =
-      (running_as_root() ? std::string("runuser -u ") + kServerUser + " -- " : "") + shell_quoted(bin_) + "/";
+  const std::string program = (running_as_root() ? std::string("runuser -u ") + kServerUser + " -- " : "") +
+                              shell_quoted(find_server_binaries()) + "/";
   const std::string data = " -D " + shell_quoted(folder_ + "/data");
   const std::string log = " >>" + shell_quoted(folder_ + "/setup.log") + " 2>&1";
   const std::string stop = program + "pg_ctl" + data + " -m immediate stop >/dev/null 2>&1";
+  const std::string cleanup = stop + "; rm -rf -- " + shell_quoted(folder_);
   // Only a socket in our own folder: no TCP address at all. Durability is not wanted here.
   const std::string settings = "listen_addresses = ''\nunix_socket_directories = '" + folder_ +
                                "'\nfsync = off\nsynchronous_commit = off\nfull_page_writes = off\n";
@@ -97,31 +89,23 @@ PostgresCluster::PostgresCluster() : bin_(find_server_binaries()), folder_(make_
                             " && " + program + "pg_ctl" + data + " -l " + shell_quoted(folder_ + "/server.log") +
                             " -w -t 60 start" + log;
   if (std::system(setup.c_str()) != 0) {
-    (void)!std::system(stop.c_str());
-    const std::string details = read_text(folder_ + "/setup.log") + read_text(folder_ + "/server.log");
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
+    const std::string details = read_file(folder_ + "/setup.log") + read_file(folder_ + "/server.log");
+    (void)!std::system(cleanup.c_str());
     throw std::runtime_error("the test PostgreSQL cluster did not start:\n" + details);
   }
   // A watchdog in a session of its own (Ctrl-C ends the tests, not it) waits for the end of a
   // pipe only this process writes: the kernel closes it however the process ends (even SIGKILL
-  // by a test timeout), so the server never outlives the tests. stop() closes it on purpose.
-  const std::string cleanup = "read _; " + stop + "; rm -rf -- " + shell_quoted(folder_);
-  const std::string watchdog = "setsid -w sh -c " + shell_quoted(cleanup) + " >/dev/null 2>&1";
+  // by a test timeout), so the server never outlives the tests. The destructor closes it on purpose.
+  const std::string watchdog = "setsid -w sh -c " + shell_quoted("read _; " + cleanup) + " >/dev/null 2>&1";
   watchdog_ = ::popen(watchdog.c_str(), "we");  // "e": no program started later holds the pipe
   if (watchdog_ == nullptr) {
-    (void)!std::system((stop + "; rm -rf -- " + shell_quoted(folder_)).c_str());
+    (void)!std::system(cleanup.c_str());
     throw std::runtime_error("cannot start the cluster watchdog");
   }
 }
 
-PostgresCluster::~PostgresCluster() { stop(); }
-
-void PostgresCluster::stop() {
-  if (watchdog_ == nullptr) return;
-  ::pclose(watchdog_);  // ends the watchdog's read and waits while it stops the server
-  watchdog_ = nullptr;
-}
+// Ends the watchdog's read and waits while it stops the server.
+PostgresCluster::~PostgresCluster() { ::pclose(watchdog_); }
 
 std::string PostgresCluster::url(const std::string& database) const {
   return "postgresql:///" + database + "?host=" + folder_ + "&user=" + kRole;
@@ -145,21 +129,16 @@ namespace {
 
 struct SharedCluster {
   std::mutex mutex;
-  std::unique_ptr<PostgresCluster> cluster;
+  std::unique_ptr<PostgresCluster> cluster;  // its destructor stops the server at exit
   std::string failure;
-};
-
-SharedCluster& shared_cluster() {
-  static SharedCluster shared;  // its destructor stops the server at exit
-  return shared;
-}
+} shared;
 
 // Stops the shared cluster after the last test, before static destruction.
 class ClusterEnvironment : public ::testing::Environment {
  public:
   void TearDown() override {
-    const std::lock_guard lock(shared_cluster().mutex);
-    shared_cluster().cluster.reset();
+    const std::lock_guard lock(shared.mutex);
+    shared.cluster.reset();
   }
 };
 
@@ -169,7 +148,6 @@ class ClusterEnvironment : public ::testing::Environment {
 }  // namespace
 
 PostgresCluster& test_postgres_cluster() {
-  SharedCluster& shared = shared_cluster();
   const std::lock_guard lock(shared.mutex);
   if (!shared.cluster) {
     if (!shared.failure.empty()) throw std::runtime_error(shared.failure);

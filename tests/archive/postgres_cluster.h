@@ -14,23 +14,17 @@ class PostgresCluster {
   // As root the server runs as the system user "postgres" (root may not run it). Throws
   // std::runtime_error saying what is missing or what the server logged when it cannot start.
   PostgresCluster();
-  // Stops the server and removes its folder.
-  ~PostgresCluster();
+  ~PostgresCluster();  // stops the server at once and removes its folder
   PostgresCluster(const PostgresCluster&) = delete;
   PostgresCluster& operator=(const PostgresCluster&) = delete;
 
   // Creates a new empty database and returns its postgresql:// URL.
   std::string create_database();
-  // The URL of a database of this cluster (which need not exist).
-  std::string url(const std::string& database) const;
-  const std::string& folder() const { return folder_; }
-  // Stops the server at once (immediate shutdown) and removes the folder; idempotent.
-  void stop();
 
  private:
-  std::string bin_;
+  std::string url(const std::string& database) const;
   std::string folder_;
-  FILE* watchdog_ = nullptr;  // its closing, by stop() or by the kernel at exit, stops the server
+  FILE* watchdog_ = nullptr;  // its closing, by the destructor or by the kernel at exit, stops the server
   int databases_ = 0;
 };
 

@@ -26,7 +26,7 @@ class BatchTool : public testing::CliTest {
   testing::ProgramRun run(const std::vector<std::string>& arguments) { return testing::run_program(kCli, arguments); }
 };
 
-TEST_F(BatchTool, SummaryJsonHasTheContractKeys) {
+TEST_F(BatchTool, SummaryJsonHasTheContractKeysAndCountsLeavesTheListsOut) {
   const json j = cli_json("summary");
   EXPECT_EQ(j["file_name"], file);
   EXPECT_EQ(j["file_type"], "CSS");
@@ -43,21 +43,18 @@ TEST_F(BatchTool, SummaryJsonHasTheContractKeys) {
                               {"sequence_count", 3}, {"segment_flags", 0}, {"lander_time", 1000},
                               {"label", " Complete "}}));
   EXPECT_EQ(j["lines"]["information"].size(), 3u);
-}
 
-TEST_F(BatchTool, SummaryCountsLeavesTheListsOut) {
   const auto counts = run({"summary", file, "--type", "css", "--counts", "--json"});  // the type in any case
   ASSERT_EQ(counts.status, 0) << counts.err;
-  const json j = json::parse(counts.out);
-  EXPECT_FALSE(j.contains("hk"));
-  EXPECT_EQ(j["counts"]["progress_event_count"], 1);
+  EXPECT_FALSE(json::parse(counts.out).contains("hk"));
+  EXPECT_EQ(json::parse(counts.out)["counts"]["progress_event_count"], 1);
   const auto text = cli("summary", {"--counts"});
   EXPECT_NE(text.out.find("Memory Cheksums  0"), std::string::npos) << text.out;
   // Byte order off reads the words the other way round: no packet is known.
   EXPECT_EQ(cli_json("summary", {"--byte-reverse", "off", "--counts"})["counts"]["hk_count"], 0);
 }
 
-TEST_F(BatchTool, ConvertPrintsTheValueAndItsText) {
+TEST_F(BatchTool, ConvertPrintsTheValueAndItsTextWithTheBaseFolderOfThePointerFileHere) {
   const auto convert = run({"convert", "--sensor", "28", "--voltage", "2.98", "--base", base, "--json"});
   ASSERT_EQ(convert.status, 0) << convert.err;
   const json j = json::parse(convert.out);
@@ -65,6 +62,10 @@ TEST_F(BatchTool, ConvertPrintsTheValueAndItsText) {
   EXPECT_EQ(j["unit"], "oC");
   EXPECT_EQ(j["value_text"], "25");
   EXPECT_NEAR(j["value"].get<double>(), 25, 1e-9);
+  // The base folder defaults to the pointer file in the working folder.
+  const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
+  EXPECT_EQ(here.status, 0) << here.err;
+  EXPECT_EQ(here.out, "5.2 mm\n");
 }
 
 TEST_F(BatchTool, AFailureExitsOneWithItsErrorLine) {
@@ -116,26 +117,17 @@ TEST_F(BatchTool, AFileWithoutAKnownPacketGetsAWarningButTheSameOutputAndStatus)
   EXPECT_EQ(testing::run_program(kCli, {"summary", file, "-t", "CSS", "--counts", "--base", base}).err, "");
 }
 
-TEST_F(BatchTool, TheBaseFolderDefaultsToThePointerFileHere) {
-  const auto here = testing::run_program(kCli, {"convert", "--sensor", "29", "--voltage", "1"}, base);
-  EXPECT_EQ(here.status, 0) << here.err;
-  EXPECT_EQ(here.out, "5.2 mm\n");
-}
-
-TEST_F(BatchTool, RawJsonHasTheWordsWithPlaceAndColour) {
+TEST_F(BatchTool, RawJsonHasTheWordsWithPlaceAndColourAndConciseJsonTheEightSlots) {
   const json j = cli_json("raw", {"--frame", "2"});
   EXPECT_EQ(j["frame"], 2);
   EXPECT_TRUE(j.contains("label1") && j.contains("label2"));
   ASSERT_EQ(j["words"].size(), 141u);
   EXPECT_EQ(j["words"][11], (json{{"text", "0F37"}, {"x", 2300}, {"y", 250}, {"colour", {0, 0, 255}}}));
   EXPECT_EQ(cli("raw", {"--frame", "3"}).status, 1);
-}
-
-TEST_F(BatchTool, ConciseJsonHasTheEightSlots) {
-  const json j = cli_json("concise", {"--frame", "1"});
-  EXPECT_EQ(j["frame"], 1);
-  ASSERT_EQ(j["slots"].size(), 8u);
-  EXPECT_EQ(j["slots"][1], " Isotope spectrum ");
+  const json concise = cli_json("concise", {"--frame", "1"});
+  EXPECT_EQ(concise["frame"], 1);
+  ASSERT_EQ(concise["slots"].size(), 8u);
+  EXPECT_EQ(concise["slots"][1], " Isotope spectrum ");
   EXPECT_EQ(cli("concise", {"--frame", "3"}).status, 1);
 }
 

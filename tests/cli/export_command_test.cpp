@@ -52,11 +52,8 @@ TEST_F(ExportCommandTest, WritesWhatTheDialogWrites) {
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(testing::read_file(dir.path("hk.csv")),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
-            "HK number;Lander time;Docking Stn;+28V Rail;\r\n"
-            "     ;seconds;mm;V;\r\n"
-            "\r\n"
-            "2;1001;0;82.03125;\r\n"
-            "3;1002;0.203125;0;\r\n");
+            "HK number;Lander time;Docking Stn;+28V Rail;\r\n     ;seconds;mm;V;\r\n\r\n"
+            "2;1001;0;82.03125;\r\n3;1002;0.203125;0;\r\n");
 }
 
 // The dialogs' own checks (export_presenter_test) reach the tool: their message, status 1, no file.

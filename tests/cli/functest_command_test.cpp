@@ -14,19 +14,19 @@ namespace {
 using testing::json;
 using testing::Packet;
 
-// Packet n of a short form test starting at sequence count 40, lander time 7000: 29 readings
-// of 1 V on the detector channel (65), with the identifiers the selection list looks for.
-Packet test_packet(int n, int first_identifier) {
+// Packet n of a short form test starting at sequence count 40, lander time 7001: 29 readings
+// of 1 V on the detector channel (65), the first packet's with the identifiers the selection list
+// looks for.
+Packet test_packet(int n) {
   Packet packet{testing::kScienceId, 39 + n, 249, 0, 7000 + n, {{16, 1}, {18, 29}}, {}};
   for (int j = 1; j <= 29; ++j) {
     packet.words[16 + 8 * j] = 65;
     packet.words[18 + 8 * j] = 3277;
   }
   if (n == 1) {
-    packet.words[24] = first_identifier;
-    packet.words[80] = 64;
-    packet.words[232] = 0;
-    packet.words[248] = 144;
+    for (const auto& [offset, identifier] : std::map<int, int32_t>{{24, 23}, {80, 64}, {232, 0}, {248, 144}}) {
+      packet.words[offset] = identifier;
+    }
   }
   return packet;
 }
@@ -37,9 +37,7 @@ class FunctestCommand : public testing::CliTest {
     testing::CliTest::SetUp();
     type = "QM";
     testing::FrameWriter writer(282);
-    for (int n = 1; n <= 8; ++n) {
-      if (n != 6) writer.add_frame({test_packet(n, 23)});
-    }
+    for (const int n : {1, 2, 3, 4, 5, 7, 8}) writer.add_frame({test_packet(n)});  // packet 6 lost
     writer.add_frame({Packet{testing::kEventId, 1, 51, 0, 7010, {{14, 0x0100}, {16, 0xD749}, {56, 100}}, {}}});
     write_frames(writer);
     std::string limits;
@@ -60,23 +58,11 @@ TEST_F(FunctestCommand, ListJsonHasTheLabelsLinesAndScienceIndices) {
                   {"entries", {{{"number", 1}, {"sequence_count", 40}, {"lander_time", 7001}, {"science_index", 1}}}}}));
 }
 
-TEST_F(FunctestCommand, VerdictExitGivesStatus3ForAFailedTestAndChangesNothingElse) {
-  const auto plain = functest({"--mode", "cruise", "--test", "1", "--json"});
-  const auto verdict = functest({"--mode", "cruise", "--test", "1", "--json", "--verdict-exit"});
-  EXPECT_EQ(plain.status, 0) << plain.err;
-  EXPECT_EQ(verdict.status, 3) << verdict.err;
-  json with_verdict = json::parse(verdict.out);
-  json without = json::parse(plain.out);
-  EXPECT_EQ(with_verdict["overall"], "Fail");
-  for (json* j : {&with_verdict, &without}) j->erase("evaluated_at");  // the two runs' own times
-  EXPECT_EQ(with_verdict, without);
-  EXPECT_EQ(functest({"--mode", "cruise", "--verdict-exit"}).status, 0);  // a list has no verdict
-}
-
-TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
+// --verdict-exit gives status 3 for a failed test and changes nothing else; a list has no verdict.
+TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayTextAndVerdictExitGivesStatus3ForAFailedTest) {
   const auto run = functest({"--mode", "cruise", "--test", "1", "--json"});
   ASSERT_EQ(run.status, 0) << run.err;
-  const json j = json::parse(run.out);
+  json j = json::parse(run.out);
   for (const char* key : {"start_label", "mode_title", "sensors", "subsystems", "packet_message"}) {
     EXPECT_TRUE(j.contains(key)) << key;
   }
@@ -93,6 +79,13 @@ TEST_F(FunctestCommand, TestJsonGivesEveryCellAsItsDisplayText) {
                                  {"result_colour", {255, 0, 0}}, {"record", 36},
                                  {"limits", {{"min", -2}, {"max", 2}}}}));
   EXPECT_EQ(j["overall"], "Fail");
+
+  const auto verdict = functest({"--mode", "cruise", "--test", "1", "--json", "--verdict-exit"});
+  EXPECT_EQ(verdict.status, 3) << verdict.err;
+  json with_verdict = json::parse(verdict.out);
+  for (json* each : {&with_verdict, &j}) each->erase("evaluated_at");  // the two runs' own times
+  EXPECT_EQ(with_verdict, j);
+  EXPECT_EQ(functest({"--mode", "cruise", "--verdict-exit"}).status, 0);
 }
 
 TEST_F(FunctestCommand, ATestBeyondTheListOrAMissingLimitFileIsAnError) {

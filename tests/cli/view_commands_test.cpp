@@ -33,8 +33,8 @@ class ViewCommands : public testing::CliTest {
   }
 };
 
-// A complete housekeeping packet in mode 3 on line 9.
-TEST_F(ViewCommands, HkPrintsTheSensorPageAndRegisters) {
+// A complete housekeeping packet in mode 3 on line 9, then one whose mode overflows.
+TEST_F(ViewCommands, HkPrintsTheSensorPageAndRegistersAndThePageBeforeItsError) {
   write_frames(one_a_frame({hk_packet(2, {{18, 3}, {20, 0}, {21, 9}, {22, 0x80}, {49, 153}}, {{66, 0x8001}}, 7, 1000),
                             hk_packet(1, {{18, 4}, {20, 128}})}));
   const json j = cli_json("hk", {"--index", "1", "--registers"});
@@ -46,10 +46,7 @@ TEST_F(ViewCommands, HkPrintsTheSensorPageAndRegisters) {
   ASSERT_EQ(text.status, 0) << text.err;
   EXPECT_PRED2(contains, text.out, "Mode  3  -  Cruise Phase\n");
   EXPECT_FALSE(contains(text.out, "Valve enable register"));
-}
 
-TEST_F(ViewCommands, HkShowsThePageBeforeItsError) {
-  write_frames(one_a_frame({hk_packet(2), hk_packet(1, {{18, 4}, {20, 128}})}));
   const testing::ProgramRun overflow = cli("hk", {"--index", "2", "--json"});
   EXPECT_EQ(overflow.status, 1);
   EXPECT_EQ(overflow.err.rfind("error: Overflow", 0), 0u) << overflow.err;

@@ -36,10 +36,7 @@ class WriteDestinations : public ::testing::Test {
  protected:
   void SetUp() override {
     base = sim::write_configuration(dir.path("base"));
-    sim::TelemetryOptions options;
-    options.format = FileFormat::QM;
-    options.frames = 4000;
-    sim::write_telemetry(file, options);
+    sim::write_telemetry(file, {.format = FileFormat::QM, .frames = 4000});
     fs::create_directory(dir.path("out"));
   }
   std::vector<std::string> export_arguments(const std::string& out) const {

@@ -32,28 +32,20 @@ class AuxiliaryExport : public testing::ExportTest {
 constexpr const char* kHeading = "Science number\tLander time(s)\tChan. ID\tComponent\t";
 
 TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
-  struct Case {
-    AuxFormat format;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::pair<AuxFormat, std::string> cases[] = {
       {AuxFormat::ADC, std::string("Auxiliary data - ADC values\r\n") + kHeading + "Word\t\r\n\r\n" +
-                            "1\t2001\t101\tReactor 1\t0\t\r\n"
-                            "1\t2002\t23\tPressure 1\t8192\t\r\n"
-                            "1\t2003\t0\t\t65535\t\r\n"
-                            "1\t-65531\t29\tDocking Stn\t2048\t\r\n"
+                            "1\t2001\t101\tReactor 1\t0\t\r\n1\t2002\t23\tPressure 1\t8192\t\r\n"
+                            "1\t2003\t0\t\t65535\t\r\n1\t-65531\t29\tDocking Stn\t2048\t\r\n"
                             "3\t3000\t131\t+28V Rail\t32768\t\r\n"},
       {AuxFormat::Calibrated, std::string("Auxiliary data - Calibrated Data (no AD590 correction)\r\n") + kHeading +
                                    "Reading\tUnits\t\r\n\r\n" +
-                                   "1\t2001\t101\tReactor 1\t0\toC\t\r\n"
-                                   "1\t2002\t23\tPressure 1\t0.5\tbar\t\r\n"
-                                   "1\t2003\t0\t\t\t\t\r\n"
-                                   "1\t-65531\t29\tDocking Stn\t3.25\tmm\t\r\n"
+                                   "1\t2001\t101\tReactor 1\t0\toC\t\r\n1\t2002\t23\tPressure 1\t0.5\tbar\t\r\n"
+                                   "1\t2003\t0\t\t\t\t\r\n1\t-65531\t29\tDocking Stn\t3.25\tmm\t\r\n"
                                    "3\t3000\t131\t+28V Rail\t-100\tV\t\r\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(aux_export_title(c.format, ""));
-    EXPECT_EQ(exported(c.format, {1, 3}), c.expected);
+  for (const auto& [format, expected] : cases) {
+    SCOPED_TRACE(aux_export_title(format, ""));
+    EXPECT_EQ(exported(format), expected);
   }
 }
 
@@ -62,13 +54,11 @@ TEST_F(AuxiliaryExport, WritesEachFormatsLines) {
 TEST_F(AuxiliaryExport, TheAD590FormatCorrectsOnlyTheThermocouples) {
   const double emf = session.config.NType.NType_Reverse_Lookup(25);
   session.config.AD590_EMF = emf;
-  const std::string reactor =
-      general_text(aux_row(session.config, {2001, 101, 0}, 1).value);  // about 25 C
+  const std::string reactor = general_text(aux_row(session.config, {2001, 101, 0}, 1).value);  // about 25 C
   session.config.AD590_EMF = 0;
   EXPECT_EQ(exported(AuxFormat::Calibrated_AD590, {1, 1}, ';', emf),
             "Auxiliary data - Calibrated Data (with AD590 correction at 25.00 oC)\r\n"
-            "Science number;Lander time(s);Chan. ID;Component;Reading;Units;\r\n"
-            "\r\n"
+            "Science number;Lander time(s);Chan. ID;Component;Reading;Units;\r\n\r\n"
             "1;2001;101;Reactor 1;" + reactor + ";oC;\r\n"
             "1;2002;23;Pressure 1;0.5;bar;\r\n"
             "1;2003;0;;;;\r\n"
@@ -84,9 +74,7 @@ TEST_F(AuxiliaryExport, APacketOfTooManyReadingsEndsTheExportAfterTheRowsBeforeI
   EXPECT_NE(number, 0);
   EXPECT_EQ(kept,
             "Auxiliary data - ADC values\r\n"
-            "Science number,Lander time(s),Chan. ID,Component,Word,\r\n"
-            "\r\n"
-            "1,1,29,Docking Stn,0,\r\n");
+            "Science number,Lander time(s),Chan. ID,Component,Word,\r\n\r\n1,1,29,Docking Stn,0,\r\n");
 }
 
 TEST_F(AuxiliaryExport, ZebRecordsGiveNoRows) {

@@ -32,38 +32,20 @@ class DSCalibrationExport : public testing::ExportTest {
 };
 
 TEST_F(DSCalibrationExport, WritesEachFormatsLines) {
-  struct Case {
-    DSFormat format;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::pair<DSFormat, std::string> cases[] = {
       // 70 x 2^7 counts is 2.734375 V, 14.21875 mm; 0x0800 is 0.625 V; 0xF000 is -4096 counts.
       {DSFormat::Distance, headings("Data in calibrated position (mm)", "Position") +
-                                "1000\t14.22\t\r\n"
-                                "1001\t3.25\t\r\n"
-                                "1003\t-6.50\t\r\n"
-                                "1004\t0.00\t\r\n"
-                                "1005\t26.00\t\r\n"},
+                               "1000\t14.22\t\r\n1001\t3.25\t\r\n1003\t-6.50\t\r\n1004\t0.00\t\r\n1005\t26.00\t\r\n"},
       {DSFormat::ADC, headings("Data in sensor ADC values", "ADC value") +
-                           "1000\t8960\t\r\n"
-                           "1001\t2048\t\r\n"
-                           "1003\t-4096\t\r\n"
-                           "1004\t0\t\r\n"
-                           "1005\t16384\t\r\n"},
+                          "1000\t8960\t\r\n1001\t2048\t\r\n1003\t-4096\t\r\n1004\t0\t\r\n1005\t16384\t\r\n"},
       {DSFormat::Voltage, headings("Data in sensor voltages (V)", "Voltage") +
-                               "1000\t2.734\t\r\n"
-                               "1001\t0.625\t\r\n"
-                               "1003\t-1.250\t\r\n"
-                               "1004\t0.000\t\r\n"
-                               "1005\t5.000\t\r\n"},
+                              "1000\t2.734\t\r\n1001\t0.625\t\r\n1003\t-1.250\t\r\n1004\t0.000\t\r\n1005\t5.000\t\r\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE("format " + std::to_string(static_cast<int>(c.format)));
-    EXPECT_EQ(exported(c.format, {1, 5}), c.expected);
+  for (const auto& [format, expected] : cases) {
+    SCOPED_TRACE("format " + std::to_string(static_cast<int>(format)));
+    EXPECT_EQ(exported(format, {1, 5}), expected);
   }
-}
-
-TEST_F(DSCalibrationExport, WithoutTheSensorInTheTableThereAreNoEntries) {
+  // Without the sensor in the table there are no entries.
   session.config.Sensor_Table.resize(28);
   EXPECT_EQ(DSCalibrationIndex(session).count(), 0);
 }

@@ -8,7 +8,7 @@
 
 #include "core/safe_file.h"
 #include "export_fixture.h"
-#include "thrown.h"
+#include "folder_names.h"
 
 namespace morvane {
 namespace {
@@ -63,9 +63,8 @@ TEST_F(ExportDialog, TheAD590EntryMustBeANumberForTheAD590Format) {
 }
 
 TEST_F(ExportDialog, GuardsNeedAFileAndForSpectraSomeSpectra) {
-  Session empty;
-  EXPECT_EQ(export_guard(empty, ExportKind::Housekeeping), "Please load an EGSE data file");
-  EXPECT_EQ(export_guard(empty, ExportKind::Spectra), "Please load an EGSE data file");
+  EXPECT_EQ(export_guard(Session{}, ExportKind::Housekeeping), "Please load an EGSE data file");
+  EXPECT_EQ(export_guard(Session{}, ExportKind::Spectra), "Please load an EGSE data file");
   EXPECT_EQ(export_guard(session, ExportKind::Spectra), std::nullopt);
   load({hk_packet(2)});
   EXPECT_EQ(export_guard(session, ExportKind::Housekeeping), std::nullopt);
@@ -85,11 +84,6 @@ TEST_F(ExportDialog, AFileThatCannotBeCreatedEndsTheExportSilently) {
   }
 }
 
-int files_in(const std::string& folder) {
-  namespace fs = std::filesystem;
-  return static_cast<int>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
 TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFarBesideTheChosenFile) {
   for (const char* name : {"hk.txt", "hk.xlsx"}) {
     ExportPresenter dialog(ExportKind::Housekeeping, session);
@@ -106,17 +100,16 @@ TEST_F(ExportDialog, ACancelKeepsTheLinesWrittenSoFarBesideTheChosenFile) {
     EXPECT_TRUE(result.cancelled);
     EXPECT_EQ(result.rows, 2);
     EXPECT_EQ(reports, (std::vector<int64_t>{0, 1, 2}));
-    const std::string kept = "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n     \tseconds\t\r\n\r\n"
-                             "1\t1000\t\r\n2\t1001\t\r\n";
     EXPECT_EQ(output->partial_path(), partial_path(path));
     EXPECT_FALSE(std::filesystem::exists(path));  // the chosen name is never a fragment
     if (export_file_type(path) == ExportFileType::Workbook) {
       EXPECT_EQ(testing::read_sheet(output->partial_path()).size(), 6u);
     } else {
-      EXPECT_EQ(testing::read_file(output->partial_path()), kept);
+      EXPECT_EQ(testing::read_file(output->partial_path()), "Housekeeping - Raw data\r\nHK number\tLander time\t\r\n"
+                                                            "     \tseconds\t\r\n\r\n1\t1000\t\r\n2\t1001\t\r\n");
     }
   }
-  EXPECT_EQ(files_in(dir.root()), 4);  // base, t.dat and the two partial exports
+  EXPECT_EQ(testing::names_in(dir.root()).size(), 4u);  // base, t.dat and the two partial exports
 }
 
 TEST_F(ExportDialog, AnErrorLeavesThePreviousFileAndIsRethrownSayingSo) {
@@ -134,14 +127,10 @@ TEST_F(ExportDialog, AnErrorLeavesThePreviousFileAndIsRethrownSayingSo) {
 }
 
 TEST_F(ExportDialog, AWorkbookThatCannotHoldTheExportFailsBeforeAnyFileIsMade) {
-  struct Case {
-    ExportKind kind;
-    int32_t entries;  // in the range
-    const char* refused;  // what the sheet cannot hold, or nothing
-  };
-  // Four heading lines before the housekeeping rows, five before the docking-station rows; the
-  // spectra take a column each after the bin numbers.
-  const Case cases[] = {{ExportKind::Housekeeping, 1048572, nullptr},
+  // The entries in the range and what the sheet cannot hold (or nothing). Four heading lines come
+  // before the housekeeping rows, five before the docking-station rows; the spectra take a column
+  // each after the bin numbers.
+  const std::tuple<ExportKind, int32_t, const char*> cases[] = {{ExportKind::Housekeeping, 1048572, nullptr},
                         {ExportKind::Housekeeping, 1048573, "1048576 rows"},
                         {ExportKind::DS_Calibration, 1048571, nullptr},
                         {ExportKind::DS_Calibration, 1048572, "1048576 rows"},
@@ -149,18 +138,18 @@ TEST_F(ExportDialog, AWorkbookThatCannotHoldTheExportFailsBeforeAnyFileIsMade) {
                         {ExportKind::Spectra, 16384, "16384 columns"},
                         {ExportKind::Auxiliary, 2000000, nullptr}};  // known only while it writes
   load({hk_packet(1, sensor_bytes({}), {}, 1, 1000), gc_packet({1, 0, {0x10}})});
-  for (const Case& c : cases) {
-    ExportPresenter dialog(c.kind, session);
+  for (const auto& [kind, entries, refused] : cases) {
+    ExportPresenter dialog(kind, session);
     ExportRequest request = *dialog.Command1_Click().request;
-    request.range = {1, c.entries};
+    request.range = {1, entries};
     const std::string path = dir.path("out.xlsx");
     EXPECT_NO_THROW(dialog.check_fits(dir.path("out.txt"), ExportFileType::Delimited_Text, request));
-    if (c.refused) {
-      const testing::Thrown error = testing::thrown([&] { dialog.check_fits(path, ExportFileType::Workbook, request); });
-      EXPECT_EQ(error.number, 9) << c.entries;
-      EXPECT_PRED2(testing::contains, error.message, path + ": an .xlsx sheet holds at most " + c.refused);
+    if (refused) {
+      const auto error = testing::thrown([&] { dialog.check_fits(path, ExportFileType::Workbook, request); });
+      EXPECT_EQ(error.number, 9) << entries;
+      EXPECT_PRED2(testing::contains, error.message, path + ": an .xlsx sheet holds at most " + refused);
     } else {
-      EXPECT_NO_THROW(dialog.check_fits(path, ExportFileType::Workbook, request)) << c.entries;
+      EXPECT_NO_THROW(dialog.check_fits(path, ExportFileType::Workbook, request)) << entries;
     }
   }
 }

@@ -44,11 +44,7 @@ constexpr const char* kHeadings =
     "\r\n";
 
 TEST_F(HousekeepingExport, WritesEachFormatsLines) {
-  struct Case {
-    HKFormat format;
-    std::string expected;
-  };
-  const Case cases[] = {
+  const std::pair<HKFormat, std::string> cases[] = {
       {HKFormat::Raw, std::string("Housekeeping - Raw data\r\n") + kHeadings +
                            "1\t1000\t128\t0\t32\t0\t70\t211\t\r\n"
                            "2\t1001\t0\t0\t16\t0\t0\t210\t\r\n"},
@@ -60,20 +56,14 @@ TEST_F(HousekeepingExport, WritesEachFormatsLines) {
            "1\t1000\t-280\t-280\t0.5\t-273\t14.21875\t-17.578125\t\r\n"
            "2\t1001\t-280\t-280\t0.1875\t-273\t0\t82.03125\t\r\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(hk_export_title(c.format)));
-    EXPECT_EQ(exported(c.format, {1, 2}, ticked(kColumns)), c.expected);
+  for (const auto& [format, expected] : cases) {
+    SCOPED_TRACE(std::string(hk_export_title(format)));
+    EXPECT_EQ(exported(format), expected);
   }
-}
-
-TEST_F(HousekeepingExport, WithNoSensorTickedARowIsTheNumberAndTheTime) {
+  // With no sensor ticked a row is the number and the time.
   EXPECT_EQ(exported(HKFormat::Calibrated, {2, 3}, {}, ';'),
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
-            "HK number;Lander time;\r\n"
-            "     ;seconds;\r\n"
-            "\r\n"
-            "2;1001;\r\n"
-            "3;1002;\r\n");
+            "HK number;Lander time;\r\n     ;seconds;\r\n\r\n2;1001;\r\n3;1002;\r\n");
 }
 
 // The records keep, per calibrated column, what it wrote last, and the next export's unit heading
@@ -87,15 +77,14 @@ TEST_F(HousekeepingExport, TheCalibratedFormatsLeaveWhatTheyWroteLastInTheRecord
 
   const std::string first = exported(HKFormat::Calibrated_AD590, {1, 2}, ticked({1, 29}));
   EXPECT_TRUE(testing::contains(first, "\tmillimetres\t")) << first;
-  const SensorValue last_1 = hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0));
-  const SensorValue last_29 = hk_byte_value(before, 29, 0, 0);
-  const std::pair<int, const SensorValue*> kept[] = {{1, &last_1}, {29, &last_29}};
+  const std::pair<int, SensorValue> kept[] = {{1, hk_byte_value(before, 1, 0, board_cold_junction_term(before, 0))},
+                                               {29, hk_byte_value(before, 29, 0, 0)}};
   for (const auto& [sensor, value] : kept) {
     const SensorRecord& record = session.config.sensor(sensor);
-    EXPECT_EQ(record.Raw_Reading, value->raw) << sensor;
-    EXPECT_EQ(record.Voltage, value->voltage) << sensor;
-    EXPECT_EQ(record.Value, value->value) << sensor;
-    EXPECT_EQ(record.Sensor_Unit, value->unit) << sensor;
+    EXPECT_EQ(record.Raw_Reading, value.raw) << sensor;
+    EXPECT_EQ(record.Voltage, value.voltage) << sensor;
+    EXPECT_EQ(record.Value, value.value) << sensor;
+    EXPECT_EQ(record.Sensor_Unit, value.unit) << sensor;
   }
   EXPECT_EQ(session.config.sensor(22).Sensor_Unit, before.sensor(22).Sensor_Unit) << "not exported";
   EXPECT_TRUE(testing::contains(exported(HKFormat::Calibrated, {1, 1}, ticked({29})), "\tmm\t"));
@@ -112,9 +101,7 @@ TEST_F(HousekeepingExport, AnExportThatStopsKeepsTheLinesAndCellsItWrote) {
   EXPECT_EQ(number, 11);
   EXPECT_EQ(kept,
             "Housekeeping - Calibrated Data (no AD590 correction)\r\n"
-            "HK number\tLander time\tReactor 1\tPressure 1\t\r\n"
-            "     \tseconds\toC\tbar\t\r\n"
-            "\r\n");
+            "HK number\tLander time\tReactor 1\tPressure 1\t\r\n     \tseconds\toC\tbar\t\r\n\r\n");
   EXPECT_EQ(session.config.sensor(1).Raw_Reading, -128);  // written before Pressure 1 failed
   EXPECT_EQ(session.config.sensor(22).Raw_Reading, 5);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "export/spectra_export.h"
 
+#include <map>
+
 #include "export_fixture.h"
 
 namespace morvane {
@@ -8,7 +10,6 @@ namespace {
 
 using testing::gc_packet;
 using testing::isotope_packet;
-using testing::SubPacket;
 
 std::vector<std::string> lines_of(const std::string& text) {
   std::vector<std::string> lines;
@@ -22,9 +23,8 @@ class SpectraExportTest : public testing::ExportTest {
  protected:
   void SetUp() override {
     ExportTest::SetUp();
-    std::vector<testing::Packet> packets;
     // Spectrum 1: bins 0..2 with 1, 8 and 0 counts.
-    packets.push_back(isotope_packet({2, 0, {0x10, 0x13, 0x0F}}));
+    std::vector<testing::Packet> packets = {isotope_packet({2, 0, {0x10, 0x13, 0x0F}})};
     // Spectrum 2: ten sub-packets of two bins, sub-packet k filling bins 2k-2 and 2k with k.
     for (int k = 1; k <= 10; ++k) {
       packets.push_back(isotope_packet({k == 1 ? 2 : 0, 2 * (k - 1), {k << 4, k << 4}}));
@@ -44,46 +44,34 @@ class SpectraExportTest : public testing::ExportTest {
   Spectrum_Table table;
 };
 
-TEST_F(SpectraExportTest, RawRowsStopAtTheNumberOfBinsRead) {
-  const auto lines = exported(SpectraFormat::Raw, {1, 4});
-  ASSERT_EQ(lines.size(), 5u + 1025u);
-  EXPECT_EQ(lines[0], "Spectra acquired from " + session.File_Name);
-  EXPECT_EQ(lines[1], "Spectra in raw data format");
-  EXPECT_EQ(lines[2], "");
-  EXPECT_EQ(lines[3], "Bin No.\tSpec. 1\tSpec. 2\tSpec. 3\tSpec. 4");
-  EXPECT_EQ(lines[4], "");
-  auto row = [&](int r) { return lines[5 + static_cast<size_t>(r)]; };
-  // Spectrum 1 read 3 bins: row 3 still shows; the GC column stays empty.
-  EXPECT_EQ(row(0), "0\t1\t1\t0\t");
-  EXPECT_EQ(row(1), "1\t8\t1\t0\t");
-  EXPECT_EQ(row(3), "3\t0\t2\t0\t");
-  EXPECT_EQ(row(4), "4\t\t3\t0\t");
-  // The tenth sub-packet of spectrum 2 is read: bins 18 and 19 hold 10, and 20 bins were read.
-  EXPECT_EQ(row(19), "19\t\t10\t0\t");
-  EXPECT_EQ(row(20), "20\t\t0\t0\t");
-  EXPECT_EQ(row(21), "21\t\t\t0\t");
-  // Spectrum 3 read 300 bins from bin 35: rows 301 on are empty, though bins up to 334 are filled.
-  EXPECT_EQ(row(35), "35\t\t\t5\t");
-  EXPECT_EQ(row(300), "300\t\t\t5\t");
-  EXPECT_EQ(row(301), "301\t\t\t\t");
-  EXPECT_EQ(row(1024), "1024\t\t\t\t");
-}
-
-TEST_F(SpectraExportTest, ExcelGraphRowsHoldTheBinsReceived) {
-  const auto lines = exported(SpectraFormat::Excel_Graphs, {1, 4}, ';');
-  ASSERT_EQ(lines.size(), 5u + 1025u);
-  EXPECT_EQ(lines[1], "Spectra in format suitable for excel graphs");
-  EXPECT_EQ(lines[3], "Bin No.;Spec. 1;Spec. 2;Spec. 3;Spec. 4");
-  auto row = [&](int r) { return lines[5 + static_cast<size_t>(r)]; };
-  EXPECT_EQ(row(0), "0;1;1;;");
-  EXPECT_EQ(row(2), "2;0;2;;");
-  EXPECT_EQ(row(3), "3;;2;;");
-  EXPECT_EQ(row(19), "19;;10;;");
-  EXPECT_EQ(row(20), "20;;;;");
-  EXPECT_EQ(row(34), "34;;;;");
-  EXPECT_EQ(row(35), "35;;;5;");
-  EXPECT_EQ(row(334), "334;;;5;");
-  EXPECT_EQ(row(335), "335;;;;");
+// Raw rows stop at the number of bins read: spectrum 1 read 3 bins (row 3 still shows, the GC
+// column stays empty); the tenth sub-packet of spectrum 2 is read (bins 18 and 19 hold 10, 20 bins
+// read); spectrum 3 read 300 bins from bin 35, so rows 301 on are empty though bins up to 334 are
+// filled. Excel graph rows hold the bins received.
+TEST_F(SpectraExportTest, RawRowsStopAtTheNumberOfBinsReadAndExcelGraphRowsHoldTheBinsReceived) {
+  const auto raw = exported(SpectraFormat::Raw, {1, 4});
+  ASSERT_EQ(raw.size(), 5u + 1025u);
+  EXPECT_EQ(raw[0], "Spectra acquired from " + session.File_Name);
+  EXPECT_EQ(raw[1], "Spectra in raw data format");
+  EXPECT_EQ(raw[2], "");
+  EXPECT_EQ(raw[3], "Bin No.\tSpec. 1\tSpec. 2\tSpec. 3\tSpec. 4");
+  EXPECT_EQ(raw[4], "");
+  const auto graphs = exported(SpectraFormat::Excel_Graphs, {1, 4}, ';');
+  ASSERT_EQ(graphs.size(), 5u + 1025u);
+  EXPECT_EQ(graphs[1], "Spectra in format suitable for excel graphs");
+  EXPECT_EQ(graphs[3], "Bin No.;Spec. 1;Spec. 2;Spec. 3;Spec. 4");
+  const std::pair<const std::vector<std::string>&, std::map<int, const char*>> rows[] = {
+      {raw,
+       {{0, "0\t1\t1\t0\t"}, {1, "1\t8\t1\t0\t"}, {3, "3\t0\t2\t0\t"}, {4, "4\t\t3\t0\t"},
+        {19, "19\t\t10\t0\t"}, {20, "20\t\t0\t0\t"}, {21, "21\t\t\t0\t"}, {35, "35\t\t\t5\t"},
+        {300, "300\t\t\t5\t"}, {301, "301\t\t\t\t"}, {1024, "1024\t\t\t\t"}}},
+      {graphs,
+       {{0, "0;1;1;;"}, {2, "2;0;2;;"}, {3, "3;;2;;"}, {19, "19;;10;;"}, {20, "20;;;;"}, {34, "34;;;;"},
+        {35, "35;;;5;"}, {334, "334;;;5;"}, {335, "335;;;;"}}},
+  };
+  for (const auto& [lines, expected] : rows) {
+    for (const auto& [row, text] : expected) EXPECT_EQ(lines[5 + static_cast<size_t>(row)], text) << "row " << row;
+  }
 }
 
 }  // namespace

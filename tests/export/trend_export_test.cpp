@@ -15,11 +15,8 @@ TEST_F(TrendExport, WritesTheNamesUnitsAndEveryPacketWithinTheRange) {
   };
   std::string text = written([&](LineSink& out) { EXPECT_EQ(write_trend_table(series, 108, 124, out), 3); });
   EXPECT_EQ(text,
-            "Lander time\tAD590\tDocking Stn\r\n"
-            "s\toC\tmm\r\n"
-            "108\t25.5\t1.3\r\n"
-            "116\t26.125\t2.6\r\n"
-            "124\t-0.5\t1E-07\r\n");
+            "Lander time\tAD590\tDocking Stn\r\ns\toC\tmm\r\n"
+            "108\t25.5\t1.3\r\n116\t26.125\t2.6\r\n124\t-0.5\t1E-07\r\n");
   text = written([&](LineSink& out) { EXPECT_EQ(write_trend_table(series, 101.5, 107, out), 0); }, ';');
   EXPECT_EQ(text, "Lander time;AD590;Docking Stn\r\ns;oC;mm\r\n");
   text = written([&](LineSink& out) { EXPECT_EQ(write_trend_table({}, 0, 1000, out), 0); });

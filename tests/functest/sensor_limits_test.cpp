@@ -14,7 +14,7 @@ TEST(SensorLimits, EachLimitedSensorTakesPairThreeOfItsRecord) {
   for (int r = 1; r <= TestRanges::kRecords; ++r) {
     records[static_cast<size_t>(r - 1)].pairs[2] = LimitPair{-static_cast<double>(r), static_cast<double>(r)};
   }
-  const TestRanges ranges = testing::ranges_of(records);
+  const TestRanges ranges{"crafted", records};
   // The AD590 (28) and the swapped pair 33/34 are where a table slip would show.
   const std::pair<int, int> mapped[] = {{22, 1}, {28, 6}, {36, 10}, {34, 33}, {33, 34}, {35, 35}};
   for (const auto& [sensor, record] : mapped) {

@@ -39,11 +39,6 @@ TEST(ShortTestLabels, SayHowManyTestsWereFound) {
 class ShortTestListTest : public testing::CraftedPacketsTest {
  protected:
   Session load(const std::vector<Packet>& packets) { return CraftedPacketsTest::load(packets, FileFormat::QM); }
-  static std::vector<Packet> test_packets(const TestDesign& design) {
-    std::vector<Packet> packets;
-    for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design, n));
-    return packets;
-  }
 };
 
 // A start needs its five words, and no packet but the test's within the eight sequence counts.
@@ -67,7 +62,8 @@ TEST_F(ShortTestListTest, WhatMakesAStart) {
       {[&](auto& p) { p.insert(p.begin() + 3, testing::test_packet(later, 1)); }, {1, 4}},  // overlapping starts
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
-    std::vector<Packet> packets = test_packets(TestDesign{});
+    std::vector<Packet> packets;
+    for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(TestDesign{}, n));
     cases[i].first(packets);
     EXPECT_EQ(find_short_tests(load(packets), TestMode::CruisePhase).Test_Index, cases[i].second) << "case " << i;
   }

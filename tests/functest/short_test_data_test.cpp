@@ -14,11 +14,7 @@ using testing::Packet;
 using testing::TestDesign;
 
 Packet_Entry science(int32_t sequence, int32_t time, LabelCode label = LabelCode::AuxiliaryData) {
-  Packet_Entry e;
-  e.Sequence_Count = sequence;
-  e.Lander_Time = time;
-  e.Label = label;
-  return e;
+  return {.Sequence_Count = sequence, .Lander_Time = time, .Label = label};
 }
 
 Catalogue catalogue_of(const std::vector<Packet_Entry>& entries) {
@@ -73,8 +69,7 @@ TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFound) {
     if (n != 4) packets.push_back(testing::test_packet(design(), n));
   }
   const Session session = load(packets);
-  const TestPackets found = collect_test_packets(session.catalogue, 1);
-  const TestReadings r = Load_Test_Data(session, found);
+  const TestReadings r = Load_Test_Data(session, collect_test_packets(session.catalogue, 1));
   EXPECT_EQ(r.Sensor_ID[1], 22);  // channel 23
   EXPECT_EQ(r.Sensor_ID[2], 28);
   EXPECT_EQ(r.ADC_Reading[2], 9765);

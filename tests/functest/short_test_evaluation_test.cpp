@@ -34,9 +34,8 @@ TestPackets all_found() {
 class Evaluation : public ::testing::Test {
  protected:
   ShortTestEvaluation evaluate(const TestReadings& readings, TestMode mode = TestMode::CruisePhase) const {
-    return evaluate_short_test(config, mode, packets, readings, ranges_of(limits));
+    return evaluate_short_test(config, mode, packets, readings, TestRanges{"crafted", limits});
   }
-  static TestRanges ranges_of(const std::array<RangeRecord, 38>& records) { return testing::ranges_of(records); }
   void limit(int record, int pair, double min, double max) {
     limits[static_cast<size_t>(record - 1)].pairs[static_cast<size_t>(pair - 1)] = {min, max};
   }
@@ -45,7 +44,8 @@ class Evaluation : public ::testing::Test {
   std::array<RangeRecord, 38> limits = testing::uniform_limits(-1000, 1000);
 };
 
-TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColour) {
+// Without an RF frequency the rails, their sub-system and the test fail.
+TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColourAndNoRfFrequencyFailsIt) {
   const ShortTestEvaluation test = evaluate(values({}));
   EXPECT_EQ(test.start_label, "Test started at Lander time 1234 seconds");
   EXPECT_EQ(test.mode_title, "Cruise Phase Mode");
@@ -53,6 +53,16 @@ TEST_F(Evaluation, AHealthyTestLeavesEveryDesignedCaptionAndColour) {
   EXPECT_EQ(test.packet_message, (Cell{"All 8 Science data packets were collected.", false}));
   EXPECT_EQ(test.rf_frequency_text(), "400.00");
   EXPECT_TRUE(test.passed());
+
+  TestReadings r = values({});
+  r.RF_Found = false;
+  r.RF_Frequency = 0;
+  const ShortTestEvaluation no_rf = evaluate(r);
+  EXPECT_EQ(no_rf.rails[4].value, (Cell{"n.m.", false}));
+  EXPECT_EQ(no_rf.rails[4].result, (Cell{"Fail", true}));
+  EXPECT_EQ(no_rf.rf_frequency_text(), "n.m.");
+  EXPECT_EQ(no_rf.subsystems[7], (SubsystemRow{"Voltages and RF", Cell{"Fail", true}}));
+  EXPECT_EQ(no_rf.overall, (Cell{"Fail", true}));
 }
 
 // Both readings of a sensor must lie within its limits, inclusive; the AD590 (row 6) may instead
@@ -111,18 +121,6 @@ TEST_F(Evaluation, EaftLValvePairsAreCreditedHalfTheirRise) {
   limit(27, 1, 1.9, 2.1);
   EXPECT_EQ(evaluate(values(at), TestMode::EAFT).l_valves[0].result.text, "Pass");
   EXPECT_EQ(evaluate(values(at), TestMode::CruisePhase).l_valves[0].result.text, "Fail");
-}
-
-TEST_F(Evaluation, NoRfFrequencyFailsTheRailsAndTheTest) {
-  TestReadings r = values({});
-  r.RF_Found = false;
-  r.RF_Frequency = 0;
-  const ShortTestEvaluation test = evaluate(r);
-  EXPECT_EQ(test.rails[4].value, (Cell{"n.m.", false}));
-  EXPECT_EQ(test.rails[4].result, (Cell{"Fail", true}));
-  EXPECT_EQ(test.rf_frequency_text(), "n.m.");
-  EXPECT_EQ(test.subsystems[7], (SubsystemRow{"Voltages and RF", Cell{"Fail", true}}));
-  EXPECT_EQ(test.overall, (Cell{"Fail", true}));
 }
 
 TEST_F(Evaluation, MissingPacketsAreNamedInAscendingOrderInRed) {

@@ -65,15 +65,12 @@ struct TestDesign {
   }
 };
 
-inline void set_time(Packet& packet, int32_t time) {
-  packet.time_high = (time >> 16) & 0xFFFF;
-  packet.time_low = time & 0xFFFF;
-}
-
-// Auxiliary packet n (1..8) of a test: 29 reading slots of 8 bytes from byte 24.
-inline Packet test_packet(const TestDesign& design, int n, int32_t time_step = 60) {
-  Packet packet{kScienceId, design.start_sequence + n - 1, 16 + 8 * 30 - 7, 0, 0, {{16, 1}, {18, kReadingsPerPacket}}, {}};
-  set_time(packet, design.start_time + (n - 1) * time_step);
+// Auxiliary packet n (1..8) of a test, a minute after the one before: 29 reading slots of 8 bytes
+// from byte 24.
+inline Packet test_packet(const TestDesign& design, int n) {
+  const int32_t time = design.start_time + (n - 1) * 60;
+  Packet packet{kScienceId, design.start_sequence + n - 1, 16 + 8 * 30 - 7, time >> 16, time & 0xFFFF,
+                {{16, 1}, {18, kReadingsPerPacket}}, {}};
   for (int j = 1; j <= kReadingsPerPacket; ++j) {
     const TestReading& reading = design.readings[static_cast<size_t>((n - 1) * kReadingsPerPacket + j)];
     packet.words[16 + 8 * j] = reading.identifier;
@@ -84,23 +81,12 @@ inline Packet test_packet(const TestDesign& design, int n, int32_t time_step = 6
 
 // A GC spectrum packet: a science packet that is not auxiliary.
 inline Packet gc_science_packet(int32_t sequence, int32_t time) {
-  Packet packet{kScienceId, sequence, 51, 0, 0, {{16, 2}}, {}};
-  set_time(packet, time);
-  return packet;
+  return Packet{kScienceId, sequence, 51, time >> 16, time & 0xFFFF, {{16, 2}}, {}};
 }
 
 // The progress event that reports the RF frequency: sub-code 0xD749 and a 12-bit count at byte 56.
 inline Packet rf_event(int32_t time, int32_t count, int32_t sub_code = 0xD749) {
-  Packet packet{kEventId, 1, 51, 0, 0, {{14, 0x0100}, {16, sub_code}, {56, count}}, {}};
-  set_time(packet, time);
-  return packet;
-}
-
-// Each packet in a frame of its own (a test packet fills most of a frame).
-inline std::vector<uint8_t> frames_of(const std::vector<Packet>& packets, int stride = 282) {
-  FrameWriter writer(stride);
-  for (const Packet& packet : packets) writer.add_frame({packet});
-  return writer.bytes();
+  return Packet{kEventId, 1, 51, time >> 16, time & 0xFFFF, {{14, 0x0100}, {16, sub_code}, {56, count}}, {}};
 }
 
 // Every limit pair of every record from min to max.
@@ -111,13 +97,6 @@ inline std::array<RangeRecord, TestRanges::kRecords> uniform_limits(double min, 
     records[static_cast<size_t>(r - 1)].pairs = {LimitPair{min, max}, LimitPair{min, max}, LimitPair{min, max}};
   }
   return records;
-}
-
-inline TestRanges ranges_of(const std::array<RangeRecord, TestRanges::kRecords>& records) {
-  TestRanges ranges;
-  ranges.path = "crafted";
-  ranges.records = records;
-  return ranges;
 }
 
 // A limit file as the test team writes it: one record a line, the name quoted.
@@ -139,11 +118,14 @@ inline std::string write_limit_file(const std::string& base, const std::string& 
   return path;
 }
 
-// A session over crafted packets, each in a frame of its own, with the test configuration.
+// A session over crafted packets, each in a frame of its own (a test packet fills most of a
+// frame), with the test configuration.
 class CraftedPacketsTest : public ::testing::Test {
  protected:
   Session load(const std::vector<Packet>& packets, FileFormat format) {
-    write_bytes(dir.path("t.dat"), frames_of(packets));
+    FrameWriter writer(282);
+    for (const Packet& packet : packets) writer.add_frame({packet});
+    write_bytes(dir.path("t.dat"), writer.bytes());
     Session session;
     session.config = test_configuration();
     load_telemetry(session, dir.path("t.dat"), format);

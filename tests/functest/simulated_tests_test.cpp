@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <tuple>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "functest/short_message_load.h"
 #include "functest/short_test_evaluation.h"
@@ -18,13 +19,9 @@
 namespace morvane {
 namespace {
 
-struct ItemResult {
-  std::string sub_system;
-  std::string item;
-  bool operator<(const ItemResult& o) const { return std::tie(sub_system, item) < std::tie(o.sub_system, o.item); }
-};
+using ItemResult = std::pair<std::string, std::string>;  // the summary's name of its sub-system, the item
 
-// Every item marked "Fail", under the summary's name of its sub-system.
+// Every item marked "Fail".
 std::set<ItemResult> failing_items(const ShortTestEvaluation& test) {
   std::set<ItemResult> failing;
   auto add = [&](const char* sub_system, const std::string& item, const Cell& result) {
@@ -48,12 +45,9 @@ TEST_P(SimulatedTests, EvaluateAsTheInstrumentWasMadeToBehave) {
   Session session;
   session.config = load_configuration(sim::write_configuration(dir.path("base")));
   const auto [format, byte_reverse] = GetParam();
-  sim::TelemetryOptions options;
-  options.format = format;
-  options.byte_reverse = byte_reverse;
   session.Byte_Reverse = byte_reverse;
   const std::string path = dir.path("t.dat");
-  const sim::TelemetrySummary written = sim::write_telemetry(path, options);
+  const sim::TelemetrySummary written = sim::write_telemetry(path, {.format = format, .byte_reverse = byte_reverse});
   load_telemetry(session, path, format);
 
   const auto& scripted = sim::scripted_tests();
@@ -77,11 +71,8 @@ TEST_P(SimulatedTests, EvaluateAsTheInstrumentWasMadeToBehave) {
       EXPECT_EQ(test.packet_message.text, script.packet_message);
 
       std::set<ItemResult> wanted;
-      for (const auto& item : script.failing_items) wanted.insert({std::string(item.sub_system), std::string(item.item)});
-      const std::set<ItemResult> found = failing_items(test);
-      EXPECT_EQ(found.size(), wanted.size());
-      for (const auto& item : wanted) EXPECT_TRUE(found.count(item)) << item.sub_system << " / " << item.item;
-      for (const auto& item : found) EXPECT_TRUE(wanted.count(item)) << "unexpected " << item.sub_system << " / " << item.item;
+      for (const auto& item : script.failing_items) wanted.emplace(item.sub_system, item.item);
+      EXPECT_EQ(failing_items(test), wanted);
 
       std::set<std::string> failing_sub_systems;
       for (const auto& row : test.subsystems) {

@@ -16,16 +16,9 @@ namespace {
 TEST(LiveFeed, WritesTheFramesOfTheTelemetryFileOfItsSeed) {
   testing::TempDir dir;
   std::atomic<bool> stop{false};
-  sim::LiveOptions live;
-  live.rate = 1000;
-  live.frames = 30;
-  live.seed = 5;
-  live.half_written_chance = 0.5;
+  const sim::LiveOptions live{.rate = 1000, .frames = 30, .seed = 5, .half_written_chance = 0.5};
   EXPECT_EQ(sim::run_live_feed(dir.path("log.dat"), live, stop), 30);
-  sim::TelemetryOptions options;
-  options.frames = 30;
-  options.seed = 5;
-  sim::write_telemetry(dir.path("file.css"), options);
+  sim::write_telemetry(dir.path("file.css"), {.frames = 30, .seed = 5});
   EXPECT_EQ(testing::read_file(dir.path("log.dat")), testing::read_file(dir.path("file.css")));
 }
 
@@ -33,13 +26,11 @@ TEST(LiveFeed, StopsOnAWholeFrameWhenAskedAndStartsTheFileAfresh) {
   testing::TempDir dir;
   testing::write_file(dir.path("log.dat"), std::string(1000, 'x'));
   std::atomic<bool> stop{false};
-  sim::LiveOptions live;
-  live.rate = 50;
   std::thread stopper([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     stop = true;
   });
-  const int64_t frames = sim::run_live_feed(dir.path("log.dat"), live, stop);
+  const int64_t frames = sim::run_live_feed(dir.path("log.dat"), {.rate = 50}, stop);
   stopper.join();
   EXPECT_GT(frames, 0);
   EXPECT_EQ(std::filesystem::file_size(dir.path("log.dat")), static_cast<uintmax_t>(frames) * 282);

@@ -29,13 +29,7 @@ struct SimulatedFile {
     written = sim::write_telemetry(dir.path("t.dat"), options);
     load_telemetry(session, dir.path("t.dat"), options.format);
   }
-  explicit SimulatedFile(FileFormat format) : SimulatedFile(options_for(format)) {}
-
-  static sim::TelemetryOptions options_for(FileFormat format) {
-    sim::TelemetryOptions options;
-    options.format = format;
-    return options;
-  }
+  explicit SimulatedFile(FileFormat format) : SimulatedFile(sim::TelemetryOptions{.format = format}) {}
   const Catalogue& catalogue() const { return session.catalogue; }
   int32_t word(const Packet_Entry& entry, int offset) const {
     return session.telemetry().packet_word(entry, offset, session.Byte_Reverse);
@@ -59,11 +53,9 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
   const auto found = label_counts(file.catalogue());
   // GRM and FM files count their frames in 256-byte units: the frames past the end read as zeros.
   const int64_t phantom_frames = file.session.Packet_Count - file.written.frames;
-  if (has_280_byte_frames(format)) {
-    EXPECT_EQ(phantom_frames, rounded_frame_count(file.written.frames * 280 / 256.0) - file.written.frames);
-  } else {
-    EXPECT_EQ(phantom_frames, 0);
-  }
+  EXPECT_EQ(phantom_frames, has_280_byte_frames(format)
+                                ? rounded_frame_count(file.written.frames * 280 / 256.0) - file.written.frames
+                                : 0);
   for (int l = 0; l < kLabelCount; ++l) {
     const auto label = static_cast<LabelCode>(l);
     const int64_t expected = file.written.count(label) + (label == LabelCode::Empty ? phantom_frames : 0);
@@ -71,9 +63,7 @@ TEST_P(EveryFormat, OneCycleHoldsEveryLabelTheCatalogueKnowsInTheCountsWritten) 
     // ZEB records have no event class 10, so the two memory checksum labels cannot occur there.
     const bool possible =
         format != FileFormat::ZEB || (label != LabelCode::NpeMemoryChecksum && label != LabelCode::MemoryChecksum);
-    if (possible) {
-      EXPECT_GT(found[static_cast<size_t>(l)], 0) << '"' << label_text(label) << '"';
-    }
+    EXPECT_GE(found[static_cast<size_t>(l)], possible ? 1 : 0) << '"' << label_text(label) << '"';
   }
   const CatalogueCounters& n = file.catalogue().counters;
   EXPECT_EQ(n.Complete_Count(), file.written.count(LabelCode::Complete));
@@ -130,10 +120,8 @@ TEST_P(EveryFormat, SpectraComeBackAsWritten) {
 // the bytes the file's reader gives for the same packet, in both byte orders.
 TEST_P(EveryFormat, TheSensorTableHoldsEachHousekeepingPacketsBytes) {
   for (const bool byte_reverse : {true, false}) {
-    sim::TelemetryOptions options = SimulatedFile::options_for(GetParam());
-    options.byte_reverse = byte_reverse;
     if (!byte_reverse && GetParam() == FileFormat::ZEB) continue;  // no byte order in a text file
-    SimulatedFile file(options);
+    SimulatedFile file({.format = GetParam(), .byte_reverse = byte_reverse});
     const EntryList& hk = file.catalogue().HK_List;
     const auto& sensors = file.session.config.Sensor_Table;
     ASSERT_FALSE(sensors.empty());
@@ -166,41 +154,30 @@ TEST(SimulatedTelemetry, EveryPacketLiesInsideItsFrameAndInformationPacketsInSix
         ASSERT_GE(start, 22);
         ASSERT_LE(start, 249);
         ASSERT_LE(start + e.Packet_Length, stride) << "frame " << e.Packet_Frame;
-        if (list == &file.catalogue().Information_List) {
-          ASSERT_LE(e.Packet_Length, 64);
-        }
+        ASSERT_LE(e.Packet_Length, list == &file.catalogue().Information_List ? 64 : stride);
       }
     }
   }
 }
 
-TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirst) {
+TEST(SimulatedTelemetry, ByteReverseOffWritesEveryWordHighByteFirstAndASizeWholeFramesOrRecordsUpToIt) {
   testing::TempDir dir;
-  sim::TelemetryOptions options;
-  options.format = FileFormat::FM;
-  options.frames = 200;
-  sim::write_telemetry(dir.path("low"), options);
-  options.byte_reverse = false;
-  sim::write_telemetry(dir.path("high"), options);
+  sim::write_telemetry(dir.path("low"), {.format = FileFormat::FM, .frames = 200});
+  sim::write_telemetry(dir.path("high"), {.format = FileFormat::FM, .frames = 200, .byte_reverse = false});
   std::string low = testing::read_file(dir.path("low"));
   const std::string high = testing::read_file(dir.path("high"));
   ASSERT_EQ(low.size(), high.size());
   for (size_t i = 0; i + 1 < low.size(); i += 2) std::swap(low[i], low[i + 1]);
   EXPECT_EQ(low, high);
 
-  options.frames = 0;
-  SimulatedFile file(options);  // read with Byte Reverse off, as the file asks
+  const SimulatedFile file({.format = FileFormat::FM, .byte_reverse = false});  // read with Byte Reverse off
   EXPECT_EQ(file.catalogue().counters.Unknown_Count(), file.written.count(LabelCode::Unknown) +
                                                          file.written.count(LabelCode::UnknownProgressEvent) +
                                                          file.written.count(LabelCode::UnknownAcceptance));
   EXPECT_EQ(file.catalogue().HK_List[1].Lander_Time, 61200000);
-}
 
-TEST(SimulatedTelemetry, SizeGivesWholeFramesOrRecordsUpToIt) {
-  testing::TempDir dir;
-  sim::TelemetryOptions options;
-  options.size = 100000;
-  options.format = FileFormat::CSS;
+  // A size gives whole frames or records up to it.
+  sim::TelemetryOptions options{.format = FileFormat::CSS, .size = 100000};
   auto written = sim::write_telemetry(dir.path("t.css"), options);
   EXPECT_EQ(written.frames, 100000 / 282);
   EXPECT_EQ(std::filesystem::file_size(dir.path("t.css")), written.frames * 282);
