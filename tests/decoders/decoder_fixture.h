@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/session.h"
@@ -59,13 +61,9 @@ inline Packet aux_packet(const std::vector<AuxTestReading>& readings, int32_t se
   Packet packet =
       labelled(LabelCode::AuxiliaryData, sequence, 13 + 8 * static_cast<int32_t>(readings.size()), time);
   packet.words[18] = count.value_or(static_cast<int32_t>(readings.size()));
-  for (size_t i = 1; i <= readings.size(); ++i) {
-    const auto& r = readings[i - 1];
-    const int base = 12 + 8 * static_cast<int>(i);
-    packet.words[base] = r.time_high;
-    packet.words[base + 2] = r.time_low;
-    packet.words[base + 4] = r.channel;
-    packet.words[base + 6] = r.word;
+  int at = 20;
+  for (const auto& r : readings) {
+    for (const int32_t word : {r.time_high, r.time_low, r.channel, r.word}) packet.words[std::exchange(at, at + 2)] = word;
   }
   return packet;
 }
@@ -129,11 +127,8 @@ class DecoderTest : public ::testing::Test {
 inline Configuration numbered_configuration() {
   Configuration config;
   for (int r = 1; r <= 36; ++r) {
-    SensorRecord row;
-    row.Sensor_Name = "Sensor " + std::to_string(r);
-    row.Byte_Offset = 21 + r;
-    row.Channel_ID = static_cast<int16_t>(100 + r);
-    config.Sensor_Table.push_back(row);
+    config.Sensor_Table.push_back(
+        {"Sensor " + std::to_string(r), 21 + r, static_cast<int16_t>(100 + r), 0, "", 0, 0, 0, 0, 0});
   }
   for (int k = 1; k <= 5; ++k) config.Pressure_Table.push_back({static_cast<int16_t>(21 + k), 45.0, 5.0});
   return config;
@@ -159,18 +154,15 @@ struct LoadedFile {
 
 // The text drawn at (x, y), or "(nothing)".
 inline std::string text_at(const Drawing& drawing, int x, int y) {
-  for (const auto& item : drawing) {
-    if (item.x == x && item.y == y && item.anchor != Anchor::Follow) return item.text;
-  }
-  return "(nothing)";
+  const auto at =
+      std::ranges::find_if(drawing, [&](const auto& t) { return t.x == x && t.y == y && t.anchor != Anchor::Follow; });
+  return at == drawing.end() ? "(nothing)" : at->text;
 }
 
 // The first drawn text equal to text.
 inline const PlacedText* find_text(const Drawing& drawing, const std::string& text) {
-  for (const auto& item : drawing) {
-    if (item.text == text) return &item;
-  }
-  return nullptr;
+  const auto at = std::ranges::find(drawing, text, &PlacedText::text);
+  return at == drawing.end() ? nullptr : &*at;
 }
 
 }  // namespace morvane::testing
