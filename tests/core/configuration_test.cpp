@@ -36,7 +36,8 @@ TEST(Configuration, ItemsMayBeQuotedAndSeparatedByCommasOrLines) {
   const auto table = read_sensor_table(dir.path("s.txt"));
   ASSERT_EQ(table.size(), 2u);
   EXPECT_EQ(table[0].Sensor_Name, "Name, with comma");
-  EXPECT_EQ(std::tie(table[1].Sensor_Name, table[1].Channel_ID, table[1].Sensor_Unit), std::tuple("Plain name", 102, "bar"));
+  const SensorRecord& plain = table[1];
+  EXPECT_EQ(std::tie(plain.Sensor_Name, plain.Channel_ID, plain.Sensor_Unit), std::tuple("Plain name", 102, "bar"));
   testing::write_file(dir.path("empty.txt"), "0\r\n");
   EXPECT_TRUE(read_sensor_table(dir.path("empty.txt")).empty());
 }

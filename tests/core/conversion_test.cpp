@@ -56,10 +56,8 @@ TEST_F(ConversionTest, PressureChannelsOverwriteTheCallersVoltage) {
 
 // Equal readings (division by zero) are the error battery's.
 TEST_F(ConversionTest, APressureChannelWithoutItsRecordIsOutOfRange) {
-  double voltage = 1, value = 0;
-  std::string unit;
   config.Pressure_Table.resize(4);
-  EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 26, voltage, value, unit); }).number, 9);
+  EXPECT_EQ(testing::thrown([&] { convert(26, 1); }).number, 9);
 }
 
 TEST_F(ConversionTest, LookupsGiveTheirLimitsOutsideTheTable) {
@@ -85,10 +83,9 @@ TEST_F(ConversionTest, LookupsFollowThePublishedTypeNTable) {
   int checked = 0;
   while (std::getline(in, line)) {
     if (line.empty() || line[0] == '#' || line[0] == 't') continue;
-    std::istringstream fields(line);
     double celsius = 0, microvolts = 0;
     char comma = 0;
-    fields >> celsius >> comma >> microvolts;
+    std::istringstream(line) >> celsius >> comma >> microvolts;
     if (celsius < -200 || celsius >= 1300) continue;  // the instrument's range, inside the table
     EXPECT_NEAR(config.NType.NType_Lookup(microvolts), celsius, 0.15) << celsius;
     EXPECT_NEAR(config.NType.NType_Reverse_Lookup(celsius), microvolts, 3) << celsius;

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The battery of bad inputs: each failure is one run-time error whose message has the classic
 // number and description and names what failed (the file, and where there is one the line,
-// record and item). Inputs must be what they claim: a telemetry, configuration or limit path
-// that is not a regular file is refused at once (never read, never waited on), and a
-// configuration file larger than any real one is refused by its size. Failing disks are the
-// safe file test's.
+// record and item). A path that is no regular file is refused at once (never read, never waited
+// on), a configuration file larger than any real one by its size. Failing disks are the safe
+// file test's.
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -100,11 +99,7 @@ TEST_F(ErrorBattery, EveryFailureNamesWhatFailed) {
 
 
 // Every reader of a named file: the telemetry load, the configuration tables, the file length.
-struct Reader {
-  const char* name;
-  std::function<void(const std::string&)> read;
-};
-const Reader kReaders[] = {
+const std::pair<const char*, std::function<void(const std::string&)>> kReaders[] = {
     {"telemetry", [](const std::string& path) { Session session; load_telemetry(session, path, FileFormat::CSS); }},
     {"sensor table", [](const std::string& path) { read_sensor_table(path); }},
     {"free-format text", [](const std::string& path) { FreeFormatReader reader(path); }},
@@ -128,11 +123,11 @@ TEST(InputFiles, APipeADeviceASocketOrAFolderIsRefusedWithoutWaiting) {
       {socket_path, " is a socket, not a regular file"},
       {dir.root(), " is a folder, not a file"},
   };
-  for (const Reader& reader : kReaders) {
+  for (const auto& [reader, read_path] : kReaders) {
     for (const auto& [path, says] : kInputs) {
-      const testing::Thrown error = testing::thrown([&] { reader.read(path); });
-      EXPECT_EQ(error.number, 52) << reader.name << " of " << path << ": " << error.message;
-      EXPECT_PRED2(testing::contains, error.message, path + says) << reader.name;
+      const testing::Thrown error = testing::thrown([&] { read_path(path); });
+      EXPECT_EQ(error.number, 52) << reader << " of " << path << ": " << error.message;
+      EXPECT_PRED2(testing::contains, error.message, path + says) << reader;
     }
   }
   ::close(socket_fd);
@@ -155,17 +150,17 @@ TEST(InputFiles, AFileThatCannotBeReadIsPermissionDenied) {
   const std::string path = dir.path("locked.txt");
   testing::write_file(path, "1\n");
   ::chmod(path.c_str(), 0);
-  for (const Reader& reader : kReaders) {
-    if (std::string(reader.name) == "file length") continue;  // a length needs no reading
+  for (const auto& [reader, read_path] : kReaders) {
+    if (std::string(reader) == "file length") continue;  // a length needs no reading
     // The superuser reads anything: the reader runs as an ordinary user.
     const testing::ChildEnd end = testing::in_child([&] {
       if (!testing::become_unprivileged()) ::_exit(3);
-      reader.read(path);
+      read_path(path);
     });
     if (end.exit_status == 3) GTEST_SKIP() << "cannot give up the superuser's rights here";
-    EXPECT_EQ(end.exit_status, 1) << reader.name;
-    EXPECT_EQ(end.error.rfind("Permission denied: " + path, 0), 0u) << reader.name << ": " << end.error;
-    EXPECT_PRED2(testing::contains, end.error, "; Error number 70") << reader.name;
+    EXPECT_EQ(end.exit_status, 1) << reader;
+    EXPECT_EQ(end.error.rfind("Permission denied: " + path, 0), 0u) << reader << ": " << end.error;
+    EXPECT_PRED2(testing::contains, end.error, "; Error number 70") << reader;
   }
 }
 
@@ -173,10 +168,10 @@ TEST(InputFiles, ALoopOfLinksIsARunTimeErrorNamingThePath) {
   testing::TempDir dir;
   fs::create_symlink("b", dir.path("a"));
   fs::create_symlink("a", dir.path("b"));
-  for (const Reader& reader : kReaders) {
-    const testing::Thrown error = testing::thrown([&] { reader.read(dir.path("a")); });
-    EXPECT_EQ(error.number, 76) << reader.name << ": " << error.message;
-    EXPECT_PRED2(testing::contains, error.message, dir.path("a")) << reader.name;
+  for (const auto& [reader, read_path] : kReaders) {
+    const testing::Thrown error = testing::thrown([&] { read_path(dir.path("a")); });
+    EXPECT_EQ(error.number, 76) << reader << ": " << error.message;
+    EXPECT_PRED2(testing::contains, error.message, dir.path("a")) << reader;
   }
 }
 

@@ -19,7 +19,9 @@ TEST(NumberText, PatternsRoundHalfAwayFromZeroOnFifteenDigits) {
       {-10, "0.00000", "-10.00000"}, {-0.000305175781, "0.00000", "-0.00031"}, {1e20, "0", "100000000000000000000"},
       {0.05, "0.0", "0.1"},          {1.005, "0.00", "1.01"},      {25.0, "0.00", "25.00"},
   };
-  for (const auto& [value, pattern, text] : cases) EXPECT_EQ(format_pattern(value, pattern), text) << value << " " << pattern;
+  for (const auto& [value, pattern, text] : cases) {
+    EXPECT_EQ(format_pattern(value, pattern), text) << value << ' ' << pattern;
+  }
 }
 
 TEST(NumberText, GeneralTextIsTheShortestFormWithFifteenDigits) {
@@ -38,14 +40,13 @@ TEST(NumberText, NumberTextHasABlankForThePlusSign) {
 }
 
 TEST(NumberText, ColumnsPadAndRefuseTextsWiderThanTheColumn) {
-  EXPECT_EQ(left_in(3, 6), "3     ");
-  EXPECT_EQ(right_in(1234, 9), "     1234");
-  EXPECT_EQ(right_in("abc", 3), "abc");
+  EXPECT_EQ(std::tuple(left_in(3, 6), right_in(1234, 9), right_in("abc", 3)), std::tuple("3     ", "     1234", "abc"));
   EXPECT_EQ(testing::thrown([] { right_in(1234567890, 9); }).number, 5);
 }
 
 TEST(NumberText, HexTextsHaveFixedWidths) {
-  const std::pair<int32_t, const char*> cases[] = {{0, "0000"}, {26, "001A"}, {4095, "0FFF"}, {4096, "1000"}, {0xABCD, "ABCD"}};
+  const std::pair<int32_t, const char*> cases[] = {
+      {0, "0000"}, {26, "001A"}, {4095, "0FFF"}, {4096, "1000"}, {0xABCD, "ABCD"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(hex4(value), text) << value;
   EXPECT_EQ(hex2(15), "0F");
 }

@@ -83,8 +83,7 @@ TEST(SafeFile, ANameThatCannotBeWrittenIsAClearErrorAndLeavesTheOldFile) {
 
 // A disk that takes `room` bytes, then reports itself full.
 WriteFunction disk_with_room(size_t room) {
-  auto left = std::make_shared<size_t>(room);
-  return [left](int fd, const void* data, size_t size) -> ssize_t {
+  return [left = std::make_shared<size_t>(room)](int fd, const void* data, size_t size) -> ssize_t {
     if (*left == 0) {
       errno = ENOSPC;
       return -1;
@@ -134,8 +133,7 @@ TEST(SafeFile, ALinkIsFollowedAndStaysALink) {
   fs::create_symlink("real/data.txt", dir.path("link.txt"));
   fs::create_symlink("link.txt", dir.path("link2.txt"));  // a link to a link
   replace_file(dir.path("link2.txt"), "new\n");
-  EXPECT_TRUE(fs::is_symlink(dir.path("link.txt")));
-  EXPECT_TRUE(fs::is_symlink(dir.path("link2.txt")));
+  EXPECT_TRUE(fs::is_symlink(dir.path("link.txt")) && fs::is_symlink(dir.path("link2.txt")));
   EXPECT_EQ(testing::read_file(dir.path("real/data.txt")), "new\n");
   EXPECT_EQ(names_in(dir.path("real")), std::vector<std::string>{"data.txt"});
 

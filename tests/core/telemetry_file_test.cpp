@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A telemetry file read from disk, and one held in memory (the fuzzers' input) that reads and
-// catalogues exactly as the same bytes on disk.
+// A telemetry file on disk, and one in memory (the fuzzers' input) that reads as the same on disk.
 #include "core/telemetry_file.h"
 
 #include <gtest/gtest.h>
@@ -65,10 +64,9 @@ TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{9, 0x0F34}, {10, -2}, {11, 70000}})}));
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
   const Packet_Entry entry{.Packet_Frame = 1};
-  EXPECT_EQ(file.packet_byte(entry, 0, true), 0x0F);
-  EXPECT_EQ(file.packet_byte(entry, 1, false), 0x34);
-  EXPECT_EQ(file.packet_byte(entry, 2, false), 0xFF);  // -2 + 65536 = 0xFFFE
-  EXPECT_EQ(file.packet_byte(entry, 3, false), 0xFE);
+  // Item 10 is -2 + 65536 = 0xFFFE.
+  const std::tuple<int, bool, int> bytes[] = {{0, true, 0x0F}, {1, false, 0x34}, {2, false, 0xFF}, {3, false, 0xFE}};
+  for (const auto& [k, reverse, byte] : bytes) EXPECT_EQ(file.packet_byte(entry, k, reverse), byte) << k;
   EXPECT_EQ(file.packet_word(entry, 0, true), 0x0F34);
   EXPECT_THROW(file.packet_byte(entry, 4, false), RuntimeError);    // 70000 does not fit a word
   EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
@@ -136,9 +134,8 @@ TEST(TelemetryInMemory, CataloguesEveryFormatAsTheSameFileOnDisk) {
     Session disk, memory;
     load_telemetry(disk, path, format);
     load_telemetry(memory, std::make_shared<TelemetryFile>("in memory", bytes_of(path), format));
-    EXPECT_EQ(memory.File_Name, "in memory");
-    EXPECT_EQ(memory.File_Type, format);
-    EXPECT_EQ(memory.Packet_Count, disk.Packet_Count);
+    EXPECT_EQ(std::tie(memory.File_Name, memory.File_Type, memory.Packet_Count),
+              std::tuple("in memory", format, disk.Packet_Count));
     for (const auto list : {&Catalogue::HK_List, &Catalogue::Science_List, &Catalogue::Information_List}) {
       EXPECT_EQ(entries_of(disk.catalogue.*list), entries_of(memory.catalogue.*list));
     }

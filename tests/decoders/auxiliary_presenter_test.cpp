@@ -35,9 +35,8 @@ TEST_F(AuxiliaryTest, ThermocouplesAreCorrectedByTheAd590Temperature) {
 }
 
 TEST_F(AuxiliaryTest, AtMost29ReadingsFit) {
-  const std::vector<AuxTestReading> full(29, AuxTestReading{0, 1, 28, 0});
-  const std::vector<AuxTestReading> over(30, AuxTestReading{0, 1, 28, 0});
-  load({aux_packet(full), aux_packet(over), aux_packet({}, 5, 2000, 40000)});
+  const AuxTestReading reading{0, 1, 28, 0};
+  load({aux_packet(std::vector(29, reading)), aux_packet(std::vector(30, reading)), aux_packet({}, 5, 2000, 40000)});
   EXPECT_EQ(show(1).table.rows.size(), 29u);
   EXPECT_EQ(thrown([&] { state.VScroll1_Change(session, 2); }).number, 9);
   EXPECT_EQ(thrown([&] { state.VScroll1_Change(session, 3); }).number, 6);

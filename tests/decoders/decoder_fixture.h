@@ -37,8 +37,7 @@ namespace morvane::testing {
 // (the start-up order), so each lies at its swapped offset in the file.
 inline Packet hk_packet(int subtype, const std::map<int, uint8_t>& bytes = {}, const std::map<int, int32_t>& words = {},
                         int32_t sequence = 1, int32_t time = 1000) {
-  Packet packet{kHousekeepingId, sequence, 89, 0, time, {}, {}};
-  packet.words[selector_offset(Selector::SubType)] = subtype;
+  Packet packet{kHousekeepingId, sequence, 89, 0, time, {{selector_offset(Selector::SubType), subtype}}, {}};
   for (const auto& [k, byte] : bytes) packet.bytes[static_cast<int>(swapped_byte_offset(k))] = byte;
   for (const auto& [k, word] : words) packet.words[k] = word;
   return packet;
@@ -89,9 +88,7 @@ struct SubPacket {
 
 inline Packet spectrum_packet(int sub_type, const SubPacket& s) {
   Packet packet{kScienceId, s.flags * 16384, 32 + 2 * static_cast<int32_t>(s.bins.size()) - 7, 0, 0, {}, {}};
-  packet.words = {{selector_offset(Selector::SubType), sub_type},
-                  {18, s.flag_word},
-                  {28, s.first_bin},
+  packet.words = {{selector_offset(Selector::SubType), sub_type}, {18, s.flag_word}, {28, s.first_bin},
                   {30, static_cast<int32_t>(s.bins.size())}};
   for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = s.header[static_cast<size_t>(i)];
   for (size_t j = 0; j < s.bins.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = s.bins[j];

@@ -15,9 +15,7 @@ TEST(HkDecode, SignRulesDependOnTheSensor) {
       {28, 0xFF, 255}, {29, 0x80, 128}, {33, 0xD2, 210}, {33, 0xD3, -45}, {32, 0x80, 128},
       {36, 0xFF, -1},  {37, 0x80, -128},
   };
-  for (const auto& [sensor, byte, raw] : cases) {
-    EXPECT_EQ(hk_signed_reading(sensor, byte), raw) << sensor << " " << int{byte};
-  }
+  for (const auto& [s, byte, raw] : cases) EXPECT_EQ(hk_signed_reading(s, byte), raw) << s << ' ' << int{byte};
 }
 
 class HkDecodeTest : public testing::DecoderTest {
@@ -131,8 +129,7 @@ TEST_F(HkDecodeTest, KeepingAPacketFillsTheRecordsAndTheExportKeepsItsFields) {
   exported.sensor(22).Voltage_Upper = 7;
   exported.sensor(22).Value_Upper = 8;
   keep_in_sensor_records(exported, 22, hk_byte_value(exported, 22, 80, 0));
-  EXPECT_EQ(exported.sensor(22).Voltage_Upper, 7);
-  EXPECT_EQ(exported.sensor(22).Value_Upper, 8);
+  EXPECT_EQ(std::tuple(exported.sensor(22).Voltage_Upper, exported.sensor(22).Value_Upper), std::tuple(7, 8));
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The housekeeping window: its header, the sensor page and the register page.
+// The housekeeping window's header, sensor page, register page, and a page as the tool prints it.
 #include "decoders/housekeeping_presenter.h"
 
 #include "decoder_fixture.h"
+#include "decoders/drawing_text.h"
 #include "decoders/hk_mode.h"
 #include "decoders/hk_registers.h"
 #include "decoders/hk_sensors.h"
@@ -130,6 +131,15 @@ TEST(HkRegisters, CriticalFunctionsMixTheValveWordAndTheirOwn) {
   }
   // The header shows the critical functions word, whichever of its bits the row ignores.
   EXPECT_EQ(text_at(draw_register_page(words({{3, 0x0070}})), 0, 1200), "Critical functions enable register    0070");
+}
+
+TEST(DrawingText, TextsGoToTheirNearestCells) {
+  const Drawing drawing = {
+      {"Name", 100, 200, kBlue, Anchor::Left},  {"42", 1000, 200, kBlue, Anchor::Right},
+      {" +/- ", 0, 200, kBlue, Anchor::Follow}, {"o", 0, 160, kBlue, Anchor::Follow},
+      {"C", 0, 200, kBlue, Anchor::Follow},     {"Heading", 0, 0, kBlue, Anchor::Left},
+  };
+  EXPECT_EQ(drawing_as_text(drawing, 100, 200), "Heading\n Name   42 +/- oC\n");
 }
 
 }  // namespace

@@ -34,10 +34,8 @@ TEST(InformationView, AnErrorKeepsWhatTheViewShowed) {
   InformationPresenter view;
   view.show(file.session, 1);
   EXPECT_EQ(testing::thrown([&] { view.show(file.session, 3); }).number, 9);  // longer than 64 bytes
-  EXPECT_EQ(view.labels().Label3, "Information Pkt 3");
-  EXPECT_EQ(view.words().word(9), 55113);
-  EXPECT_EQ(view.raw_dump().size(), 32u);
-  EXPECT_EQ(view.translation()[0].text, "RF Calibration report");
+  EXPECT_EQ(std::tuple(view.labels().Label3, view.words().word(9), view.raw_dump().size(), view.translation()[0].text),
+            std::tuple("Information Pkt 3", 55113, 32u, "RF Calibration report"));
   // A memory table beyond word 32 keeps its rows but not the lines.
   EXPECT_EQ(testing::thrown([&] { view.show(file.session, 5); }).number, 9);
   EXPECT_EQ(view.memory().size(), 23u);  // words 10..32
@@ -138,10 +136,10 @@ TEST(InformationTranslation, ProgressEvents) {
   std::map<int, int32_t> quiet_power_on{{9, 55001}, {10, 0xAA00}, {28, 3}, {29, 4}};
   std::map<int, int32_t> noisy_power_on = quiet_power_on;
   noisy_power_on[27] = 1;
-  const Translation unknown = lines({"Unknown Event ID", "You're on you own for this one"});
   const std::string anomalies = "Anomalies detected, there are lots of start-up parameters - use the TC/TM document";
   expect_cases({
-      {"below the table", information_packet(kEventId, 1, {{9, 55000}}), unknown},
+      {"below the table", information_packet(kEventId, 1, {{9, 55000}}),
+       lines({"Unknown Event ID", "You're on you own for this one"})},
       {"normal power-on", information_packet(kEventId, 1, quiet_power_on),
        lines({"Morvane Power-on start", "Normal startup - no anomalies detected", "Selected RAM data page  3",
               "Selected RAM code page 4"})},
@@ -157,28 +155,27 @@ TEST(InformationTranslation, ProgressEvents) {
 }
 
 TEST(InformationTranslation, AnomalousEvents) {
-  const std::pair<int32_t, const char*> titles[] = {
-      {55003, "Morvane Timeout"}, {55112, "No RAM page available for Science data packet storage"},
-      {55001, "Unknown cause of anomalous warning packet"}, {55107, "Unknown cause of anomalous warning packet"}};
-  std::vector<Case> cases;
-  for (const auto& [id, title] : titles)
-    cases.push_back({title, information_packet(kEventId, 2, {{9, id}}), lines({title}, k_all_red)});
-  cases.push_back({"connection test", information_packet(kEventId, 2, {{9, 0}}),
-                   lines({"Connection Test", "", "All OK"}, {kBlack, kRed, kBlack, kRed, kRed})});
-  cases.push_back({"failure",
-                   information_packet(kEventId, 2, {{9, 55002}, {11, 0x11}, {12, 0x22}, {13, 0x33}, {14, 0x44}}),
-                   lines({"Morvane Failure", "DAC Control Register                     0011",
-                          "PWM Control Register                   0022",
-                          "Valve Control Register                   0033", "Critical Functions Control Register 0044"},
-                         k_all_red)});
-  cases.push_back(
+  const auto titled = [](int32_t id, const char* title) {
+    return Case{title, information_packet(kEventId, 2, {{9, id}}), lines({title}, k_all_red)};
+  };
+  expect_cases({
+      titled(55003, "Morvane Timeout"), titled(55112, "No RAM page available for Science data packet storage"),
+      titled(55001, "Unknown cause of anomalous warning packet"),
+      titled(55107, "Unknown cause of anomalous warning packet"),
+      {"connection test", information_packet(kEventId, 2, {{9, 0}}),
+       lines({"Connection Test", "", "All OK"}, {kBlack, kRed, kBlack, kRed, kRed})},
+      {"failure", information_packet(kEventId, 2, {{9, 55002}, {11, 0x11}, {12, 0x22}, {13, 0x33}, {14, 0x44}}),
+       lines({"Morvane Failure", "DAC Control Register                     0011",
+              "PWM Control Register                   0022", "Valve Control Register                   0033",
+              "Critical Functions Control Register 0044"},
+             k_all_red)},
       {"mode event parameters",
        information_packet(kEventId, 2,
                           {{9, 55108}, {10, 4}, {11, 17}, {12, 1}, {13, 2}, {14, 3}, {15, 4}, {16, 5}, {17, 6}}),
        lines({"Parameters for a mode event are incorrect", "Operating mode 4, at line number 17", "",
               "Mode event parameters causing problem", "0001   0002   0003   0004   0005   0006"},
-             k_all_red)});
-  expect_cases(cases);
+             k_all_red)},
+  });
 }
 
 // Sensor 28 (channel 128) converts V x 100 - 273 oC; 0x4000 is 5 V, 0x2000 2.5 V, 0x1000 1.25 V.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a loaded file's frames say about the file: the integrity findings and the doubt that it
-// is of the format it was opened as.
+// What a file's frames say of it: the integrity findings, and the doubt that it is of its format.
 #include "decoders/integrity.h"
 
 #include "decoder_fixture.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The frame views: the raw words of a frame, the bytes a packet marks in them, and the slots of
-// the concise frame.
+// The frame views: a frame's raw words, the bytes a packet marks in them, the concise slots.
 #include "decoders/raw_frame.h"
 
 #include "core/number_text.h"
@@ -14,10 +13,7 @@ namespace {
 TEST(RawGrid, WordsSitEightARowWithAGapAfterTheFourth) {
   const std::tuple<int, int, int> cases[] = {{1, 200, 0},   {4, 2300, 0},    {5, 3210, 0},    {8, 5310, 0},
                                              {9, 200, 250}, {13, 3210, 250}, {141, 3210, 4250}};
-  for (const auto& [k, x, y] : cases) {
-    EXPECT_EQ(raw_word_x(k), x) << k;
-    EXPECT_EQ(raw_word_y(k), y) << k;
-  }
+  for (const auto& [k, x, y] : cases) EXPECT_EQ(std::tuple(raw_word_x(k), raw_word_y(k)), std::tuple(x, y)) << k;
   EXPECT_EQ(raw_grid_height(141), 18 * 250);
   EXPECT_EQ(raw_grid_height(0), 0);
 }
@@ -76,11 +72,9 @@ TEST(RawMarkCells, ASpanMarksTheWordsOfTheFrameItCovers) {
 // The marked half of a word shows exactly the byte the decoders read, in either byte order.
 TEST(RawMark, TheMarkedHalfShowsTheByteTheDecodersRead) {
   for (const bool reversed : {true, false}) {
-    FrameWriter writer(282, reversed);
-    Packet hk{testing::kHousekeepingId, 1, 89, 0, 1000, {{16, 2}}, {}};
+    Packet hk{kHousekeepingId, 1, 89, 0, 1000, {{16, 2}}, {}};
     for (int k = 22; k < 58; ++k) hk.bytes[k] = static_cast<uint8_t>(0xA0 + k);
-    writer.add_frame({hk});
-    LoadedFile file(writer, FileFormat::CSS, reversed);
+    LoadedFile file(one_a_frame({hk}, 282, reversed), FileFormat::CSS, reversed);
     const Packet_Entry& entry = file.session.catalogue.HK_List[1];
     const RawFrame frame = Display_Raw_Frame(file.session, 1);
     for (int k = 22; k < 58; ++k) {

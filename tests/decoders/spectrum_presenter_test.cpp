@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The spectrum window: the spectra of a file, the one on view, its graph and the axis the
-// buttons move.
+// The spectrum window: a file's spectra, the one on view, its graph and the axis the buttons move.
 #include "decoders/spectrum_presenter.h"
 
 #include <vector>
@@ -39,13 +38,11 @@ TEST_F(SpectrumView, OpensOnSpectrumOneOverTheWholeRange) {
 TEST_F(SpectrumView, AGcSpectrumKeepsTheBinsOfTheLastCompleteOne) {
   view.show_sub_packet(file.session, 2);
   view.show_spectrum(file.session, 3);
-  EXPECT_EQ(view.title(), "GC spectrum number 1");
-  EXPECT_FALSE(view.is_complete());
-  EXPECT_FALSE(view.sub_packet_shown());
-  EXPECT_EQ(view.sub_packet_text(), "");
+  EXPECT_EQ(std::tuple(view.title(), view.is_complete(), view.sub_packet_shown(), view.sub_packet_text()),
+            std::tuple("GC spectrum number 1", false, false, ""));
   EXPECT_EQ(std::tuple(view.bin_count(), view.bins()[1]), std::tuple(4, 1500));
-  EXPECT_EQ(view.header()->first_bin, 40);  // the GC packet's own header
-  EXPECT_EQ(view.science_index(), 4);
+  // The GC packet's own header.
+  EXPECT_EQ(std::tuple(view.header()->first_bin, view.science_index()), std::tuple(40, 4));
   EXPECT_EQ(view.header()->bit14().text, "YES");
 
   // Back on a complete spectrum the first sub-packet is on view again; its single bin leaves
@@ -66,12 +63,12 @@ TEST(SpectrumGraph, TheWholeRangeDrawsEveryBinAsAStep) {
   for (size_t b = 0; b < bins.size(); ++b) bins[b] = static_cast<double>(b);
   const SpectrumAxis axis;  // 0..1024, Y_Max 1: 1000 counts
   const SpectrumGraph graph = spectrum_graph(bins, 1025, axis);
-  EXPECT_EQ(graph.width, 1025);
-  EXPECT_EQ(graph.x_title, "Bin number");
+  EXPECT_EQ(std::tuple(graph.width, graph.x_title), std::tuple(1025, "Bin number"));
   EXPECT_EQ(graph.outline_colour, kRed);
   ASSERT_EQ(graph.outline.size(), 2050u);
   // 1024 counts stay at the top.
-  EXPECT_EQ((std::vector{graph.outline[0], graph.outline[1], graph.outline[1000], graph.outline[1001], graph.outline[2049]}),
+  const auto& line = graph.outline;
+  EXPECT_EQ((std::vector{line[0], line[1], line[1000], line[1001], line[2049]}),
             (std::vector<GraphPoint>{{0, 0}, {1, 0}, {500, 0.5}, {501, 0.5}, {1025, 1}}));
   EXPECT_EQ(labels(graph.x_ticks),
             (std::vector<std::string>{"0", "128", "256", "384", "512", "640", "768", "896", "1024"}));
@@ -98,8 +95,7 @@ TEST(SpectrumAxis, PanningStepsAnEighthOfTheRangeAndStopsAtTheEnds) {
   axis.X_Start = 754;
   axis.press(B::PanRight);
   EXPECT_EQ(std::tuple(axis.X_Start, axis.X_End), std::tuple(768, 1024));
-  EXPECT_FALSE(axis.enabled(B::PanRight));
-  EXPECT_TRUE(axis.enabled(B::PanLeft));
+  EXPECT_TRUE(!axis.enabled(B::PanRight) && axis.enabled(B::PanLeft));
 }
 
 TEST(SpectrumAxis, FittingScaleHoldsTheHighestCount) {
@@ -129,13 +125,11 @@ TEST(SpectrumTable, CompleteSpectraComeFirstThenGcSpectra) {
       isotope_packet({0, 5, {0x50}}),  // 10: belongs to no spectrum
   }));
   const Spectrum_Table table = build_spectrum_table(file.session.catalogue);
-  EXPECT_EQ(table.complete_count, 3);
-  EXPECT_EQ(table.gc_count, 2);
+  EXPECT_EQ(std::tuple(table.complete_count, table.gc_count), std::tuple(3, 2));
   const SpectrumColumn columns[] = {{1, 2, 4}, {6}, {7, 8}, {5}, {9}};
   for (int32_t c = 1; c <= 5; ++c) EXPECT_EQ(table.column(c), columns[c - 1]) << c;
   EXPECT_EQ(table.sub_packet_count(1), 3);
-  EXPECT_TRUE(table.is_complete(3));
-  EXPECT_FALSE(table.is_complete(4));
+  EXPECT_TRUE(table.is_complete(3) && !table.is_complete(4));
   EXPECT_THROW(table.column(6), RuntimeError);
 }
 
@@ -183,9 +177,8 @@ TEST(SpectrumTable, ByteOrderAndZebRecordsGiveTheSameBins) {
     ASSERT_EQ(build_spectrum_table(session->catalogue).complete_count, 1);
     AssembledSpectrum spectrum;
     assemble(*session, 1, SubPackets::All, spectrum);
-    EXPECT_EQ(spectrum.bin_count, 2);
-    EXPECT_EQ(spectrum.bins[4], 8);
-    EXPECT_EQ(spectrum.bins[5], 4);  // 0x0021 (written -65503 in the ZEB file)
+    // Bin 5 is 0x0021, written -65503 in the ZEB file.
+    EXPECT_EQ(std::tuple(spectrum.bin_count, spectrum.bins[4], spectrum.bins[5]), std::tuple(2, 8, 4));
   }
 }
 

@@ -61,8 +61,7 @@ TEST_F(TrendSeriesTest, KeepTheirValuesWhenTheNextFileIsLoaded) {
   const auto before = std::vector{series[0].points(), series[1].points()};
   load({hk_packet(2, sensor_bytes({{1, 7}, {28, 9}}), {}, 1, 300),
         hk_packet(1, sensor_bytes({{1, 8}, {28, 10}}), {}, 2, 308)});
-  EXPECT_EQ(series[0].points(), before[0]);
-  EXPECT_EQ(series[1].points(), before[1]);
+  EXPECT_EQ((std::vector{series[0].points(), series[1].points()}), before);
   EXPECT_NE(trend_series(session, {1}, true)[0].points(), before[0]);
 }
 
