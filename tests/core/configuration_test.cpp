@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/configuration.h"
+#include "core/sensor_id.h"
 
 #include <gtest/gtest.h>
 
@@ -23,8 +24,7 @@ TEST(Configuration, TheBaseFolderIsFoundThroughThePointerFile) {
   const std::string base = sim::write_configuration(dir.path("base"));
   const Configuration config = load_configuration_from_pointer(dir.path("base"));
   EXPECT_EQ(config.Egse_Path, base);
-  EXPECT_EQ(config.Sensor_Count(), 36);
-  EXPECT_EQ(config.Pressure_Count(), 5);
+  EXPECT_EQ(std::tuple(config.Sensor_Count(), config.Pressure_Count()), std::tuple(36, 5));
   testing::write_file(dir.path("Morvane_Files.txt"), "only one line\r\n");
   EXPECT_PRED2(testing::contains, failure_of([&] { load_configuration_from_pointer(dir.root()); }),
                "Morvane_Files.txt line 2");
@@ -36,9 +36,8 @@ TEST(Configuration, ItemsMayBeQuotedAndSeparatedByCommasOrLines) {
   const auto table = read_sensor_table(dir.path("s.txt"));
   ASSERT_EQ(table.size(), 2u);
   EXPECT_EQ(table[0].Sensor_Name, "Name, with comma");
-  EXPECT_EQ(table[1].Sensor_Name, "Plain name");
-  EXPECT_EQ(table[1].Channel_ID, 102);
-  EXPECT_EQ(table[1].Sensor_Unit, "bar");
+  const SensorRecord& plain = table[1];
+  EXPECT_EQ(std::tie(plain.Sensor_Name, plain.Channel_ID, plain.Sensor_Unit), std::tuple("Plain name", 102, "bar"));
   testing::write_file(dir.path("empty.txt"), "0\r\n");
   EXPECT_TRUE(read_sensor_table(dir.path("empty.txt")).empty());
 }
@@ -78,6 +77,19 @@ TEST(WindowsPath, ComponentsMatchWithoutRegardToCase) {
   std::filesystem::current_path(dir.root());
   EXPECT_EQ(resolve_windows_path("base\\egse_info"), dir.path("Base/EGSE_Info"));
   std::filesystem::current_path(cwd);
+}
+
+Configuration sensors_with_ids(std::initializer_list<int16_t> ids) {
+  Configuration config;
+  for (int16_t id : ids) config.Sensor_Table.push_back(SensorRecord{"s", 0, id, 0, "", 0, 0, 0, 0, 0});
+  return config;
+}
+
+TEST(SensorId, TheLastMatchingSensorWinsAndAnIdOfNoSensorGivesZero) {
+  const Configuration config = sensors_with_ids({10, 20, 10, -1});
+  // Words are never negative: 65535 is no sensor's.
+  const std::pair<int32_t, int> cases[] = {{10, 3}, {20, 2}, {11, 0}, {65535, 0}, {-1, 4}};
+  for (const auto& [id, row] : cases) EXPECT_EQ(Get_Sensor_ID(config, id), row) << id;
 }
 
 }  // namespace

@@ -27,18 +27,15 @@ class ConversionTest : public ::testing::Test {
 };
 
 TEST_F(ConversionTest, FixedFactorChannels) {
-  struct Case {
-    int sensor;
-    double voltage, value;
-    const char* unit;
-  };
-  const Case cases[] = {{28, 2.98, 25, "oC"}, {29, 1, 5.2, "mm"},   {30, 0.5, 50, "uA"}, {31, 3, 3, "kV"},
-                        {32, 2.5, 5, "V"},    {33, 2.8, 28, "V"},   {34, 0.15, 150, "mA"}, {35, 0.1, 100, "mA"},
-                        {36, 5, 500, "V"},    {0, 1, 0, "previous"}, {37, 1, 0, "previous"}};
-  for (const auto& c : cases) {
-    const auto [value, unit] = convert(c.sensor, c.voltage);
-    EXPECT_NEAR(value, c.value, 1e-9) << c.sensor;
-    EXPECT_EQ(unit, c.unit) << c.sensor;
+  // Sensor, voltage, value, unit.
+  const std::tuple<int, double, double, const char*> cases[] = {
+      {28, 2.98, 25, "oC"}, {29, 1, 5.2, "mm"},   {30, 0.5, 50, "uA"},   {31, 3, 3, "kV"},        {32, 2.5, 5, "V"},
+      {33, 2.8, 28, "V"},   {34, 0.15, 150, "mA"}, {35, 0.1, 100, "mA"}, {36, 5, 500, "V"},       {0, 1, 0, "previous"},
+      {37, 1, 0, "previous"}};
+  for (const auto& [sensor, voltage, value, unit] : cases) {
+    const auto [converted, converted_unit] = convert(sensor, voltage);
+    EXPECT_NEAR(converted, value, 1e-9) << sensor;
+    EXPECT_EQ(converted_unit, unit) << sensor;
   }
 }
 
@@ -59,25 +56,22 @@ TEST_F(ConversionTest, PressureChannelsOverwriteTheCallersVoltage) {
 
 // Equal readings (division by zero) are the error battery's.
 TEST_F(ConversionTest, APressureChannelWithoutItsRecordIsOutOfRange) {
-  double voltage = 1, value = 0;
-  std::string unit;
   config.Pressure_Table.resize(4);
-  EXPECT_EQ(testing::thrown([&] { Convert_Sensor(config, 26, voltage, value, unit); }).number, 9);
+  EXPECT_EQ(testing::thrown([&] { convert(26, 1); }).number, 9);
 }
 
 TEST_F(ConversionTest, LookupsGiveTheirLimitsOutsideTheTable) {
   const NTypeTable& t = config.NType;
-  EXPECT_EQ(t.NType_Lookup(t.x(1) - 1), -280);
-  EXPECT_EQ(t.NType_Lookup(t.x(t.count()) + 1), 2000);
-  EXPECT_EQ(t.NType_Lookup(t.x(t.count())), 2000);  // the last point finds no segment
-  EXPECT_EQ(t.NType_Reverse_Lookup(t.y(1) - 1), -6600);
-  EXPECT_EQ(t.NType_Reverse_Lookup(t.y(t.count()) + 1), 50000);
-  EXPECT_EQ(t.NType_Reverse_Lookup(t.y(t.count())), 50000);
+  const int32_t last = t.count();  // the last point finds no segment
+  EXPECT_EQ((std::vector{t.NType_Lookup(t.x(1) - 1), t.NType_Lookup(t.x(last) + 1), t.NType_Lookup(t.x(last))}),
+            (std::vector<double>{-280, 2000, 2000}));
+  EXPECT_EQ((std::vector{t.NType_Reverse_Lookup(t.y(1) - 1), t.NType_Reverse_Lookup(t.y(last) + 1),
+                         t.NType_Reverse_Lookup(t.y(last))}),
+            (std::vector<double>{-6600, 50000, 50000}));
   EXPECT_NEAR(t.NType_Lookup(0), 0, 1e-9);
   EXPECT_NEAR(t.NType_Reverse_Lookup(0), 0, 1e-9);
-  double voltage = 1e-5, value = 0;  // a thermocouple channel feeds voltage x 10000 to the lookup
-  std::string unit;
-  Convert_Sensor(config, 27, voltage, value, unit);
+  // A thermocouple channel feeds voltage x 10000 to the lookup.
+  const auto [value, unit] = convert(27, 1e-5);
   EXPECT_NEAR(value, t.NType_Lookup(0.1), 1e-12);
   EXPECT_EQ(unit, "oC");
 }
@@ -89,10 +83,9 @@ TEST_F(ConversionTest, LookupsFollowThePublishedTypeNTable) {
   int checked = 0;
   while (std::getline(in, line)) {
     if (line.empty() || line[0] == '#' || line[0] == 't') continue;
-    std::istringstream fields(line);
     double celsius = 0, microvolts = 0;
     char comma = 0;
-    fields >> celsius >> comma >> microvolts;
+    std::istringstream(line) >> celsius >> comma >> microvolts;
     if (celsius < -200 || celsius >= 1300) continue;  // the instrument's range, inside the table
     EXPECT_NEAR(config.NType.NType_Lookup(microvolts), celsius, 0.15) << celsius;
     EXPECT_NEAR(config.NType.NType_Reverse_Lookup(celsius), microvolts, 3) << celsius;

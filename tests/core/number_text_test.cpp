@@ -8,14 +8,8 @@
 namespace morvane {
 namespace {
 
-struct PatternCase {
-  double value;
-  const char* pattern;
-  const char* text;
-};
-
 TEST(NumberText, PatternsRoundHalfAwayFromZeroOnFifteenDigits) {
-  const PatternCase cases[] = {
+  const std::tuple<double, const char*, const char*> cases[] = {
       {2.675, "0.00", "2.68"},       {-0.125, "0.00", "-0.13"},    {78.125, "###0.00", "78.13"},
       {-78.125, "###0.00", "-78.13"}, {0.5, "###0", "1"},          {1.5, "###0", "2"},
       {2.5, "###0", "3"},            {-2.5, "###0", "-3"},         {1234.5678, "###0.0", "1234.6"},
@@ -25,7 +19,9 @@ TEST(NumberText, PatternsRoundHalfAwayFromZeroOnFifteenDigits) {
       {-10, "0.00000", "-10.00000"}, {-0.000305175781, "0.00000", "-0.00031"}, {1e20, "0", "100000000000000000000"},
       {0.05, "0.0", "0.1"},          {1.005, "0.00", "1.01"},      {25.0, "0.00", "25.00"},
   };
-  for (const auto& c : cases) EXPECT_EQ(format_pattern(c.value, c.pattern), c.text) << c.value << " " << c.pattern;
+  for (const auto& [value, pattern, text] : cases) {
+    EXPECT_EQ(format_pattern(value, pattern), text) << value << ' ' << pattern;
+  }
 }
 
 TEST(NumberText, GeneralTextIsTheShortestFormWithFifteenDigits) {
@@ -39,25 +35,19 @@ TEST(NumberText, GeneralTextIsTheShortestFormWithFifteenDigits) {
 }
 
 TEST(NumberText, NumberTextHasABlankForThePlusSign) {
-  EXPECT_EQ(number_text(5), " 5");
-  EXPECT_EQ(number_text(56.25), " 56.25");
-  EXPECT_EQ(number_text(-3), "-3");
-  EXPECT_EQ(number_text(0), " 0");
+  const std::pair<double, const char*> cases[] = {{5, " 5"}, {56.25, " 56.25"}, {-3, "-3"}, {0, " 0"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(number_text(value), text) << value;
 }
 
 TEST(NumberText, ColumnsPadAndRefuseTextsWiderThanTheColumn) {
-  EXPECT_EQ(left_in(3, 6), "3     ");
-  EXPECT_EQ(right_in(1234, 9), "     1234");
-  EXPECT_EQ(right_in("abc", 3), "abc");
+  EXPECT_EQ(std::tuple(left_in(3, 6), right_in(1234, 9), right_in("abc", 3)), std::tuple("3     ", "     1234", "abc"));
   EXPECT_EQ(testing::thrown([] { right_in(1234567890, 9); }).number, 5);
 }
 
 TEST(NumberText, HexTextsHaveFixedWidths) {
-  EXPECT_EQ(hex4(0), "0000");
-  EXPECT_EQ(hex4(26), "001A");
-  EXPECT_EQ(hex4(4095), "0FFF");
-  EXPECT_EQ(hex4(4096), "1000");
-  EXPECT_EQ(hex4(0xABCD), "ABCD");
+  const std::pair<int32_t, const char*> cases[] = {
+      {0, "0000"}, {26, "001A"}, {4095, "0FFF"}, {4096, "1000"}, {0xABCD, "ABCD"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(hex4(value), text) << value;
   EXPECT_EQ(hex2(15), "0F");
 }
 

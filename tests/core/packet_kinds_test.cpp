@@ -9,13 +9,7 @@ namespace {
 // Each label of every format family is classified in the simulator's test of what it writes
 // (every label, every format) and in the catalogue tests (each identifier and selector word).
 TEST(PacketKinds, SelectorValuesOutsideTheRulesFallBackToTheKindsOtherLabel) {
-  struct Case {
-    PacketKind kind;
-    int32_t value;
-    FormatFamily family;
-    LabelCode label;
-  };
-  const Case cases[] = {
+  const std::tuple<PacketKind, int32_t, FormatFamily, LabelCode> cases[] = {
       {PacketKind::ProgressEvent, 10, FormatFamily::Frames280, LabelCode::NpeMemoryChecksum},
       {PacketKind::ProgressEvent, 10, FormatFamily::Zeb, LabelCode::UnknownProgressEvent},
       {PacketKind::Acceptance, -1, FormatFamily::Frames282, LabelCode::UnknownAcceptance},
@@ -25,9 +19,7 @@ TEST(PacketKinds, SelectorValuesOutsideTheRulesFallBackToTheKindsOtherLabel) {
       {PacketKind::Science, 11, FormatFamily::Zeb, LabelCode::ScienceUnknown},
       {PacketKind::MemoryDump, 7, FormatFamily::Frames282, LabelCode::MemoryDump},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(label_of(c.kind, c.value, c.family), c.label) << c.value;
-  }
+  for (const auto& [kind, value, family, label] : cases) EXPECT_EQ(label_of(kind, value, family), label) << value;
   // A class word with a low byte is no class at all.
   EXPECT_EQ(event_class_of_word(0x0A00), 10);
   EXPECT_EQ(event_class_of_word(0x0101), -1);

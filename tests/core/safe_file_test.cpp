@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "core/safe_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <filesystem>
-
-#include <fcntl.h>
-
 #include <thread>
 
 #include "child_process.h"
-#include "core/error.h"
 #include "folder_names.h"
 #include "test_files.h"
 #include "thrown.h"
@@ -23,6 +18,14 @@ namespace morvane {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::names_in;
+
+// A file holding "old\n" in a fresh folder.
+struct OldFile {
+  testing::TempDir dir;
+  std::string path;
+  explicit OldFile(const std::string& name = "export.txt") : path(dir.path(name)) { testing::write_file(path, "old\n"); }
+};
 
 TEST(SafeFile, ReplacesTheContentKeepingThePermissionsAndContinuesShortWrites) {
   testing::TempDir dir;
@@ -32,7 +35,7 @@ TEST(SafeFile, ReplacesTheContentKeepingThePermissionsAndContinuesShortWrites) {
   replace_file(path, "new\n");
   EXPECT_EQ(testing::read_file(path), "new\n");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
-  EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
+  EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"cal.txt"});
 
   // A file that did not exist, taken three bytes a call: short writes are continued.
   replace_file(dir.path("fresh.txt"), "made in parts\n", [](int fd, const void* data, size_t size) {
@@ -42,24 +45,17 @@ TEST(SafeFile, ReplacesTheContentKeepingThePermissionsAndContinuesShortWrites) {
 }
 
 TEST(SafeFile, AReplacementWrittenInPartsTakesTheNameOnlyWhenCommitted) {
-  testing::TempDir dir;
-  const std::string path = dir.path("export.txt");
-  testing::write_file(path, "old\n");
-  {
-    ReplacementFile file(path);
-    EXPECT_EQ(fs::path(file.temporary_path()).parent_path(), fs::path(path).parent_path());
+  const OldFile old;
+  for (const bool commit : {false, true}) {
+    ReplacementFile file(old.path);
+    EXPECT_EQ(fs::path(file.temporary_path()).parent_path(), fs::path(old.path).parent_path());
     file.write("first part, ");
-    EXPECT_EQ(testing::read_file(path), "old\n");
-  }  // dropped without commit
-  EXPECT_EQ(testing::read_file(path), "old\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
-
-  ReplacementFile file(path);
-  file.write("first part, ");
-  file.write("second part\n");
-  file.commit();
-  EXPECT_EQ(testing::read_file(path), "first part, second part\n");
-  EXPECT_EQ(std::distance(fs::directory_iterator(dir.root()), fs::directory_iterator()), 1);
+    EXPECT_EQ(testing::read_file(old.path), "old\n");
+    file.write("second part\n");
+    if (commit) file.commit();
+  }  // the first dropped without commit
+  EXPECT_EQ(testing::read_file(old.path), "first part, second part\n");
+  EXPECT_EQ(names_in(old.dir.root()), std::vector<std::string>{"export.txt"});
 }
 
 TEST(SafeFile, ANameThatCannotBeWrittenIsAClearErrorAndLeavesTheOldFile) {
@@ -69,32 +65,25 @@ TEST(SafeFile, ANameThatCannotBeWrittenIsAClearErrorAndLeavesTheOldFile) {
   fs::create_directory(dir.path("locked"));
   testing::write_file(dir.path("locked/cal.txt"), "old\n");
   fs::permissions(dir.path("locked"), fs::perms(0555));
-  const struct {
-    std::string path;
-    int number;
-    std::string says;
-  } cases[] = {
+  const std::tuple<std::string, int, std::string> cases[] = {  // the name, the error number, what it says
       {dir.path("missing/cal.txt"), 76, dir.path("missing/cal.txt")},
       {dir.path("a"), 76, dir.path("a")},  // a loop of links
       {dir.root(), 52, dir.root() + " is a folder"},
       {dir.path("locked/cal.txt"), 70, dir.path("locked/cal.txt")},  // a read-only folder
   };
-  for (const auto& c : cases) {
-    if (c.number == 70 && ::geteuid() == 0) continue;  // permissions do not bind the superuser
-    const testing::Thrown error = testing::thrown([&] { replace_file(c.path, "new\n"); });
-    EXPECT_EQ(error.number, c.number) << c.path << ": " << error.message;
-    EXPECT_PRED2(testing::contains, error.message, c.says);
+  for (const auto& [path, number, says] : cases) {
+    if (number == 70 && ::geteuid() == 0) continue;  // permissions do not bind the superuser
+    const testing::Thrown error = testing::thrown([&] { replace_file(path, "new\n"); });
+    EXPECT_EQ(error.number, number) << path << ": " << error.message;
+    EXPECT_PRED2(testing::contains, error.message, says);
   }
   fs::permissions(dir.path("locked"), fs::perms(0755));
   EXPECT_EQ(testing::read_file(dir.path("locked/cal.txt")), "old\n");
 }
 
-using testing::names_in;
-
 // A disk that takes `room` bytes, then reports itself full.
 WriteFunction disk_with_room(size_t room) {
-  auto left = std::make_shared<size_t>(room);
-  return [left](int fd, const void* data, size_t size) -> ssize_t {
+  return [left = std::make_shared<size_t>(room)](int fd, const void* data, size_t size) -> ssize_t {
     if (*left == 0) {
       errno = ENOSPC;
       return -1;
@@ -106,47 +95,35 @@ WriteFunction disk_with_room(size_t room) {
 }
 
 TEST(SafeFile, AFullDiskLeavesTheOldFileAndKeepsTheWholeLinesWrittenBesideIt) {
-  testing::TempDir dir;
-  const std::string path = dir.path("export.txt");
-  testing::write_file(path, "old\n");
+  const OldFile old;
+  const std::string partial = old.dir.path("export.partial.txt");
   const testing::Thrown error =
-      testing::thrown([&] { replace_file(path, "line 1\r\nline 2\r\nline 3\r\n", disk_with_room(12)); });
+      testing::thrown([&] { replace_file(old.path, "line 1\r\nline 2\r\nline 3\r\n", disk_with_room(12)); });
   EXPECT_EQ(error.number, 61);
-  EXPECT_PRED2(testing::contains, error.message, "Disk full: " + path);
-  EXPECT_PRED2(testing::contains, error.message, "disk full");
-  EXPECT_PRED2(testing::contains, error.message, "in the folder " + dir.root());
-  EXPECT_PRED2(testing::contains, error.message, path + " is left as it was");
-  EXPECT_PRED2(testing::contains, error.message, "the lines written so far are in " + dir.path("export.partial.txt"));
-  EXPECT_EQ(testing::read_file(path), "old\n");
-  EXPECT_EQ(testing::read_file(dir.path("export.partial.txt")), "line 1\r\n");  // "line 2" was cut
-  EXPECT_EQ(names_in(dir.root()), (std::vector<std::string>{"export.partial.txt", "export.txt"}));
+  for (const std::string& part : {"Disk full: " + old.path, std::string("disk full"), "in the folder " + old.dir.root(),
+                                  old.path + " is left as it was", "the lines written so far are in " + partial}) {
+    EXPECT_PRED2(testing::contains, error.message, part);
+  }
+  EXPECT_EQ(testing::read_file(old.path), "old\n");
+  EXPECT_EQ(testing::read_file(partial), "line 1\r\n");  // "line 2" was cut
+  EXPECT_EQ(names_in(old.dir.root()), (std::vector<std::string>{"export.partial.txt", "export.txt"}));
 }
 
 TEST(SafeFile, APartialFileIsNamedAfterTheChosenOne) {
-  EXPECT_EQ(partial_path("/a/b/out.txt"), "/a/b/out.partial.txt");
-  EXPECT_EQ(partial_path("out.tar.gz"), "out.tar.partial.gz");
-  EXPECT_EQ(partial_path("/a/report"), "/a/report.partial");
-  EXPECT_EQ(partial_path("/a/.hidden"), "/a/.hidden.partial");
+  const std::pair<const char*, const char*> cases[] = {{"/a/b/out.txt", "/a/b/out.partial.txt"},
+      {"out.tar.gz", "out.tar.partial.gz"}, {"/a/report", "/a/report.partial"}, {"/a/.hidden", "/a/.hidden.partial"}};
+  for (const auto& [path, partial] : cases) EXPECT_EQ(partial_path(path), partial);
 }
 
 TEST(SafeFile, AFailedWriteKeepsNothingWhenNothingWholeWasWrittenOrTheContentIsBinary) {
-  testing::TempDir dir;
-  const std::string path = dir.path("report.pdf");
-  testing::write_file(path, "old\n");
-  EXPECT_EQ(testing::thrown([&] {
-              replace_file(path, "new content\n", [](int, const void*, size_t) -> ssize_t {
-                errno = EIO;
-                return -1;
-              });
-            }).number,
-            57);
-  EXPECT_EQ(testing::thrown([&] { replace_file(path, "no line break yet", disk_with_room(5)); }).number, 61);
-  EXPECT_EQ(testing::thrown([&] {
-              replace_file(path, "%PDF\nbinary\n", disk_with_room(8), PartialContent::Nothing);
-            }).number,
-            61);
-  EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"report.pdf"});
-  EXPECT_EQ(testing::read_file(path), "old\n");
+  const OldFile old("report.pdf");
+  const auto broken = [](int, const void*, size_t) -> ssize_t { errno = EIO; return -1; };
+  EXPECT_EQ(testing::thrown([&] { replace_file(old.path, "new content\n", broken); }).number, 57);
+  EXPECT_EQ(testing::thrown([&] { replace_file(old.path, "no line break yet", disk_with_room(5)); }).number, 61);
+  const auto binary = [&] { replace_file(old.path, "%PDF\nbinary\n", disk_with_room(8), PartialContent::Nothing); };
+  EXPECT_EQ(testing::thrown(binary).number, 61);
+  EXPECT_EQ(names_in(old.dir.root()), std::vector<std::string>{"report.pdf"});
+  EXPECT_EQ(testing::read_file(old.path), "old\n");
 }
 
 TEST(SafeFile, ALinkIsFollowedAndStaysALink) {
@@ -156,8 +133,7 @@ TEST(SafeFile, ALinkIsFollowedAndStaysALink) {
   fs::create_symlink("real/data.txt", dir.path("link.txt"));
   fs::create_symlink("link.txt", dir.path("link2.txt"));  // a link to a link
   replace_file(dir.path("link2.txt"), "new\n");
-  EXPECT_TRUE(fs::is_symlink(dir.path("link.txt")));
-  EXPECT_TRUE(fs::is_symlink(dir.path("link2.txt")));
+  EXPECT_TRUE(fs::is_symlink(dir.path("link.txt")) && fs::is_symlink(dir.path("link2.txt")));
   EXPECT_EQ(testing::read_file(dir.path("real/data.txt")), "new\n");
   EXPECT_EQ(names_in(dir.path("real")), std::vector<std::string>{"data.txt"});
 
@@ -171,19 +147,18 @@ TEST(SafeFile, APipeIsWrittenInPlaceAndInOrder) {
   testing::TempDir dir;
   const std::string pipe = dir.path("pipe");
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  std::string received;
+  std::string received, sent;
+  for (int i = 1; i <= 1000; ++i) sent += "line " + std::to_string(i) + "\n";
   std::thread reader([&] { received = testing::read_file(pipe); });
   {
     ReplacementFile file(pipe);
     EXPECT_TRUE(file.direct());
     EXPECT_TRUE(file.temporary_path().empty());
-    for (int i = 1; i <= 1000; ++i) file.write("line " + std::to_string(i) + "\n");
+    for (size_t at = 0; at < sent.size(); at += 7) file.write(sent.substr(at, 7));
     file.commit();
   }
   reader.join();
-  std::string expected;
-  for (int i = 1; i <= 1000; ++i) expected += "line " + std::to_string(i) + "\n";
-  EXPECT_EQ(received, expected);
+  EXPECT_EQ(received, sent);
   EXPECT_EQ(fs::status(pipe).type(), fs::file_type::fifo);
   EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"pipe"});
 }
@@ -212,9 +187,8 @@ TEST(SafeFile, ADeviceAndStandardOutputAreWrittenInPlace) {
 }
 
 TEST(SafeFile, TemporaryFilesHaveARecognisableNameAndStaleOnesAreRemoved) {
-  testing::TempDir dir;
-  const std::string path = dir.path("export.txt");
-  testing::write_file(path, "old\n");
+  const OldFile old;
+  const auto& [dir, path] = old;
   // A writer killed in the middle of its write leaves its temporary file, and the old file whole.
   const testing::ChildEnd killed = testing::in_child([&] {
     ReplacementFile file(path);
@@ -236,40 +210,36 @@ TEST(SafeFile, TemporaryFilesHaveARecognisableNameAndStaleOnesAreRemoved) {
 }
 
 TEST(SafeFile, ASignalRemovesTheTemporaryFilesOfTheWritesUnderWay) {
-  testing::TempDir dir;
-  const std::string path = dir.path("export.txt");
-  testing::write_file(path, "old\n");
+  const OldFile old;
   for (const int signal_number : {SIGINT, SIGTERM, SIGHUP}) {
     const testing::ChildEnd end = testing::in_child([&] {
       ::signal(signal_number, SIG_DFL);  // as from a terminal, whatever the test runner ignores
       remove_temporary_files_on_signals();
-      ReplacementFile first(path);
-      ReplacementFile second(dir.path("other.txt"));
+      ReplacementFile first(old.path);
+      ReplacementFile second(old.dir.path("other.txt"));
       first.write("part\n");
       ::raise(signal_number);
     });
     EXPECT_EQ(end.signal, signal_number);  // the process still ends by the signal
-    EXPECT_EQ(names_in(dir.root()), std::vector<std::string>{"export.txt"});
-    EXPECT_EQ(testing::read_file(path), "old\n");
+    EXPECT_EQ(names_in(old.dir.root()), std::vector<std::string>{"export.txt"});
+    EXPECT_EQ(testing::read_file(old.path), "old\n");
   }
 }
 
 TEST(SafeFile, AFileSizeLimitIsADiskFullThatLeavesTheOldFile) {
-  testing::TempDir dir;
-  const std::string path = dir.path("cal.txt");
-  testing::write_file(path, "old\n");
+  const OldFile old("cal.txt");
   std::string content;
   for (int i = 0; i < 20000; ++i) content += "22, 1234.5,  56.25\r\n";
   const testing::ChildEnd end = testing::in_child([&] {
     testing::limit_file_size(64 * 1024);
-    replace_file(path, content);
+    replace_file(old.path, content);
   });
   EXPECT_EQ(end.exit_status, 1);
-  EXPECT_PRED2(testing::contains, end.error, "Disk full: " + path);
+  EXPECT_PRED2(testing::contains, end.error, "Disk full: " + old.path);
   EXPECT_PRED2(testing::contains, end.error, "; Error number 61");
-  EXPECT_EQ(testing::read_file(path), "old\n");
-  const std::string kept = testing::read_file(dir.path("cal.partial.txt"));
-  EXPECT_GT(kept.size(), 0u);
+  EXPECT_EQ(testing::read_file(old.path), "old\n");
+  const std::string kept = testing::read_file(old.dir.path("cal.partial.txt"));
+  ASSERT_GT(kept.size(), 0u);
   EXPECT_LE(kept.size(), 64u * 1024);
   EXPECT_EQ(kept, content.substr(0, kept.size()));
   EXPECT_EQ(kept.back(), '\n');

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
+// A telemetry file on disk, and one in memory (the fuzzers' input) that reads as the same on disk.
 #include "core/telemetry_file.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 
+#include "core/session.h"
+#include "sim/telemetry_writer.h"
 #include "test_files.h"
 #include "thrown.h"
 
@@ -13,19 +17,16 @@ namespace {
 
 using testing::TempDir;
 
-int32_t count_of(const TempDir& dir, size_t bytes, FileFormat format) {
-  testing::write_bytes(dir.path("f"), std::vector<uint8_t>(bytes, 0));
-  return TelemetryFile(dir.path("f"), format).Get_Packet_Count();
-}
-
 TEST(FrameCount, RoundsUpAndCountsGrmFramesBy256) {
   TempDir dir;
-  EXPECT_EQ(count_of(dir, 0, FileFormat::CSS), 0);
-  EXPECT_EQ(count_of(dir, 1, FileFormat::QM), 1);
-  EXPECT_EQ(count_of(dir, 564, FileFormat::CSS), 2);
-  EXPECT_EQ(count_of(dir, 565, FileFormat::CSS), 3);
-  EXPECT_EQ(count_of(dir, 560, FileFormat::GRM), 3);  // two 280-byte frames count as three
-  EXPECT_EQ(count_of(dir, 512, FileFormat::FM), 2);
+  // Two 280-byte frames count as three.
+  const std::tuple<size_t, FileFormat, int32_t> cases[] = {{0, FileFormat::CSS, 0},   {1, FileFormat::QM, 1},
+                                                           {564, FileFormat::CSS, 2}, {565, FileFormat::CSS, 3},
+                                                           {560, FileFormat::GRM, 3}, {512, FileFormat::FM, 2}};
+  for (const auto& [bytes, format, frames] : cases) {
+    testing::write_bytes(dir.path("f"), std::vector<uint8_t>(bytes, 0));
+    EXPECT_EQ(TelemetryFile(dir.path("f"), format).Get_Packet_Count(), frames) << bytes;
+  }
 }
 
 TEST(FrameCount, ZebCountsRecordsAfterTheHeaderRoundingUp) {
@@ -52,24 +53,20 @@ TEST(GetWord, ByteOrderFollowsByteReverse) {
   TempDir dir;
   testing::write_bytes(dir.path("f"), {0x34, 0x0F, 0x01, 0xAB});
   TelemetryFile file(dir.path("f"), FileFormat::CSS);
-  EXPECT_EQ(file.Get_Word(1, true), 0x0F34);
-  EXPECT_EQ(file.Get_Word(1, false), 0x340F);
-  EXPECT_EQ(file.Get_Word(3, false), 0x01AB);
-  EXPECT_EQ(file.Get_Word(4, false), 0xAB00);  // the byte past the end reads 0
-  EXPECT_EQ(file.Get_Word(100, true), 0);
-  EXPECT_EQ(file.Get_Word(-5, true), 0);
+  // Word 4 ends in the byte past the end, which reads 0.
+  const std::tuple<int32_t, bool, int32_t> cases[] = {{1, true, 0x0F34}, {1, false, 0x340F}, {3, false, 0x01AB},
+                                                      {4, false, 0xAB00}, {100, true, 0},     {-5, true, 0}};
+  for (const auto& [k, reverse, word] : cases) EXPECT_EQ(file.Get_Word(k, reverse), word) << k << " " << reverse;
 }
 
 TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   TempDir dir;
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record({{9, 0x0F34}, {10, -2}, {11, 70000}})}));
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  Packet_Entry entry;
-  entry.Packet_Frame = 1;
-  EXPECT_EQ(file.packet_byte(entry, 0, true), 0x0F);
-  EXPECT_EQ(file.packet_byte(entry, 1, false), 0x34);
-  EXPECT_EQ(file.packet_byte(entry, 2, false), 0xFF);  // -2 + 65536 = 0xFFFE
-  EXPECT_EQ(file.packet_byte(entry, 3, false), 0xFE);
+  const Packet_Entry entry{.Packet_Frame = 1};
+  // Item 10 is -2 + 65536 = 0xFFFE.
+  const std::tuple<int, bool, int> bytes[] = {{0, true, 0x0F}, {1, false, 0x34}, {2, false, 0xFF}, {3, false, 0xFE}};
+  for (const auto& [k, reverse, byte] : bytes) EXPECT_EQ(file.packet_byte(entry, k, reverse), byte) << k;
   EXPECT_EQ(file.packet_word(entry, 0, true), 0x0F34);
   EXPECT_THROW(file.packet_byte(entry, 4, false), RuntimeError);    // 70000 does not fit a word
   EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
@@ -88,8 +85,7 @@ TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
 
 TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
   TempDir dir;
-  auto record = testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}});
-  std::string text = testing::zeb_text({record});
+  std::string text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
   text.replace(text.rfind(std::to_string(testing::zeb_id(PacketKind::Housekeeping))), 4, "abcd");
   testing::write_file(dir.path("z"), text);
   TelemetryFile file(dir.path("z"), FileFormat::ZEB);
@@ -102,6 +98,56 @@ TEST(TelemetryFile, AMissingFileIsFileNotFoundNamingIt) {
   const testing::Thrown missing = testing::thrown([] { TelemetryFile("/no/such/file.dat", FileFormat::CSS); });
   EXPECT_EQ(missing.number, 53);
   EXPECT_PRED2(testing::contains, missing.message, "/no/such/file.dat");
+}
+
+
+std::vector<uint8_t> bytes_of(const std::string& path) {
+  const std::string text = testing::read_file(path);
+  return {text.begin(), text.end()};
+}
+
+std::string byte_or_error(const Session& session, const Packet_Entry& entry, int k) {
+  try {
+    return std::to_string(session.telemetry().packet_byte(entry, k, true));
+  } catch (const RuntimeError& error) {
+    return error.message();
+  }
+}
+
+// Each entry's position, sequence count, time and label.
+std::vector<std::tuple<int32_t, int32_t, int32_t, LabelCode>> entries_of(const EntryList& list) {
+  std::vector<std::tuple<int32_t, int32_t, int32_t, LabelCode>> entries;
+  for (int32_t i = 1; i <= list.size(); ++i) {
+    entries.emplace_back(list[i].Packet_Position, list[i].Sequence_Count, list[i].Lander_Time, list[i].Label);
+  }
+  return entries;
+}
+
+TEST(TelemetryInMemory, CataloguesEveryFormatAsTheSameFileOnDisk) {
+  TempDir dir;
+  for (const FileFormat format : {FileFormat::QM, FileFormat::FM, FileFormat::ZEB}) {
+    const std::string path = dir.path("file");
+    sim::TelemetryOptions options;
+    options.format = format;
+    options.frames = format == FileFormat::ZEB ? 300 : 120;
+    sim::write_telemetry(path, options);
+    Session disk, memory;
+    load_telemetry(disk, path, format);
+    load_telemetry(memory, std::make_shared<TelemetryFile>("in memory", bytes_of(path), format));
+    EXPECT_EQ(std::tie(memory.File_Name, memory.File_Type, memory.Packet_Count),
+              std::tuple("in memory", format, disk.Packet_Count));
+    for (const auto list : {&Catalogue::HK_List, &Catalogue::Science_List, &Catalogue::Information_List}) {
+      EXPECT_EQ(entries_of(disk.catalogue.*list), entries_of(memory.catalogue.*list));
+    }
+    ASSERT_GT(disk.catalogue.HK_Count(), 0);
+    const Packet_Entry& first = disk.catalogue.HK_List[1];
+    for (int k = 0; k < 40; ++k) {  // the same byte, or the same error (a ZEB item too large)
+      // An error names the file it read: the same error but for that name.
+      std::string from_disk = byte_or_error(disk, first, k);
+      if (const size_t at = from_disk.find(path); at != std::string::npos) from_disk.replace(at, path.size(), "in memory");
+      EXPECT_EQ(byte_or_error(memory, first, k), from_disk) << k;
+    }
+  }
 }
 
 }  // namespace

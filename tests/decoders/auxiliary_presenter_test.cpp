@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "decoders/auxiliary_presenter.h"
 
-#include <gtest/gtest.h>
-
 #include "decoder_fixture.h"
 
-namespace morvane {
+namespace morvane::testing {
 namespace {
-
-using testing::aux_packet;
-using testing::AuxTestReading;
-using testing::thrown;
 
 TEST(AuxiliaryDecoding, AdcWordsAreSignedTenVoltCounts) {
   const std::pair<int32_t, double> cases[] = {
@@ -35,16 +29,14 @@ TEST_F(AuxiliaryTest, ThermocouplesAreCorrectedByTheAd590Temperature) {
   session.config.AD590_EMF = session.config.NType.NType_Reverse_Lookup(25);
   const AuxPage page = state.VScroll1_Change(session, 1);  // the setting is read at every redraw
   EXPECT_NEAR(page.table.rows[0].value, 25, 0.01);
-  EXPECT_EQ(page.table.rows[0].value_text, "25.00");
-  EXPECT_EQ(page.table.rows[0].adc_voltage_text, "0.00000");
-  EXPECT_EQ(page.table.rows[0].unit, "oC");
+  const auto& row = page.table.rows[0];
+  EXPECT_EQ(std::tie(row.value_text, row.adc_voltage_text, row.unit), std::tuple("25.00", "0.00000", "oC"));
   EXPECT_DOUBLE_EQ(page.table.rows[1].value, (2.5 * 10 - 5) / 40);
 }
 
 TEST_F(AuxiliaryTest, AtMost29ReadingsFit) {
-  const std::vector<AuxTestReading> full(29, AuxTestReading{0, 1, 28, 0});
-  const std::vector<AuxTestReading> over(30, AuxTestReading{0, 1, 28, 0});
-  load({aux_packet(full), aux_packet(over), aux_packet({}, 5, 2000, 40000)});
+  const AuxTestReading reading{0, 1, 28, 0};
+  load({aux_packet(std::vector(29, reading)), aux_packet(std::vector(30, reading)), aux_packet({}, 5, 2000, 40000)});
   EXPECT_EQ(show(1).table.rows.size(), 29u);
   EXPECT_EQ(thrown([&] { state.VScroll1_Change(session, 2); }).number, 9);
   EXPECT_EQ(thrown([&] { state.VScroll1_Change(session, 3); }).number, 6);
@@ -52,4 +44,4 @@ TEST_F(AuxiliaryTest, AtMost29ReadingsFit) {
 }
 
 }  // namespace
-}  // namespace morvane
+}  // namespace morvane::testing

@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/session.h"
@@ -35,8 +37,7 @@ namespace morvane::testing {
 // (the start-up order), so each lies at its swapped offset in the file.
 inline Packet hk_packet(int subtype, const std::map<int, uint8_t>& bytes = {}, const std::map<int, int32_t>& words = {},
                         int32_t sequence = 1, int32_t time = 1000) {
-  Packet packet{kHousekeepingId, sequence, 89, 0, time, {}, {}};
-  packet.words[selector_offset(Selector::SubType)] = subtype;
+  Packet packet{kHousekeepingId, sequence, 89, 0, time, {{selector_offset(Selector::SubType), subtype}}, {}};
   for (const auto& [k, byte] : bytes) packet.bytes[static_cast<int>(swapped_byte_offset(k))] = byte;
   for (const auto& [k, word] : words) packet.words[k] = word;
   return packet;
@@ -59,13 +60,9 @@ inline Packet aux_packet(const std::vector<AuxTestReading>& readings, int32_t se
   Packet packet =
       labelled(LabelCode::AuxiliaryData, sequence, 13 + 8 * static_cast<int32_t>(readings.size()), time);
   packet.words[18] = count.value_or(static_cast<int32_t>(readings.size()));
-  for (size_t i = 1; i <= readings.size(); ++i) {
-    const auto& r = readings[i - 1];
-    const int base = 12 + 8 * static_cast<int>(i);
-    packet.words[base] = r.time_high;
-    packet.words[base + 2] = r.time_low;
-    packet.words[base + 4] = r.channel;
-    packet.words[base + 6] = r.word;
+  int at = 20;
+  for (const auto& r : readings) {
+    for (const int32_t word : {r.time_high, r.time_low, r.channel, r.word}) packet.words[std::exchange(at, at + 2)] = word;
   }
   return packet;
 }
@@ -91,9 +88,7 @@ struct SubPacket {
 
 inline Packet spectrum_packet(int sub_type, const SubPacket& s) {
   Packet packet{kScienceId, s.flags * 16384, 32 + 2 * static_cast<int32_t>(s.bins.size()) - 7, 0, 0, {}, {}};
-  packet.words = {{selector_offset(Selector::SubType), sub_type},
-                  {18, s.flag_word},
-                  {28, s.first_bin},
+  packet.words = {{selector_offset(Selector::SubType), sub_type}, {18, s.flag_word}, {28, s.first_bin},
                   {30, static_cast<int32_t>(s.bins.size())}};
   for (int i = 0; i < 4; ++i) packet.words[20 + 2 * i] = s.header[static_cast<size_t>(i)];
   for (size_t j = 0; j < s.bins.size(); ++j) packet.words[32 + 2 * static_cast<int>(j)] = s.bins[j];
@@ -129,11 +124,8 @@ class DecoderTest : public ::testing::Test {
 inline Configuration numbered_configuration() {
   Configuration config;
   for (int r = 1; r <= 36; ++r) {
-    SensorRecord row;
-    row.Sensor_Name = "Sensor " + std::to_string(r);
-    row.Byte_Offset = 21 + r;
-    row.Channel_ID = static_cast<int16_t>(100 + r);
-    config.Sensor_Table.push_back(row);
+    config.Sensor_Table.push_back(
+        {"Sensor " + std::to_string(r), 21 + r, static_cast<int16_t>(100 + r), 0, "", 0, 0, 0, 0, 0});
   }
   for (int k = 1; k <= 5; ++k) config.Pressure_Table.push_back({static_cast<int16_t>(21 + k), 45.0, 5.0});
   return config;
@@ -159,18 +151,15 @@ struct LoadedFile {
 
 // The text drawn at (x, y), or "(nothing)".
 inline std::string text_at(const Drawing& drawing, int x, int y) {
-  for (const auto& item : drawing) {
-    if (item.x == x && item.y == y && item.anchor != Anchor::Follow) return item.text;
-  }
-  return "(nothing)";
+  const auto at =
+      std::ranges::find_if(drawing, [&](const auto& t) { return t.x == x && t.y == y && t.anchor != Anchor::Follow; });
+  return at == drawing.end() ? "(nothing)" : at->text;
 }
 
 // The first drawn text equal to text.
 inline const PlacedText* find_text(const Drawing& drawing, const std::string& text) {
-  for (const auto& item : drawing) {
-    if (item.text == text) return &item;
-  }
-  return nullptr;
+  const auto at = std::ranges::find(drawing, text, &PlacedText::text);
+  return at == drawing.end() ? nullptr : &*at;
 }
 
 }  // namespace morvane::testing

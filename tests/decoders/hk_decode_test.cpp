@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "decoders/hk_decode.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <functional>
 
 #include "decoder_fixture.h"
 
-namespace morvane {
+namespace morvane::testing {
 namespace {
-
-using testing::hk_packet;
-using testing::sensor_bytes;
 
 TEST(HkDecode, SignRulesDependOnTheSensor) {
   const std::tuple<int, uint8_t, int32_t> cases[] = {
@@ -20,9 +15,7 @@ TEST(HkDecode, SignRulesDependOnTheSensor) {
       {28, 0xFF, 255}, {29, 0x80, 128}, {33, 0xD2, 210}, {33, 0xD3, -45}, {32, 0x80, 128},
       {36, 0xFF, -1},  {37, 0x80, -128},
   };
-  for (const auto& [sensor, byte, raw] : cases) {
-    EXPECT_EQ(hk_signed_reading(sensor, byte), raw) << sensor << " " << int{byte};
-  }
+  for (const auto& [s, byte, raw] : cases) EXPECT_EQ(hk_signed_reading(s, byte), raw) << s << ' ' << int{byte};
 }
 
 class HkDecodeTest : public testing::DecoderTest {
@@ -57,20 +50,20 @@ TEST_F(HkDecodeTest, PressureChannelsHoldTheOverwrittenVoltages) {
   const DecodedHousekeeping packet = decoded(1);
   const DecodedSensor& p1 = packet.sensor(22);
   const double volts = 80 * 256 * 10.0 / 32768;  // exponent 8
-  EXPECT_EQ(p1.raw, 80);
+  EXPECT_EQ(std::tie(p1.raw, p1.unit), std::tuple(80, "bar"));
   EXPECT_DOUBLE_EQ(p1.voltage, volts * 10 - 5);
   EXPECT_DOUBLE_EQ(p1.voltage_upper, (81 * 256 * 10.0 / 32768) * 10 - 5);
   EXPECT_DOUBLE_EQ(p1.value, (volts * 10 - 5) / 40);
   EXPECT_DOUBLE_EQ(p1.value_upper, p1.voltage_upper / 40);
-  EXPECT_EQ(p1.unit, "bar");
   const DecodedSensor& p5 = packet.sensor(26);
-  EXPECT_EQ(p5.raw, -16);
+  EXPECT_EQ(std::tie(p5.raw, p5.unit), std::tuple(-16, "mbar"));
   EXPECT_DOUBLE_EQ(p5.value, p5.voltage * 1000 / 40);
-  EXPECT_EQ(p5.unit, "mbar");
 }
 
 // The per-byte path (trend, export, archive) and the packet decode give the same bits, with and
 // without the cold-junction term, for every sensor and a spread of bytes.
+uint64_t bits(double value) { return std::bit_cast<uint64_t>(value); }
+
 TEST_F(HkDecodeTest, EveryByteConvertsAsThePacketDecodesIt) {
   const uint8_t boards[] = {0, 153, 255};
   const uint8_t bytes[] = {0, 1, 0x7F, 0x80, 0xD2, 0xD3, 0xFF};
@@ -87,15 +80,13 @@ TEST_F(HkDecodeTest, EveryByteConvertsAsThePacketDecodesIt) {
   for (int32_t k = 1; k <= static_cast<int32_t>(packets.size()); ++k) {
     const DecodedHousekeeping packet = decoded(k);
     const double term = board_cold_junction_term(config, session.HK_Sensor_Data.at(28, k));
-    EXPECT_EQ(std::bit_cast<uint64_t>(packet.cold_junction_term), std::bit_cast<uint64_t>(term)) << k;
+    EXPECT_EQ(bits(packet.cold_junction_term), bits(term)) << k;
     for (int s = 1; s <= 36; ++s) {
       const SensorValue one = hk_byte_value(config, s, session.HK_Sensor_Data.at(s, k), term);
-      EXPECT_EQ(std::bit_cast<uint64_t>(packet.sensor(s).value), std::bit_cast<uint64_t>(one.value))
+      const DecodedSensor& decoded = packet.sensor(s);
+      EXPECT_EQ(std::tuple(bits(decoded.value), bits(decoded.voltage), decoded.raw, decoded.unit),
+                std::tuple(bits(one.value), bits(one.voltage), one.raw, one.unit))
           << "sensor " << s << " entry " << k;
-      EXPECT_EQ(std::bit_cast<uint64_t>(packet.sensor(s).voltage), std::bit_cast<uint64_t>(one.voltage))
-          << "sensor " << s << " entry " << k;
-      EXPECT_EQ(packet.sensor(s).raw, one.raw);
-      EXPECT_EQ(packet.sensor(s).unit, one.unit);
     }
   }
 }
@@ -126,14 +117,10 @@ TEST_F(HkDecodeTest, KeepingAPacketFillsTheRecordsAndTheExportKeepsItsFields) {
   Configuration kept = session.config;
   keep_in_sensor_records(kept, packet);
   for (int s = 1; s <= 36; ++s) {
-    const SensorRecord& record = kept.sensor(s);
-    const DecodedSensor& sensor = packet.sensor(s);
-    EXPECT_EQ(record.Raw_Reading, sensor.raw) << s;
-    EXPECT_EQ(record.Voltage, sensor.voltage) << s;
-    EXPECT_EQ(record.Voltage_Upper, sensor.voltage_upper) << s;
-    EXPECT_EQ(record.Value, sensor.value) << s;
-    EXPECT_EQ(record.Value_Upper, sensor.value_upper) << s;
-    EXPECT_EQ(record.Sensor_Unit, sensor.unit) << s;
+    const SensorRecord& r = kept.sensor(s);
+    const DecodedSensor& d = packet.sensor(s);
+    EXPECT_EQ(std::tie(r.Raw_Reading, r.Voltage, r.Voltage_Upper, r.Value, r.Value_Upper, r.Sensor_Unit),
+              std::tie(d.raw, d.voltage, d.voltage_upper, d.value, d.value_upper, d.unit)) << s;
   }
   EXPECT_EQ(kept.sensor(29).Sensor_Unit, "mm");
 
@@ -142,9 +129,8 @@ TEST_F(HkDecodeTest, KeepingAPacketFillsTheRecordsAndTheExportKeepsItsFields) {
   exported.sensor(22).Voltage_Upper = 7;
   exported.sensor(22).Value_Upper = 8;
   keep_in_sensor_records(exported, 22, hk_byte_value(exported, 22, 80, 0));
-  EXPECT_EQ(exported.sensor(22).Voltage_Upper, 7);
-  EXPECT_EQ(exported.sensor(22).Value_Upper, 8);
+  EXPECT_EQ(std::tuple(exported.sensor(22).Voltage_Upper, exported.sensor(22).Value_Upper), std::tuple(7, 8));
 }
 
 }  // namespace
-}  // namespace morvane
+}  // namespace morvane::testing

@@ -1,22 +1,30 @@
 // SPDX-License-Identifier: MIT
+// What a file's frames say of it: the integrity findings, and the doubt that it is of its format.
 #include "decoders/integrity.h"
 
-#include <gtest/gtest.h>
-
 #include "decoder_fixture.h"
+#include "decoders/format_check.h"
 
 namespace morvane::testing {
 namespace {
 
 class Integrity : public DecoderTest {
  protected:
-  IntegrityReport check(FrameWriter& writer, FileFormat format = FileFormat::CSS, size_t cut = 0) {
-    auto bytes = writer.bytes();
-    if (cut) bytes.resize(bytes.size() - cut);
-    write_bytes(dir.path("t.dat"), bytes);
+  void load_bytes(const std::string& bytes, FileFormat format) {
+    write_file(dir.path("t.dat"), bytes);
     load_telemetry(session, dir.path("t.dat"), format);
+  }
+  // The writer's frames less the last `cut` bytes.
+  IntegrityReport check(FileFormat format = FileFormat::CSS, size_t cut = 0) {
+    load_bytes(frames(writer).substr(0, writer.bytes().size() - cut), format);
     return check_integrity(session);
   }
+  std::optional<std::string> warning_for(const std::string& bytes, FileFormat format, bool byte_reverse = true) {
+    session.Byte_Reverse = byte_reverse;
+    load_bytes(bytes, format);
+    return format_warning(session);
+  }
+  static std::string frames(FrameWriter writer) { return {writer.bytes().begin(), writer.bytes().end()}; }
   static std::vector<std::string> kinds(const IntegrityReport& report) {
     std::vector<std::string> names;
     for (const auto& f : report.findings) {
@@ -25,26 +33,23 @@ class Integrity : public DecoderTest {
     }
     return names;
   }
+  FrameWriter writer{282};
 };
 
-Packet hk(int32_t sequence, int32_t time) {
-  return testing::labelled(LabelCode::Concise, sequence, 51, time);
-}
+Packet hk(int32_t sequence, int32_t time) { return labelled(LabelCode::Concise, sequence, 51, time); }
 
 TEST_F(Integrity, SequenceGapsAndRepeatsWrapAt14Bits) {
-  FrameWriter writer(282);
   writer.add_frame({hk(16382, 10), hk(16383, 18), hk(0, 26)});  // the wrap is no gap
   writer.add_frame({hk(0, 34), hk(4, 42)});                      // a repeat, then 3 missing
-  const auto report = check(writer);
+  const auto report = check();
   EXPECT_EQ(kinds(report), (std::vector<std::string>{"sequence_repeat hk 4", "sequence_gap hk 5"}));
   EXPECT_EQ(report.findings[1].text, "The housekeeping sequence count 4 follows 0: 3 packets missing");
 }
 
 TEST_F(Integrity, ACountStartingAgainFromZeroIsARestartNotAGap) {
-  FrameWriter writer(282);
   writer.add_frame({hk(1349, 10), hk(1350, 18), hk(0, 26)});  // switched on anew
   writer.add_frame({hk(1, 34), hk(3, 42)});                    // then one really missing
-  const auto report = check(writer);
+  const auto report = check();
   EXPECT_EQ(kinds(report), (std::vector<std::string>{"restart hk 3", "sequence_gap hk 5"}));
   EXPECT_EQ(report.findings[0].text, "The housekeeping sequence count starts again from 0 after 1350");
   EXPECT_EQ(report.counts[static_cast<size_t>(FindingKind::SequenceGap)], 1);
@@ -52,11 +57,10 @@ TEST_F(Integrity, ACountStartingAgainFromZeroIsARestartNotAGap) {
 }
 
 TEST_F(Integrity, PacketsPastTheirFrameEmptyFramesAndUnknownIdentifiers) {
-  FrameWriter writer(282);
   writer.add_frame({testing::labelled(LabelCode::AuxiliaryData, 1, 290, 5)});  // 297 bytes from offset 22
   writer.add_frame({});
   writer.add_frame({hk(2, 6), Packet{0x1234, 0, 11, 0, 0, {}, {}}});
-  const auto report = check(writer);
+  const auto report = check();
   EXPECT_EQ(kinds(report), (std::vector<std::string>{"past_frame_end science 1", "empty_frame information 1",
                                                      "unknown_identifier information 2"}));
   EXPECT_EQ(report.findings[0].text, "The packet runs 37 bytes past the end of frame 1");
@@ -64,17 +68,49 @@ TEST_F(Integrity, PacketsPastTheirFrameEmptyFramesAndUnknownIdentifiers) {
 }
 
 TEST_F(Integrity, TheEndOfTheFile) {
-  FrameWriter writer(282);
   writer.add_frame({hk(1, 1)});
   writer.add_frame({hk(2, 2)});
-  const auto cut = check(writer, FileFormat::CSS, 100);
+  const auto cut = check(FileFormat::CSS, 100);
   EXPECT_EQ(kinds(cut).back(), "partial_frame information 2");
   EXPECT_EQ(cut.findings.back().text, "The file ends inside frame 2, after 182 of its 282 bytes");
 
-  FrameWriter grm(280);
-  for (int f = 0; f < 10; ++f) grm.add_frame({hk(f + 1, f + 1)});
-  const auto extra = check(grm, FileFormat::GRM);  // 2800 bytes count as 11 frames
+  writer = FrameWriter(280);
+  for (int f = 0; f < 10; ++f) writer.add_frame({hk(f + 1, f + 1)});
+  const auto extra = check(FileFormat::GRM);  // 2800 bytes count as 11 frames
   EXPECT_EQ(kinds(extra), (std::vector<std::string>{"past_end_of_file information 11"}));
+}
+
+class FormatCheck : public Integrity {};
+
+TEST_F(FormatCheck, AZebTextLoadedAsQmRaisesADoubtNamingTheFormat) {
+  std::vector<std::vector<int32_t>> records;
+  for (int k = 0; k < 40; ++k) records.push_back(zeb_record(LabelCode::Concise, {{7, k}, {9, 1000 + k}}));
+  const auto warning = warning_for(zeb_text(records), FileFormat::QM);
+  ASSERT_TRUE(warning);
+  EXPECT_EQ(*warning,
+            "no known packet identifier in the first 16 frames: this may not be a QM file "
+            "(or the byte order is the other one)");
+  EXPECT_FALSE(warning_for(zeb_text(records), FileFormat::ZEB));
+}
+
+TEST_F(FormatCheck, TheOtherByteOrderRaisesADoubt) {
+  const std::string file = frames(one_a_frame({hk_packet(1), hk_packet(2)}, 282, true));
+  EXPECT_FALSE(warning_for(file, FileFormat::CSS, true));
+  EXPECT_TRUE(warning_for(file, FileFormat::CSS, false));
+}
+
+TEST_F(FormatCheck, AKnownPacketInTheFirstSixteenFramesOrOnlyEmptyFramesRaiseNone) {
+  const Packet unknown{0x1234, 0, 11, 0, 0, {}, {}};
+  FrameWriter empty(282), mixed(282), late(282);
+  for (int f = 0; f < 20; ++f) empty.add_frame({});
+  for (int f = 0; f < 15; ++f) mixed.add_frame({unknown});
+  mixed.add_frame({hk_packet(1)});
+  late.add_frame({unknown});
+  for (int f = 0; f < 16; ++f) late.add_frame({});
+  late.add_frame({hk_packet(1)});
+  EXPECT_FALSE(warning_for(frames(empty), FileFormat::CSS));
+  EXPECT_FALSE(warning_for(frames(mixed), FileFormat::CSS));
+  EXPECT_TRUE(warning_for(frames(late), FileFormat::CSS));
 }
 
 }  // namespace

@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "decoders/summary_lines.h"
+#include "decoders/summary_filter.h"
 
 #include <gtest/gtest.h>
 
-#include "core/error.h"
 #include "test_files.h"
 
 namespace morvane {
 namespace {
 
 Packet_Entry entry(LabelCode label, int32_t sequence, int32_t time, int32_t frame, int16_t flags = 0) {
-  Packet_Entry e;
-  e.Label = label;
-  e.Sequence_Count = sequence;
-  e.Lander_Time = time;
-  e.Packet_Frame = frame;
-  e.Segment_Flags = flags;
-  return e;
+  return Packet_Entry{frame, 0, 0, sequence, time, flags, label};
 }
 
 TEST(SummaryLines, ColumnsHaveTheirFixedWidths) {
@@ -40,9 +34,8 @@ TEST(SummaryLines, IsotopeLinesMarkStartAndEnd) {
 
 TEST(SummaryLines, SlotLinesEndTheFrameInTheSameColumn) {
   const std::string slot = information_list_line(4, entry(LabelCode::Empty, -1, -1, 12));
-  const std::string event = information_list_line(4, entry(LabelCode::MemoryDump, 1, 1, 12));
   EXPECT_EQ(slot, "4           " "  Empty  " + std::string(36, ' ') + "12");
-  EXPECT_EQ(slot.size(), event.size());
+  EXPECT_EQ(slot.size(), information_list_line(4, entry(LabelCode::MemoryDump, 1, 1, 12)).size());
   EXPECT_EQ(information_list_line(5, entry(LabelCode::Unknown, -1, -1, 3)).substr(12, 9), " Unknown ");
 }
 
@@ -59,9 +52,38 @@ TEST(SummaryCounts, ChecksumReportsDoNotApplyToZebFiles) {
   testing::TempDir dir;
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record(LabelCode::Concise)}));
   load_telemetry(session, dir.path("z"), FileFormat::ZEB);
-  EXPECT_EQ(value_of("memory_checksum_count"), kNotApplicable);
-  EXPECT_EQ(value_of("concise_count"), "1");
-  EXPECT_EQ(value_of("packet_count"), "1");
+  EXPECT_EQ(std::tuple(value_of("memory_checksum_count"), value_of("concise_count"), value_of("packet_count")),
+            std::tuple(kNotApplicable, "1", "1"));
+}
+
+TEST(SummaryFilter, EveryConditionMustHold) {
+  EntryList list;
+  for (const auto& e : {entry(LabelCode::Complete, 1, 100, 1), entry(LabelCode::Concise, 2, 108, 1),
+                        entry(LabelCode::Complete, 3, 116, 2), entry(LabelCode::Complete, 4, 124, 3),
+                        entry(LabelCode::Concise, 5, 132, 4)}) {
+    list.push_back(e);
+  }
+  SummaryFilter filter;
+  EXPECT_TRUE(filter.empty());
+  EXPECT_EQ(filter_entries(list, filter).size(), 5u);
+  filter.labels = {LabelCode::Complete};
+  EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{1, 3, 4}));
+  filter.sequence = {2, std::nullopt};
+  EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{3, 4}));
+  filter.lander_time = {std::nullopt, 120};
+  EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{3}));
+  filter.frame = {3, 3};
+  EXPECT_TRUE(filter_entries(list, filter).empty());
+  filter = {};
+  filter.frame = {1, 1};  // inclusive at both ends
+  EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{1, 2}));
+}
+
+TEST(SummaryFilter, NextMatchGoesForwardAndRoundToTheFirst) {
+  const std::vector<int32_t> matches = {3, 7, 12};
+  const struct { int32_t after, next; } cases[] = {{0, 3}, {3, 7}, {5, 7}, {7, 12}, {12, 3}, {40, 3}};
+  for (const auto& c : cases) EXPECT_EQ(next_match(matches, c.after), c.next) << c.after;
+  EXPECT_EQ(next_match({}, 4), 0);
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "decoders/trend_series.h"
+#include "decoders/trend_plot.h"
 
-#include <gtest/gtest.h>
+#include <cmath>
 
 #include "core/conversion.h"
-#include "core/error.h"
 #include "decoder_fixture.h"
 #include "decoders/hk_sensors.h"
 
@@ -12,6 +12,16 @@ namespace morvane::testing {
 namespace {
 
 class TrendSeriesTest : public DecoderTest {};
+
+TrendSeries series_of(int number, std::vector<std::pair<int32_t, double>> points) {
+  return TrendSeries{number, "S" + std::to_string(number), "V", std::move(points)};
+}
+
+std::vector<std::tuple<int, double, double>> extents(const std::vector<ColumnExtent>& columns) {
+  std::vector<std::tuple<int, double, double>> out;
+  for (const auto& c : columns) out.emplace_back(c.column, c.low, c.high);
+  return out;
+}
 
 TEST_F(TrendSeriesTest, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
   load({hk_packet(2, sensor_bytes({{1, 40}, {22, 0xF0}, {28, 160}, {33, 211}}), {}, 1, 100),
@@ -38,13 +48,7 @@ TEST_F(TrendSeriesTest, ValuesEqualTheHousekeepingPagesOfTheSamePackets) {
     // Decimated together, each series gives the columns it gives alone.
     const auto together = decimate_min_max(series, 99, 117, 7);
     for (size_t s = 0; s < series.size(); ++s) {
-      const auto alone = decimate_min_max(series[s], 99, 117, 7);
-      ASSERT_EQ(together[s].size(), alone.size());
-      for (size_t c = 0; c < alone.size(); ++c) {
-        EXPECT_EQ(together[s][c].column, alone[c].column);
-        EXPECT_EQ(together[s][c].low, alone[c].low);
-        EXPECT_EQ(together[s][c].high, alone[c].high);
-      }
+      EXPECT_EQ(extents(together[s]), extents(decimate_min_max(series[s], 99, 117, 7))) << s;
     }
   }
 }
@@ -57,40 +61,69 @@ TEST_F(TrendSeriesTest, KeepTheirValuesWhenTheNextFileIsLoaded) {
   const auto before = std::vector{series[0].points(), series[1].points()};
   load({hk_packet(2, sensor_bytes({{1, 7}, {28, 9}}), {}, 1, 300),
         hk_packet(1, sensor_bytes({{1, 8}, {28, 10}}), {}, 2, 308)});
-  EXPECT_EQ(series[0].points(), before[0]);
-  EXPECT_EQ(series[1].points(), before[1]);
+  EXPECT_EQ((std::vector{series[0].points(), series[1].points()}), before);
   EXPECT_NE(trend_series(session, {1}, true)[0].points(), before[0]);
 }
 
 TEST(TrendDecimation, StopsWhenAskedAndOtherwiseGivesTheSameColumns) {
   std::vector<std::pair<int32_t, double>> points;
   for (int32_t t = 0; t < 10000; ++t) points.emplace_back(t, t % 13);
-  const std::vector<TrendSeries> series{TrendSeries{1, "S", "V", points}};
+  const std::vector<TrendSeries> series{series_of(1, points)};
   const std::atomic<bool> go{false}, stop{true};
-  const auto plain = decimate_min_max(series, 0, 9999, 50);
-  const auto watched = decimate_min_max(series, 0, 9999, 50, &go);
-  ASSERT_EQ(watched[0].size(), plain[0].size());
-  for (size_t c = 0; c < plain[0].size(); ++c) EXPECT_EQ(watched[0][c].high, plain[0][c].high);
+  EXPECT_EQ(extents(decimate_min_max(series, 0, 9999, 50, &go)[0]), extents(decimate_min_max(series, 0, 9999, 50)[0]));
   EXPECT_TRUE(decimate_min_max(series, 0, 9999, 50, &stop)[0].empty());
 }
 
 TEST(TrendDecimation, EachColumnKeepsItsLowestAndHighestValue) {
   std::vector<std::pair<int32_t, double>> points;
   for (int32_t t = 0; t < 1000; ++t) points.emplace_back(t, t % 10 == 0 ? -5.0 : static_cast<double>(t % 7));
-  const auto columns = decimate_min_max(TrendSeries{1, "S", "V", points}, 0, 999, 10);
+  const TrendSeries series = series_of(1, points);
+  const auto columns = decimate_min_max(series, 0, 999, 10);
   ASSERT_EQ(columns.size(), 10u);
-  for (const auto& c : columns) {
-    EXPECT_EQ(c.low, -5.0);
-    EXPECT_EQ(c.high, 6.0);
-  }
-  EXPECT_TRUE(decimate_min_max(TrendSeries{1, "S", "V", points}, 2000, 3000, 10).empty());
-  EXPECT_EQ(decimate_min_max(TrendSeries{1, "S", "V", points}, 0, 9, 3).size(), 3u);
+  for (const auto& c : columns) EXPECT_EQ(std::pair(c.low, c.high), std::pair(-5.0, 6.0)) << c.column;
+  EXPECT_TRUE(decimate_min_max(series, 2000, 3000, 10).empty());
+  EXPECT_EQ(decimate_min_max(series, 0, 9, 3).size(), 3u);
 }
 
 TEST(TrendSensorList, AcceptsAllOrNumbersWithinTheTable) {
   EXPECT_EQ(parse_sensor_list("all", 3), (std::vector<int>{1, 2, 3}));
   EXPECT_EQ(parse_sensor_list("1,22, 28", 36), (std::vector<int>{1, 22, 28}));
   for (const char* bad : {"", "0", "37", "1.5", "a", "1,,2"}) EXPECT_THROW(parse_sensor_list(bad, 36), RuntimeError) << bad;
+}
+
+std::vector<std::string> labels(const std::vector<AxisTick>& ticks) {
+  std::vector<std::string> texts;
+  for (const auto& tick : ticks) texts.push_back(tick.label);
+  return texts;
+}
+
+TEST(TrendTimeWindow, HoldsEveryPointAndIsNeverNarrowerThanTheNarrowestWindow) {
+  EXPECT_EQ(whole_time_window({}), (TimeWindow{0, 1}));
+  EXPECT_EQ(whole_time_window({series_of(1, {})}), (TimeWindow{0, 1}));
+  EXPECT_EQ(whole_time_window({series_of(1, {{120, 1}, {100, 2}, {160, 3}})}), (TimeWindow{100, 160}));
+  EXPECT_EQ(whole_time_window({series_of(1, {{100, 1}})}), (TimeWindow{99, 101}));
+}
+
+TEST(TrendAxisTicks, FallOnRoundStepsWithTheDecimalsTheStepNeeds) {
+  EXPECT_EQ(labels(axis_ticks(0, 10, 6)), (std::vector<std::string>{"0", "2", "4", "6", "8", "10"}));
+  EXPECT_EQ(labels(axis_ticks(-0.13, 0.32, 5)), (std::vector<std::string>{"-0.1", "0.0", "0.1", "0.2", "0.3"}));
+  EXPECT_EQ(labels(axis_ticks(61200000, 61210800, 6)),
+            (std::vector<std::string>{"61200000", "61202000", "61204000", "61206000", "61208000", "61210000"}));
+  EXPECT_EQ(labels(axis_ticks(0.999, 1.011, 3)), (std::vector<std::string>{"1.000", "1.005", "1.010"}));
+  EXPECT_TRUE(axis_ticks(1, 1, 5).empty() && axis_ticks(0, 1, 0).empty() && axis_ticks(0, NAN, 5).empty());
+}
+
+TEST(TrendPlot, SeparateAxesHoldOneSeriesEach) {
+  const std::vector<TrendSeries> series{series_of(1, {{0, 10}, {10, 30}}), series_of(2, {{0, -5}, {10, -1}})};
+  const TrendPlot separate = make_trend_plot(series, {}, {0, 10}, {true, 10, 5, 5});
+  ASSERT_EQ(separate.lanes.size(), 2u);
+  EXPECT_EQ(separate.lanes[0].series, (std::vector<size_t>{0}));
+  EXPECT_DOUBLE_EQ(separate.lanes[0].low, 9);
+  EXPECT_DOUBLE_EQ(separate.lanes[0].high, 31);
+  EXPECT_EQ(separate.lanes[1].series, (std::vector<size_t>{1}));
+  EXPECT_DOUBLE_EQ(separate.lanes[1].low, -5.2);
+  EXPECT_DOUBLE_EQ(separate.lanes[1].high, -0.8);
+  EXPECT_FALSE(separate.lanes[1].ticks.empty());
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+// The two calibration dialogs: the pressure sensors' readings and the AD590 temperature.
+#include "calibration/ad590_setting.h"
 #include "calibration/pressure_calibration.h"
 
 #include <gtest/gtest.h>
@@ -60,8 +62,7 @@ TEST_F(CalibrationTest, ModifiedEntriesAreWrittenAndNonNumericOnesIgnored) {
                "Warning - modifying the pressure sensor calibration will alter the display of the pressure sensor values");
   EXPECT_FALSE(editor.question_is_yes_no());
   editor.answer(true);
-  EXPECT_TRUE(editor.entries_enabled());
-  EXPECT_TRUE(editor.Calibration_Modified());
+  EXPECT_EQ(std::tuple(editor.entries_enabled(), editor.Calibration_Modified()), std::tuple(true, true));
 
   editor.set_atmosphere_text(0, "abc");
   editor.set_vacuum_text(0, "  7.5 ");
@@ -72,8 +73,7 @@ TEST_F(CalibrationTest, ModifiedEntriesAreWrittenAndNonNumericOnesIgnored) {
   EXPECT_TRUE(editor.question_is_yes_no());
   editor.answer(true);
   EXPECT_TRUE(editor.closed());
-  EXPECT_EQ(config.pressure(1).C1, 45);  // abc left it as it was
-  EXPECT_EQ(config.pressure(1).C2, 7.5);
+  EXPECT_EQ(std::tuple(config.pressure(1).C1, config.pressure(1).C2), std::tuple(45, 7.5));  // abc left C1 as it was
   EXPECT_EQ(testing::read_file(pressure_file()),
             " 5\r\n22, 45,  7.5\r\n23, 45,  5\r\n24, 45,  5\r\n25, 45,  5\r\n26, 1234.5,  5\r\n");
   EXPECT_EQ(read_pressure_table(pressure_file()).size(), 5u);  // the configuration reads it back
@@ -86,16 +86,14 @@ TEST_F(CalibrationTest, ResetThenCancelRestoresTheSavedValues) {
   ASSERT_EQ(editor.question(), Calibration::Question::Reset);
   EXPECT_STREQ(editor.question_text(), kModifyWarning);
   editor.answer(true);
-  EXPECT_TRUE(editor.Calibration_Modified());
-  EXPECT_FALSE(editor.entries_enabled());  // Reset alone does not open the entries
-  EXPECT_EQ(config.pressure(2).C1, 51);
-  EXPECT_EQ(editor.rows()[1].atmosphere_text, "    51.0000");
+  // Reset alone does not open the entries.
+  EXPECT_EQ(std::tuple(editor.entries_enabled(), editor.Calibration_Modified()), std::tuple(false, true));
+  EXPECT_EQ(std::tuple(config.pressure(2).C1, editor.rows()[1].atmosphere_text), std::tuple(51, "    51.0000"));
   EXPECT_EQ(testing::read_file(pressure_file()), saved);  // held in memory until Accept
 
   editor.Command2_Click();
   EXPECT_TRUE(editor.closed());
-  EXPECT_EQ(config.pressure(2).C1, 45);
-  EXPECT_EQ(config.pressure(2).C2, 5);
+  EXPECT_EQ(std::tuple(config.pressure(2).C1, config.pressure(2).C2), std::tuple(45, 5));
   EXPECT_EQ(testing::read_file(pressure_file()), saved);
 }
 
@@ -105,8 +103,7 @@ TEST_F(CalibrationTest, AShorterDefaultTableChangesWhatAcceptWrites) {
   editor.Command4_Click();
   editor.answer(true);
   ASSERT_EQ(editor.rows().size(), 5u);  // the rows built at opening stay
-  EXPECT_FALSE(editor.rows()[3].has_record);
-  EXPECT_EQ(editor.rows()[3].atmosphere_text, "");
+  EXPECT_EQ(std::tuple(editor.rows()[3].has_record, editor.rows()[3].atmosphere_text), std::tuple(false, ""));
   editor.Command1_Click();
   editor.answer(true);
   EXPECT_EQ(testing::read_file(pressure_file()), " 3\r\n22, 50,  10\r\n23, 51,  11\r\n24, 52,  12\r\n");
@@ -135,6 +132,26 @@ TEST_F(CalibrationTest, AFullDiskLeavesTheOldFileIntactAndKeepsTheWholeLinesWrit
 TEST_F(CalibrationTest, ARecordOfAnUnknownSensorCannotBeShown) {
   config.Pressure_Table[0].Sensor_Number = 99;
   EXPECT_THROW(Calibration editor(config), RuntimeError);
+}
+
+class AD590Test : public CalibrationTest {};
+
+TEST_F(AD590Test, AcceptStoresTheThermocoupleVoltageOfTheTemperature) {
+  EXPECT_TRUE(AD590_Cal(config).Command1_Click(config, "25"));
+  EXPECT_DOUBLE_EQ(config.AD590_EMF, config.NType.NType_Reverse_Lookup(25));
+  EXPECT_NEAR(config.AD590_EMF, 525.184 * 25 / 20, 15);  // about 656 microvolts
+  EXPECT_EQ(AD590_Cal(config).text(), "25.00");         // reopened: computed back from the voltage
+  EXPECT_TRUE(AD590_Cal(config).Command1_Click(config, " -40.5 "));
+  EXPECT_NEAR(AD590_Cal(config).temperature(), -40.5, 0.02);  // the two lookups agree only to their interpolation
+}
+
+TEST_F(AD590Test, NonNumericEntriesAreIgnored) {
+  AD590_Cal(config).Command1_Click(config, "25");
+  const double before = config.AD590_EMF;
+  for (const char* text : {"abc", "", "25 C", "1,5"}) {
+    EXPECT_FALSE(AD590_Cal(config).Command1_Click(config, text)) << text;
+    EXPECT_EQ(config.AD590_EMF, before) << text;
+  }
 }
 
 }  // namespace
