@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Where the batch tool writes: "-" is standard output with the account on the error stream; a
 // signal leaves the previous file and no temporary file; JSON stays valid whatever the bytes of a
-// name. The rules of every destination and input are the core's (safe_file_test, input_files_test).
+// name. The rules of every destination and input are the core's (safe_file_test, error_battery_test).
 #include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/wait.h>
