@@ -90,6 +90,11 @@ uint8_t zeb_item_byte(int32_t item, bool high) {
 
 ZebText::ZebText(const FileBytes& file) : file_(file) { rescan(); }
 
+// Counting the items of each 64 bytes is a population count: the processor's own instruction
+// where it has one, a library call on the oldest processors.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
+__attribute__((target_clones("default", "popcnt")))
+#endif
 void ZebText::rescan() {
   const uint64_t size = file_.size();
   // Filled by each read, so never zero-filled first.
@@ -177,7 +182,10 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
   uint64_t offset = start;
   auto take = [&](const char* begin, const char* end) {
     int32_t& value = items[static_cast<size_t>(++item)];
-    if (!parse_whole_number(begin, end, value)) [[unlikely]] {
+    const auto single = static_cast<unsigned>(*begin - '0');
+    if (end - begin == 1 && single <= 9) {
+      value = static_cast<int32_t>(single);
+    } else if (!parse_whole_number(begin, end, value)) [[unlikely]] {
       value = parse_item_or_raise(begin, end, r, item);
     }
     if (item == kZebItemsPerRecord) {
