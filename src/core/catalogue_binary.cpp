@@ -10,6 +10,10 @@
 #include <thread>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "catalogue_slot.h"
 #include "core/error.h"
 #include "core/session.h"
@@ -62,8 +66,24 @@ struct Walk {
   int32_t reach = kHeaderBytes;  // bytes after a packet's start that the block buffer holds
 };
 
+// Copies width bytes (an even number) with the bytes of each pair swapped, 16 at a time where
+// the processor can: the row of every housekeeping packet of a low-byte-first file.
+inline void copy_swapping_pairs(uint8_t* to, const uint8_t* from, size_t width) {
+  size_t j = 0;
+#ifdef __SSE2__
+  for (; j + 16 <= width; j += 16) {
+    const __m128i pairs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + j));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + j), _mm_or_si128(_mm_slli_epi16(pairs, 8), _mm_srli_epi16(pairs, 8)));
+  }
+#endif
+  for (; j < width; j += 2) {
+    to[j] = from[j + 1];
+    to[j + 1] = from[j];
+  }
+}
+
 // Copies the sensor bytes of the housekeeping packet just entered (the last of out.hk).
-void copy_sensor_row(const uint8_t* packet, const Walk& walk, BlockResult& out) {
+inline void copy_sensor_row(const uint8_t* packet, const Walk& walk, BlockResult& out) {
   const size_t width = walk.sensor_offsets.size();
   const size_t at = (out.hk.size() - 1) * width;
   if (out.hk_rows.size() < at + width) out.hk_rows.resize(std::max(out.hk_rows.size() * 2, at + width));
@@ -73,10 +93,7 @@ void copy_sensor_row(const uint8_t* packet, const Walk& walk, BlockResult& out) 
       std::memcpy(row, packet + walk.run_start, width);
       break;
     case SensorLayout::SwappedRun:
-      for (size_t j = 0; j < width; j += 2) {
-        row[j] = packet[walk.run_start + j + 1];
-        row[j + 1] = packet[walk.run_start + j];
-      }
+      copy_swapping_pairs(row, packet + walk.run_start, width);
       break;
     case SensorLayout::Scattered:
       for (size_t j = 0; j < width; ++j) row[j] = packet[walk.sensor_offsets[j]];
