@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #ifdef __SSE2__
@@ -16,6 +17,7 @@
 
 #include "catalogue_slot.h"
 #include "core/error.h"
+#include "core/huge_buffer.h"
 #include "core/session.h"
 #include "core/telemetry_file.h"
 
@@ -29,16 +31,50 @@ constexpr int32_t kHeaderBytes = 18;        // identifier .. sub-type word
 constexpr int32_t kBlockFrames = 16384;  // frames a thread classifies at a time
 constexpr int32_t kWindowFrames = 2048;  // frames it reads at a time
 
+// What one block's classification gathers: it only grows (a round's block reuses it), an element
+// is written once and never zero-filled first, and it lies in huge pages, so that a block's
+// megabytes cost a few page faults.
+template <typename T>
+class BlockBuffer {
+  static_assert(std::is_trivially_copyable_v<T>);
+
+ public:
+  size_t size() const { return size_; }
+  const T* data() const { return reinterpret_cast<const T*>(bytes_.get()); }
+  void clear() { size_ = 0; }
+  void reserve(size_t count) {
+    if (count > capacity_) grow(count);
+  }
+  void push_back(const T& element) { *extend(1) = element; }
+  // Room for count more elements at the end, to be written.
+  T* extend(size_t count) {
+    if (size_ + count > capacity_) grow(std::max(capacity_ * 2, size_ + count));
+    T* at = reinterpret_cast<T*>(bytes_.get()) + size_;
+    size_ += count;
+    return at;
+  }
+
+ private:
+  void grow(size_t capacity) {
+    auto bigger = allocate_huge(capacity * sizeof(T));
+    if (size_ > 0) std::memcpy(bigger.get(), bytes_.get(), size_ * sizeof(T));
+    bytes_ = std::move(bigger);
+    capacity_ = capacity;
+  }
+  std::unique_ptr<std::byte[], FreeDeleter> bytes_;
+  size_t size_ = 0;
+  size_t capacity_ = 0;
+};
+
 struct BlockResult {
-  std::vector<Packet_Entry> hk, science, information;
-  // The sensor bytes of each housekeeping entry: hk.size() rows. The buffer only grows, so that
-  // a row is written once, never zero-filled first.
-  std::vector<uint8_t> hk_rows;
+  BlockBuffer<Packet_Entry> hk, science, information;
+  BlockBuffer<uint8_t> hk_rows;  // the sensor bytes of each housekeeping entry: hk.size() rows
   CatalogueCounters counters;
   void clear() {
     hk.clear();
     science.clear();
     information.clear();
+    hk_rows.clear();
     counters = {};
   }
 };
@@ -85,9 +121,7 @@ inline void copy_swapping_pairs(uint8_t* to, const uint8_t* from, size_t width) 
 // Copies the sensor bytes of the housekeeping packet just entered (the last of out.hk).
 inline void copy_sensor_row(const uint8_t* packet, const Walk& walk, BlockResult& out) {
   const size_t width = walk.sensor_offsets.size();
-  const size_t at = (out.hk.size() - 1) * width;
-  if (out.hk_rows.size() < at + width) out.hk_rows.resize(std::max(out.hk_rows.size() * 2, at + width));
-  uint8_t* row = out.hk_rows.data() + at;
+  uint8_t* row = out.hk_rows.extend(width);
   switch (walk.layout) {
     case SensorLayout::Run:
       std::memcpy(row, packet + walk.run_start, width);
