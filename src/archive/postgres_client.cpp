@@ -6,16 +6,9 @@
 namespace morvane::archive {
 
 const PostgresClient& postgres_client() {
-  // A failed load throws out of the initialisation, which the next call then tries again.
-  static const PostgresClient client = [] {
-    const SharedLibrary library("libpq.so.5", "PostgreSQL client");
-    PostgresClient loaded;
-#define MORVANE_POSTGRES_RESOLVE(name) library.resolve(loaded.name, #name);
-    MORVANE_POSTGRES_FUNCTIONS(MORVANE_POSTGRES_RESOLVE)
-#undef MORVANE_POSTGRES_RESOLVE
-    return loaded;
-  }();
-  return client;
+  return functions_loaded_once<PostgresClient>(
+      "libpq.so.5", "PostgreSQL client",
+      [](const SharedLibrary& library, PostgresClient& loaded) { MORVANE_POSTGRES_FUNCTIONS(MORVANE_RESOLVE_FUNCTION) });
 }
 
 }  // namespace morvane::archive

@@ -27,16 +27,9 @@ struct DigestFunctions {
 };
 
 const DigestFunctions& digest_functions() {
-  // A failed load throws out of the initialisation, which the next call then tries again.
-  static const DigestFunctions functions = [] {
-    const SharedLibrary library("libcrypto.so.3", "cryptography");
-    DigestFunctions loaded;
-#define MORVANE_DIGEST_RESOLVE(name) library.resolve(loaded.name, #name);
-    MORVANE_DIGEST_FUNCTIONS(MORVANE_DIGEST_RESOLVE)
-#undef MORVANE_DIGEST_RESOLVE
-    return loaded;
-  }();
-  return functions;
+  return functions_loaded_once<DigestFunctions>(
+      "libcrypto.so.3", "cryptography",
+      [](const SharedLibrary& library, DigestFunctions& loaded) { MORVANE_DIGEST_FUNCTIONS(MORVANE_RESOLVE_FUNCTION) });
 }
 
 }  // namespace

@@ -28,4 +28,21 @@ class SharedLibrary {
   void* handle_ = nullptr;
 };
 
+// The functions of a library, loaded the first time they are asked for: resolve_all(library,
+// functions) fills them, usually one MORVANE_RESOLVE_FUNCTION a function. A failed load throws
+// out of the initialisation, which the next call then tries again.
+template <typename Functions, typename ResolveAll>
+const Functions& functions_loaded_once(const char* file, const char* purpose, ResolveAll resolve_all) {
+  static const Functions functions = [&] {
+    const SharedLibrary library(file, purpose);
+    Functions loaded;
+    resolve_all(library, loaded);
+    return loaded;
+  }();
+  return functions;
+}
+
+// Inside a resolve_all whose parameters are named library and loaded.
+#define MORVANE_RESOLVE_FUNCTION(name) library.resolve(loaded.name, #name);
+
 }  // namespace morvane
