@@ -214,21 +214,32 @@ void ZebText::scan_records(int32_t first, int32_t last, const RecordVisitor& vis
         carried.clear();
       }
     }
-    // Whole 64-byte blocks by their masks: a bit that differs from the one before it is where
-    // an item starts or ends.
+    // Whole 64-byte blocks by their masks: an item starts at a set bit after a clear one and ends
+    // at the clear bit after a set one. Each item is taken from its start, its length from the
+    // next end; one that runs past the block is finished in the next.
     bool in_item = false;
     const char* item_begin = p;
     while (end - p >= 64 && r <= last) {
       const uint64_t items = item_bytes(reinterpret_cast<const uint8_t*>(p));
-      uint64_t edges = items ^ ((items << 1) | (in_item ? 1u : 0u));
-      in_item = (items >> 63) != 0;
-      for (; edges != 0 && r <= last; edges &= edges - 1) {
-        const int bit = std::countr_zero(edges);
-        if ((items >> bit) & 1u) {
-          item_begin = p + bit;
-        } else {
-          take(item_begin, p + bit);
+      const uint64_t before = (items << 1) | (in_item ? 1u : 0u);
+      const uint64_t ends = ~items & before;
+      if (in_item) {
+        if (ends == 0) {  // the item goes on through the whole block
+          p += 64;
+          continue;
         }
+        take(item_begin, p + std::countr_zero(ends));
+      }
+      in_item = false;
+      for (uint64_t starts = items & ~before; starts != 0 && r <= last; starts &= starts - 1) {
+        const int bit = std::countr_zero(starts);
+        const uint64_t ends_after = ends >> bit;
+        if (ends_after == 0) {  // runs past the block
+          item_begin = p + bit;
+          in_item = true;
+          break;
+        }
+        take(p + bit, p + bit + std::countr_zero(ends_after));
       }
       p += 64;
     }
