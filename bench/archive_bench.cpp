@@ -8,7 +8,6 @@
 #include "archive/archive.h"
 #include "bench_files.h"
 #include "core/error.h"
-#include "sim/config_writer.h"
 #include "sim/telemetry_writer.h"
 
 namespace morvane {
@@ -17,11 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kCampaignFiles = 1000;
-
-const Configuration& demo_configuration() {
-  static const Configuration config = load_configuration(sim::write_configuration(bench::bench_dir() + "/base"));
-  return config;
-}
 
 // Bytes of a SQLite archive: the file and its write-ahead log.
 double archive_bytes(const std::string& path) {
@@ -48,7 +42,7 @@ void BM_IngestBigFile(benchmark::State& state) {
     state.PauseTiming();
     remove_archive(path);
     state.ResumeTiming();
-    const auto report = archive::open_archive(path)->ingest({file}, demo_configuration(), options);
+    const auto report = archive::open_archive(path)->ingest({file}, bench::demo_configuration(), options);
     if (report.added.size() != 1) state.SkipWithError("the file did not go in");
   }
   state.SetBytesProcessed(static_cast<int64_t>(telemetry) * state.iterations());
@@ -78,7 +72,7 @@ archive::Archive& campaign_archive() {
       }
       archive::IngestOptions options;
       options.type = FileFormat::CSS;
-      const auto report = archive::open_archive(part)->ingest(files, demo_configuration(), options);
+      const auto report = archive::open_archive(part)->ingest(files, bench::demo_configuration(), options);
       if (report.added.size() != files.size()) raise(ErrorNumber::DeviceIoError, "campaign files did not all go in");
       fs::rename(part, path);
       fs::remove_all(folder);

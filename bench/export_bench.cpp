@@ -8,7 +8,6 @@
 #include "bench_files.h"
 #include "core/session.h"
 #include "export/export_presenter.h"
-#include "sim/config_writer.h"
 
 namespace morvane {
 namespace {
@@ -19,7 +18,7 @@ constexpr int32_t kPackets = 100000;
 Session& loaded_session() {
   static Session session = [] {
     Session s;
-    s.config = load_configuration(sim::write_configuration(bench::bench_dir() + "/export-base"));
+    s.config = bench::demo_configuration();
     load_telemetry(s, bench::frames_file(50000ULL * 282), FileFormat::CSS);
     return s;
   }();

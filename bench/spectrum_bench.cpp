@@ -52,6 +52,7 @@ std::string spectra_file(int spectra) {
 
 void BM_OpenSpectrumWindow(benchmark::State& state) {
   Session session;
+  session.config = bench::demo_configuration();
   load_telemetry(session, spectra_file(static_cast<int>(state.range(0))), FileFormat::CSS);
   SpectrumPresenter view;
   for (auto _ : state) {
@@ -65,6 +66,7 @@ BENCHMARK(BM_OpenSpectrumWindow)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 void BM_MoveToSpectrum(benchmark::State& state) {
   Session session;
+  session.config = bench::demo_configuration();
   load_telemetry(session, spectra_file(1000), FileFormat::CSS);
   SpectrumPresenter view;
   view.open(session);

@@ -34,7 +34,7 @@ using Field = SummaryFindBar::Field;
 
 struct Workstation {
   ConsoleDialogs dialogs;
-  EGSE_MDI window{{}, dialogs};
+  EGSE_MDI window{bench::demo_configuration(), dialogs};
   Summary* summary = nullptr;
   SummaryFindBar* bar = nullptr;
 

@@ -13,7 +13,6 @@
 #include "dialogs.h"
 #include "integrity_form.h"
 #include "main_window.h"
-#include "sim/config_writer.h"
 #include "trend_chart.h"
 #include "trend_form.h"
 #include "decoders/integrity.h"
@@ -31,16 +30,11 @@ const std::string& million_packet_file() {
   return path;
 }
 
-Configuration bench_configuration() {
-  static const std::string base = sim::write_configuration(bench::bench_dir() + "/trend-base");
-  return load_configuration(base);
-}
-
 // A window on the file, loaded once for all the benchmarks.
 EGSE_MDI& loaded_window() {
   static ConsoleDialogs dialogs;
   static EGSE_MDI* window = [] {
-    auto* made = new EGSE_MDI(bench_configuration(), dialogs);
+    auto* made = new EGSE_MDI(bench::demo_configuration(), dialogs);
     made->set_byte_reverse(true);
     made->resize(1400, 900);
     made->load_file(FileFormat::CSS, QString::fromStdString(million_packet_file()));
