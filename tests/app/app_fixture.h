@@ -48,8 +48,8 @@ class FakeDialogs : public Dialogs {
     messages.push_back(text);
     if (on_message) on_message();
   }
-  bool ask_ok_cancel(QWidget*, const QString&) override { return ask(false); }
-  bool ask_yes_no(QWidget*, const QString&) override { return ask(true); }
+  bool ask_ok_cancel(QWidget*, const QString&) override { return answer(false); }
+  bool ask_yes_no(QWidget*, const QString&) override { return answer(true); }
   bool choose_printer(QWidget*, QPrinter& printer) override {
     const QString file = next(printers, "print");
     if (file.isEmpty()) return false;
@@ -72,10 +72,7 @@ class FakeDialogs : public Dialogs {
     queue.pop_front();
     return answer;
   }
-  bool ask(bool yes_no) {
-    questions.push_back(yes_no);
-    return next(answers, "question", true);
-  }
+  bool answer(bool yes_no) { return questions.push_back(yes_no), next(answers, "question", true); }
 };
 
 // Serves events until the condition holds or the time is up; returns the condition.

@@ -94,7 +94,6 @@ TEST_F(ExportFormTest, ABadAD590EntryOrRangeIsItsMessageAndIsResetWithoutAFileDi
 
 // The choices in the dialog reach the writer: the files are the command line's for the same ones.
 TEST_F(ExportFormTest, EachDialogWritesWhatTheCommandLineWritesForTheSameChoicesAndShowsARunTimeError) {
-  // Housekeeping 2..5, semicolons, AD590-corrected, three sensors.
   ExportForm* hk = open("mnuExportHousekeeping", ViewKind::ExportHousekeeping);
   hk->all_box()->click();
   hk->from_field()->setText("2");
@@ -107,7 +106,6 @@ TEST_F(ExportFormTest, EachDialogWritesWhatTheCommandLineWritesForTheSameChoices
             cli_export("hk", {"--from", "2", "--to", "5", "--delimiter", "semicolon", "--format", "calibrated-ad590",
                               "--sensors", "1,28,29"}, "hk_cli.csv"));
 
-  // Spectra 2..3 for charts.
   ExportForm* spectra = open("mnuExportScienceSpectra", ViewKind::ExportSpectra);
   spectra->all_box()->click();
   spectra->from_field()->setText("2");

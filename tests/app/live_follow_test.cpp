@@ -69,7 +69,6 @@ TEST_F(LiveFollowTest, TheMenuItemStartsAndStopsCollectionWhoseNewFramesReachThe
   EXPECT_EQ(housekeeping->header_text("HK Packet number"), "6");
   EXPECT_FALSE(housekeeping->showing_registers());
 
-  // A deleted log is waited for.
   std::filesystem::remove(log());
   window->Timer1_Timer();
   window->Timer1_Timer();  // said once

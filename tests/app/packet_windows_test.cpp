@@ -89,7 +89,6 @@ TEST_F(PacketWindows, TheRawAndConciseViewsStepThroughFramesAndShowInRawFrameMar
   concise = shown<Concise_Form>(ViewKind::Concise);
   concise->scroll_bar()->setValue(4);
   EXPECT_TRUE(one_message("Input past end of file"));
-  EXPECT_TRUE(dialogs.messages[0].endsWith("; Error number 62"));
   EXPECT_EQ(concise->frame_text(), "1");  // the slots keep what they showed
 
   QPushButton* button = concise->pause_button();  // Pause and Continue switch the collection timer

@@ -54,8 +54,7 @@ TEST_F(TrendWindow, TheTickedSensorsPlotOnAWorkerThreadAsAtOnceUnlessCancelledSa
   form->set_sensor_chosen(kBoardTemperature, true);
   form->set_sensor_chosen(22, true);
   EXPECT_EQ(form->chosen_sensors(), (std::vector<int>{22, kBoardTemperature}));
-  EXPECT_EQ(values_of(form->series()), expected({22, kBoardTemperature}));
-  ASSERT_EQ(form->series()[0].size(), static_cast<size_t>(window->session().catalogue.HK_Count()));
+  ASSERT_EQ(values_of(form->series()), expected({22, kBoardTemperature}));
   TrendChart* chart = form->chart();
   EXPECT_TRUE(chart->shows_whole_file());
   EXPECT_EQ(chart->window(), whole_time_window(form->series()));
@@ -139,7 +138,6 @@ TEST_F(TrendWindow, GrowsDuringLiveFollowAndStartsOverOnANewFile) {
 
   grow_log(frames(6));
   EXPECT_EQ(values_of(form->series()), expected({29}));
-  ASSERT_EQ(form->series()[0].size(), 6u);
   EXPECT_EQ(form->chart()->window(), (TimeWindow{108, 148}));  // the whole file, still
   EXPECT_EQ(form->chart()->plot().window, form->chart()->window());
 
