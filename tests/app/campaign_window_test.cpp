@@ -49,10 +49,6 @@ class CampaignWindowTest : public testing::AppTest {
     return campaign;
   }
 
-  static void show_tab(CampaignWindow* campaign, QWidget* tab) {
-    campaign->tabs()->setCurrentWidget(tab);
-    QApplication::processEvents();
-  }
   static QString cell(const QTableView* t, int row, int col) { return t->model()->index(row, col).data().toString(); }
 
   QString archive_path;
@@ -110,7 +106,8 @@ TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveWhoseTablesSearchTrendAndDouble
 
   // The trend crosses the files, with their boundaries and the sensor's limits.
   CampaignTrendPanel* trend = campaign->trend_panel();
-  show_tab(campaign, trend);
+  campaign->tabs()->setCurrentWidget(trend);
+  QApplication::processEvents();
   trend->set_sensor_chosen(kBoardTemperature, true);
   ASSERT_EQ(trend->series().size(), 1u);
   const std::vector<int64_t>& of_file = trend->point_files().front();
@@ -121,7 +118,8 @@ TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveWhoseTablesSearchTrendAndDouble
   EXPECT_TRUE(trend->chart()->limits()[0].has_value());  // the board temperature has limits in cruise mode
 
   // A double click on a file loads it with its type and byte order; on a test, opens its evaluation.
-  show_tab(campaign, table->parentWidget());
+  campaign->tabs()->setCurrentWidget(table->parentWidget());
+  QApplication::processEvents();
   window->set_byte_reverse(false);  // archived read low byte first: the load switches back
   table->sortByColumn(CampaignFileModel::Id, Qt::DescendingOrder);
   testing::double_click(table, table->model()->index(0, CampaignFileModel::Name));
@@ -133,7 +131,8 @@ TEST_F(CampaignWindowTest, TheMenuOpensTheArchiveWhoseTablesSearchTrendAndDouble
   QTest::keyClick(table, Qt::Key_Return);
   EXPECT_EQ(window->session().File_Name, files[0].toStdString());
 
-  show_tab(campaign, tests->parentWidget());
+  campaign->tabs()->setCurrentWidget(campaign->tests_table()->parentWidget());
+  QApplication::processEvents();
   tests->sortByColumn(CampaignTestModel::File, Qt::DescendingOrder);
   int row = 0;  // the faulty EAFT test
   while (row < tests->model()->rowCount() &&
