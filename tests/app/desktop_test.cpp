@@ -108,8 +108,7 @@ TEST_F(Desktop, TheWindowAndHelpMenusAndInEveryListEnterOpensTheLineAndCtrlCCopi
   ASSERT_NE(window->view(ViewKind::Housekeeping), nullptr);
   EXPECT_EQ(window->mdi_area()->activeSubWindow(), window->frame_of(window->view(ViewKind::Housekeeping)));
 
-  list->selectionModel()->select(summary->model(0)->index(0), QItemSelectionModel::Select);
-  list->selectionModel()->select(summary->model(0)->index(1), QItemSelectionModel::Select);
+  list->selectionModel()->select({summary->model(0)->index(0), summary->model(0)->index(1)}, QItemSelectionModel::Select);
   QTest::keyClick(list, Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(),
             summary->model(0)->index(0).data().toString() + "\n" + summary->model(0)->index(1).data().toString());

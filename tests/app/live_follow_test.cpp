@@ -125,8 +125,7 @@ class LiveFollowAlone : public ::testing::Test {
   int loads = 0;
   std::vector<int32_t> updates;  // the frame count each update of the views saw
   std::vector<bool> on;  // each change of collecting, as signalled
-  bool busy = false;
-  bool fail_update = false;
+  bool busy = false, fail_update = false;
 };
 
 TEST_F(LiveFollowAlone, AShrunkLogIsIgnoredUntilItGrowsPastTheFramesSeenAndANewFileIsLoadedAfresh) {

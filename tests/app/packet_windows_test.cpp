@@ -155,8 +155,7 @@ TEST_F(PacketWindows, TheEntryWindowsShowTheEntryChosenStepThroughTheirPacketsAn
                             sub_packet(2, kIsotope, 0x4000, 3, {0x0100, 0x0021}), sub_packet(3, kGc, 0xC000, 0, {0x0010}),
                             sub_packet(kStart + 4, kIsotope, 0, 0, {0x0050})}));
   auto* form = show<Spectra_Form>(ViewKind::Spectra);
-  QScrollBar* spectra = form->spectrum_scroll();
-  QScrollBar* sub_packets = form->sub_packet_scroll();
+  QScrollBar *spectra = form->spectrum_scroll(), *sub_packets = form->sub_packet_scroll();
   EXPECT_EQ(spectra->maximum(), 3);
   // The scroll bar moved, the value, the title's start and the sub-packets (0: none shown).
   const std::tuple<QScrollBar*, int, const char*, int> steps[] = {

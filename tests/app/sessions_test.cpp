@@ -28,8 +28,7 @@ class Sessions : public testing::AppTest {
 
 TEST_F(Sessions, LoadedFilesAreRememberedAboveExitWithTheirFormatMostRecentFirstAndAGoneOneLeavesTheList) {
   EXPECT_FALSE(recent_menu()->actions().front()->isEnabled());  // "(none)"
-  const QString a = file("a.dat");
-  const QString b = file("b.dat");
+  const QString a = file("a.dat"), b = file("b.dat");
   ASSERT_TRUE(load_through_menu("mnuLoadFile_QM", a));
   ASSERT_TRUE(window->load_file(FileFormat::GRM, b));
   ASSERT_TRUE(window->load_file(FileFormat::CSS, a));  // again, as another format

@@ -13,9 +13,7 @@ namespace {
 class JournalView : public ChildView {
  public:
   JournalView(Workstation& workstation, ViewKind kind, std::vector<std::string>& journal)
-      : ChildView(workstation, kind), journal_(journal) {
-    note("made");
-  }
+      : ChildView(workstation, kind), journal_(journal) { note("made"); }
   void update_realtime() override { note("update"); }
   void show_current_entry() override { note("entry"); }
   void session_reloaded() override { note("reloaded"); }
