@@ -227,13 +227,12 @@ TEST_F(Cataloguing, AFailedOpenChangesNothing) {
   EXPECT_EQ(std::tuple(session.File_Name, catalogue().HK_Count()), std::tuple(dir.path("t.dat"), 1));
 }
 
-TEST(CatalogueLimits, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
-  testing::TempDir dir;
+TEST_F(Cataloguing, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
   const std::string path = dir.path("huge.css");
   testing::write_file(path, "");
   std::filesystem::resize_file(path, largest_supported_size(FileFormat::CSS) + 1);  // sparse: no disk used
-  Session session;
-  const testing::Thrown overflow = testing::thrown([&] { load_telemetry(session, path, FileFormat::CSS); });
+  const testing::Thrown overflow
+ = testing::thrown([&] { load_telemetry(session, path, FileFormat::CSS); });
   EXPECT_EQ(overflow.number, 6);
   EXPECT_PRED2(testing::contains, overflow.message, "2147483580 bytes");
   EXPECT_EQ(session.catalogue.Information_Count(), 0);

@@ -65,7 +65,7 @@ TEST(HkMode, TheLineHighByteIsClampedExceptAt128WhichOverflows) {
 TEST(HkSensorLine, DecimalsSetTheValueAndStepTexts) {
   Configuration config;
   config.Sensor_Table.resize(3);
-  config.sensor(1).Sensor_Name = "Supply";
+
   DecodedHousekeeping decoded;
   decoded.sensors.resize(3);
   decoded.sensors[0] = DecodedSensor{0, 0, 0, -3.14159, -3.0, "V"};
