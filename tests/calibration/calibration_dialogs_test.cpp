@@ -19,13 +19,11 @@
 namespace morvane {
 namespace {
 
-TEST(PressureCalibration, ValuesArePaddedByTheirSize) {
+// The dialog pads values by their size; the file writes numbers as the configuration reads them.
+TEST(PressureCalibration, ValuesArePaddedForTheDialogAndWrittenForTheConfiguration) {
   const std::pair<double, const char*> cases[] = {
       {0.5, "      0.5000"}, {-0.5, "     -0.5000"}, {-123.4, " -123.4000"}, {1234.5, "1234.5000"}, {99999, "99999.0000"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(padded_display(value), text) << value;
-}
-
-TEST(PressureCalibration, TheFileWritesNumbersAsTheConfigurationReadsThem) {
   EXPECT_EQ(pressure_file_text({{22, 1234.5, 56.25}, {23, -3, -0.5}}), " 2\r\n22, 1234.5,  56.25\r\n23, -3, -0.5\r\n");
   EXPECT_EQ(pressure_file_text({}), " 0\r\n");
 }
@@ -46,12 +44,12 @@ class CalibrationTest : public ::testing::Test {
 };
 
 TEST_F(CalibrationTest, AcceptWithoutModifyWritesNothingAndAsksNothing) {
-  testing::write_file(pressure_file(), "5\n22,1,2\n23,1,2\n24,1,2\n25,1,2\n26,1,2\n");  // not as the editor writes it
+  const std::string unlike_the_editors = "5\n22,1,2\n23,1,2\n24,1,2\n25,1,2\n26,1,2\n";
+  testing::write_file(pressure_file(), unlike_the_editors);
   Calibration editor(config);
   editor.Command1_Click();
-  EXPECT_TRUE(editor.closed());
-  EXPECT_EQ(editor.question(), Calibration::Question::None);
-  EXPECT_EQ(testing::read_file(pressure_file()), "5\n22,1,2\n23,1,2\n24,1,2\n25,1,2\n26,1,2\n");
+  EXPECT_EQ(std::tuple(editor.closed(), editor.question()), std::tuple(true, Calibration::Question::None));
+  EXPECT_EQ(testing::read_file(pressure_file()), unlike_the_editors);
 }
 
 TEST_F(CalibrationTest, ModifiedEntriesAreWrittenAndNonNumericOnesIgnored) {
@@ -72,8 +70,8 @@ TEST_F(CalibrationTest, ModifiedEntriesAreWrittenAndNonNumericOnesIgnored) {
   EXPECT_STREQ(editor.question_text(), "Are you sure that you want to change the pressure sensor calibration values");
   EXPECT_TRUE(editor.question_is_yes_no());
   editor.answer(true);
-  EXPECT_TRUE(editor.closed());
-  EXPECT_EQ(std::tuple(config.pressure(1).C1, config.pressure(1).C2), std::tuple(45, 7.5));  // abc left C1 as it was
+  // abc left C1 as it was.
+  EXPECT_EQ(std::tuple(editor.closed(), config.pressure(1).C1, config.pressure(1).C2), std::tuple(true, 45, 7.5));
   EXPECT_EQ(testing::read_file(pressure_file()),
             " 5\r\n22, 45,  7.5\r\n23, 45,  5\r\n24, 45,  5\r\n25, 45,  5\r\n26, 1234.5,  5\r\n");
   EXPECT_EQ(read_pressure_table(pressure_file()).size(), 5u);  // the configuration reads it back
@@ -92,8 +90,7 @@ TEST_F(CalibrationTest, ResetThenCancelRestoresTheSavedValues) {
   EXPECT_EQ(testing::read_file(pressure_file()), saved);  // held in memory until Accept
 
   editor.Command2_Click();
-  EXPECT_TRUE(editor.closed());
-  EXPECT_EQ(std::tuple(config.pressure(2).C1, config.pressure(2).C2), std::tuple(45, 5));
+  EXPECT_EQ(std::tuple(editor.closed(), config.pressure(2).C1, config.pressure(2).C2), std::tuple(true, 45, 5));
   EXPECT_EQ(testing::read_file(pressure_file()), saved);
 }
 
@@ -134,7 +131,8 @@ TEST_F(CalibrationTest, ARecordOfAnUnknownSensorCannotBeShown) {
   EXPECT_THROW(Calibration editor(config), RuntimeError);
 }
 
-class AD590Test : public CalibrationTest {};
+using AD590Test = CalibrationTest;
+
 
 TEST_F(AD590Test, AcceptStoresTheThermocoupleVoltageOfTheTemperature) {
   EXPECT_TRUE(AD590_Cal(config).Command1_Click(config, "25"));

@@ -123,9 +123,9 @@ TEST_F(Cataloguing, ALongFirstPacketEndsTheFrame) {
   writer.add_frame({Packet{kHousekeepingId, 1, 300, 0, 0, {{kSubType, 2}}, {}}});
   writer.add_frame({hk(1)});
   load(FileFormat::CSS);
-  EXPECT_EQ(catalogue().HK_Count(), 2);  // the second HK is frame 2's own, not read inside frame 1
-  EXPECT_EQ(catalogue().HK_List[2].Packet_Frame, 2);
-  EXPECT_EQ(catalogue().Information_Count(), 1);  // frame 2's trailing empty slot
+  // The second HK is frame 2's own, not read inside frame 1; the one slot is frame 2's trailing empty one.
+  EXPECT_EQ(std::tuple(catalogue().HK_Count(), catalogue().HK_List[2].Packet_Frame, catalogue().Information_Count()),
+            std::tuple(2, 2, 1));
 }
 
 TEST_F(Cataloguing, MemoryChecksumsAccumulateOverLoads) {
@@ -164,10 +164,11 @@ TEST_F(Cataloguing, GrowingFileIsExtendedFromThePreviousPass) {
             std::tuple(2, 2, 0, 2));
   Save_Catalogue_Counts(session);
   EXPECT_EQ(catalogue().Previous_HK_Count, 2);
-  testing::write_bytes(dir.path("t.dat"), writer.bytes());
-  EXPECT_FALSE(extend_catalogue(session));  // a frame once catalogued is not read again
-  testing::write_bytes(dir.path("t.dat"), {});
-  EXPECT_FALSE(extend_catalogue(session));  // a shrunk file is ignored
+  // A frame once catalogued is not read again; a shrunk file is ignored.
+  for (const auto& bytes : {writer.bytes(), std::vector<uint8_t>{}}) {
+    testing::write_bytes(dir.path("t.dat"), bytes);
+    EXPECT_FALSE(extend_catalogue(session));
+  }
   EXPECT_EQ(catalogue().HK_Count(), 2);
 }
 
@@ -222,16 +223,16 @@ TEST_F(Cataloguing, AFailedOpenChangesNothing) {
   writer.add_frame({hk(1)});
   load(FileFormat::CSS);
   EXPECT_THROW(load_telemetry(session, dir.path("missing.dat"), FileFormat::QM), RuntimeError);
+
   EXPECT_EQ(std::tuple(session.File_Name, catalogue().HK_Count()), std::tuple(dir.path("t.dat"), 1));
 }
 
-TEST(CatalogueLimits, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
-  testing::TempDir dir;
+TEST_F(Cataloguing, AFileTooLargeFor32BitPositionsIsRefusedNamingTheLargestSize) {
   const std::string path = dir.path("huge.css");
   testing::write_file(path, "");
   std::filesystem::resize_file(path, largest_supported_size(FileFormat::CSS) + 1);  // sparse: no disk used
-  Session session;
-  const testing::Thrown overflow = testing::thrown([&] { load_telemetry(session, path, FileFormat::CSS); });
+  const testing::Thrown overflow
+ = testing::thrown([&] { load_telemetry(session, path, FileFormat::CSS); });
   EXPECT_EQ(overflow.number, 6);
   EXPECT_PRED2(testing::contains, overflow.message, "2147483580 bytes");
   EXPECT_EQ(session.catalogue.Information_Count(), 0);
@@ -268,8 +269,7 @@ TEST(HousekeepingSensorTable, AColumnReadsItsSensorInPlaceAcrossChunks) {
     const uint8_t* run = column.at(HKSensorColumn::kChunkRows);
     for (size_t i = 0; i < 7; ++i) EXPECT_EQ(run[i * column.stride()], byte_of(HKSensorColumn::kChunkRows + i + 1, sensor));
   }
-  EXPECT_EQ(table.column(2, 5).size(), 5u);
-  EXPECT_EQ(table.column(9, 0).size(), 0u);
+  EXPECT_EQ(std::tuple(table.column(2, 5).size(), table.column(9, 0).size()), std::tuple(5u, 0u));
   for (const auto& [sensor, count] : {std::pair{0, 1}, std::pair{kSensors + 1, 1}, std::pair{1, -1},
                                       std::pair{1, static_cast<int>(entries) + 1}}) {
     EXPECT_THROW(table.column(sensor, count), RuntimeError) << sensor << " " << count;
@@ -282,8 +282,7 @@ TEST(HousekeepingSensorTable, AColumnKeepsItsBytesWhenTheTableGrowsOrIsLoadedAne
   append_entries(table, 1, 100);
   HKSensorColumn column = table.column(2, 100);
   append_entries(table, 101, 200);  // live follow
-  EXPECT_EQ(column.size(), 100u);
-  EXPECT_EQ(table.column(2, 200)[150], byte_of(151, 2));
+  EXPECT_EQ(std::tuple(column.size(), table.column(2, 200)[150]), std::tuple(100u, byte_of(151, 2)));
   table.reset(kSensors);  // a new file
   append_entries(table, 1, 100, 7);
   for (size_t p = 0; p < 100; ++p) ASSERT_EQ(column[p], byte_of(p + 1, 2)) << p;

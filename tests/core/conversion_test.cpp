@@ -43,15 +43,14 @@ TEST_F(ConversionTest, PressureChannelsOverwriteTheCallersVoltage) {
   double voltage = 4.5, value = 0;
   std::string unit;
   Convert_Sensor(config, 22, voltage, value, unit);
-  EXPECT_DOUBLE_EQ(voltage, 40);  // 4.5 x 10 - 5
-  EXPECT_DOUBLE_EQ(value, 1.0);   // 40 / (45 - 5)
-  EXPECT_EQ(unit, "bar");
+  // 4.5 x 10 - 5 and 40 / (45 - 5): the values here are exact in binary.
+  EXPECT_EQ(std::tuple(voltage, value, unit), std::tuple(40.0, 1.0, "bar"));
   Convert_Sensor(config, 22, voltage, value, unit);  // the second call sees the changed voltage
   EXPECT_DOUBLE_EQ(value, (400 - 5) / 40.0);
   voltage = 2.5;
   Convert_Sensor(config, 26, voltage, value, unit);
-  EXPECT_DOUBLE_EQ(value, 20 * 1000 / 40.0);
-  EXPECT_EQ(unit, "mbar");
+  EXPECT_EQ(std::tuple(value, unit), std::tuple(20 * 1000 / 40.0, "mbar"));
+
 }
 
 // Equal readings (division by zero) are the error battery's.

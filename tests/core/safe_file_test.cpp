@@ -130,6 +130,7 @@ TEST(SafeFile, ALinkIsFollowedAndStaysALink) {
   testing::TempDir dir;
   fs::create_directory(dir.path("real"));
   testing::write_file(dir.path("real/data.txt"), "old\n");
+
   fs::create_symlink("real/data.txt", dir.path("link.txt"));
   fs::create_symlink("link.txt", dir.path("link2.txt"));  // a link to a link
   replace_file(dir.path("link2.txt"), "new\n");
@@ -152,8 +153,7 @@ TEST(SafeFile, APipeIsWrittenInPlaceAndInOrder) {
   std::thread reader([&] { received = testing::read_file(pipe); });
   {
     ReplacementFile file(pipe);
-    EXPECT_TRUE(file.direct());
-    EXPECT_TRUE(file.temporary_path().empty());
+    EXPECT_TRUE(file.direct() && file.temporary_path().empty());
     for (size_t at = 0; at < sent.size(); at += 7) file.write(sent.substr(at, 7));
     file.commit();
   }

@@ -29,7 +29,7 @@ TEST(FrameCount, RoundsUpAndCountsGrmFramesBy256) {
   }
 }
 
-TEST(FrameCount, ZebCountsRecordsAfterTheHeaderRoundingUp) {
+TEST(FrameCount, ZebCountsRecordsAfterTheHeaderRoundingUpAndSplitsItemsOnCommasBlanksAndLineBreaks) {
   TempDir dir;
   auto items = [](int n) {
     std::string text;
@@ -41,10 +41,6 @@ TEST(FrameCount, ZebCountsRecordsAfterTheHeaderRoundingUp) {
     testing::write_file(dir.path("z"), items(n));
     EXPECT_EQ(TelemetryFile(dir.path("z"), FileFormat::ZEB).Get_Packet_Count(), records) << n << " items";
   }
-}
-
-TEST(FrameCount, ZebItemsSplitOnCommasBlanksAndLineBreaks) {
-  TempDir dir;
   testing::write_file(dir.path("z"), "1,2 3\t4\r\n5,,6   \n\n7");
   EXPECT_EQ(ZebText(FileBytes(dir.path("z"))).item_count(), 7);
 }
@@ -72,24 +68,21 @@ TEST(PacketByte, ZebBytesComeFromTheRecordItems) {
   EXPECT_THROW(file.packet_byte(entry, 256, false), RuntimeError);  // beyond item 136
 }
 
-TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHang) {
+TEST(ZebRecord, AFileCutShortAfterItsScanIsInputPastEndOfFileNotAHangAndTextForANumberIsATypeMismatch) {
   TempDir dir;
-  const std::string text = testing::zeb_text(
+  std::string text = testing::zeb_text(
       {testing::zeb_record(LabelCode::HousekeepingUnknown), testing::zeb_record(LabelCode::UnknownProgressEvent)});
   testing::write_file(dir.path("z"), text);
-  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  ASSERT_EQ(file.Get_Packet_Count(), 2);
+  TelemetryFile cut(dir.path("z"), FileFormat::ZEB);
+  ASSERT_EQ(cut.Get_Packet_Count(), 2);
   std::filesystem::resize_file(dir.path("z"), text.size() / 2);
-  EXPECT_EQ(testing::thrown([&] { file.zeb().record(2); }).number, 62);
-}
+  EXPECT_EQ(testing::thrown([&] { cut.zeb().record(2); }).number, 62);
 
-TEST(ZebRecord, TextWhereANumberBelongsIsATypeMismatch) {
-  TempDir dir;
-  std::string text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
+  text = testing::zeb_text({testing::zeb_record({{5, testing::zeb_id(PacketKind::Housekeeping)}})});
   text.replace(text.rfind(std::to_string(testing::zeb_id(PacketKind::Housekeeping))), 4, "abcd");
-  testing::write_file(dir.path("z"), text);
-  TelemetryFile file(dir.path("z"), FileFormat::ZEB);
-  const testing::Thrown mismatch = testing::thrown([&] { file.zeb().record(1); });
+  testing::write_file(dir.path("z2"), text);
+  const testing::Thrown mismatch =
+      testing::thrown([&] { TelemetryFile(dir.path("z2"), FileFormat::ZEB).zeb().record(1); });
   EXPECT_EQ(mismatch.number, 13);
   EXPECT_PRED2(testing::contains, mismatch.message, "item 5");
 }
@@ -101,10 +94,6 @@ TEST(TelemetryFile, AMissingFileIsFileNotFoundNamingIt) {
 }
 
 
-std::vector<uint8_t> bytes_of(const std::string& path) {
-  const std::string text = testing::read_file(path);
-  return {text.begin(), text.end()};
-}
 
 std::string byte_or_error(const Session& session, const Packet_Entry& entry, int k) {
   try {
@@ -133,7 +122,11 @@ TEST(TelemetryInMemory, CataloguesEveryFormatAsTheSameFileOnDisk) {
     sim::write_telemetry(path, options);
     Session disk, memory;
     load_telemetry(disk, path, format);
-    load_telemetry(memory, std::make_shared<TelemetryFile>("in memory", bytes_of(path), format));
+    const std::string text = testing::read_file(path);
+    const std::vector<uint8_t> bytes(text.begin(), text.end());
+    load_telemetry(memory, std::make_shared<TelemetryFile>("in memory", bytes, format));
+
+
     EXPECT_EQ(std::tie(memory.File_Name, memory.File_Type, memory.Packet_Count),
               std::tuple("in memory", format, disk.Packet_Count));
     for (const auto list : {&Catalogue::HK_List, &Catalogue::Science_List, &Catalogue::Information_List}) {

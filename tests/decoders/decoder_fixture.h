@@ -156,7 +156,16 @@ inline std::string text_at(const Drawing& drawing, int x, int y) {
   return at == drawing.end() ? "(nothing)" : at->text;
 }
 
+// The labels of a graph's or a plot's ticks.
+template <typename Tick>
+std::vector<std::string> tick_labels(const std::vector<Tick>& ticks) {
+  std::vector<std::string> labels;
+  for (const auto& tick : ticks) labels.push_back(tick.label);
+  return labels;
+}
+
 // The first drawn text equal to text.
+
 inline const PlacedText* find_text(const Drawing& drawing, const std::string& text) {
   const auto at = std::ranges::find(drawing, text, &PlacedText::text);
   return at == drawing.end() ? nullptr : &*at;

@@ -20,17 +20,15 @@ TEST_F(HousekeepingViewTest, HeaderLabelsDescribeTheShownPacket) {
   const std::optional<SensorPage> page = state.Form_Load(session);
   ASSERT_TRUE(page);
   const auto& header = page->header;
-  EXPECT_EQ(std::tie(header.packet_type, header.packet_number, header.mode, header.line),
-            std::tuple("Packet type -  Complete ", "2", "11  -  Calibration", "0"));
-  EXPECT_TRUE(page->more_visible);
+  EXPECT_EQ(std::tie(header.packet_type, header.packet_number, header.mode, header.line, page->more_visible),
+            std::tuple("Packet type -  Complete ", "2", "11  -  Calibration", "0", true));
   const ScrollSetting scroll = HousekeepingPresenter::Form_Load_scroll(session);
   EXPECT_EQ(std::tuple(scroll.maximum, scroll.value), std::tuple(2, 2));
 
   const SensorPage concise = state.VScroll1_Change(session, 1);
-  EXPECT_EQ(std::tie(concise.header.packet_type, concise.header.mode, concise.header.line),
-            std::tuple("Packet type -  Concise  ", "16  -  Additional Science", "7"));
-  EXPECT_FALSE(concise.more_visible);
-  EXPECT_EQ(session.Current_HK_Index, 1);
+  EXPECT_EQ(std::tie(concise.header.packet_type, concise.header.mode, concise.header.line, concise.more_visible,
+                     session.Current_HK_Index),
+            std::tuple("Packet type -  Concise  ", "16  -  Additional Science", "7", false, 1));
 }
 
 // The records hold the packet the page shows last, the conversion's units in place of the
@@ -44,8 +42,8 @@ TEST_F(HousekeepingViewTest, TheShownPacketStaysInTheSensorRecords) {
   EXPECT_DOUBLE_EQ(state.Cold_Junction_Term, page.decoded.cold_junction_term);
   EXPECT_EQ(std::tuple(session.config.sensor(29).Raw_Reading, session.config.sensor(22).Raw_Reading),
             std::tuple(10, 16));
-  EXPECT_EQ(session.config.sensor(22).Value_Upper, page.decoded.sensor(22).value_upper);
-  EXPECT_EQ(session.config.sensor(29).Sensor_Unit, "mm");
+  EXPECT_EQ(std::tie(session.config.sensor(22).Value_Upper, session.config.sensor(29).Sensor_Unit),
+            std::tuple(page.decoded.sensor(22).value_upper, "mm"));
 }
 
 TEST(HkMode, EveryModeHasItsName) {
@@ -67,7 +65,7 @@ TEST(HkMode, TheLineHighByteIsClampedExceptAt128WhichOverflows) {
 TEST(HkSensorLine, DecimalsSetTheValueAndStepTexts) {
   Configuration config;
   config.Sensor_Table.resize(3);
-  config.sensor(1).Sensor_Name = "Supply";
+
   DecodedHousekeeping decoded;
   decoded.sensors.resize(3);
   decoded.sensors[0] = DecodedSensor{0, 0, 0, -3.14159, -3.0, "V"};
@@ -103,8 +101,9 @@ TEST_F(HousekeepingViewTest, LinesShowTheDecodedPacketUnderTheTablesNames) {
 }
 
 TEST(HkRegisters, BinaryTextsAreSixteenBitsBit15First) {
-  EXPECT_EQ(binary_text(0xA001), "1 0 1 0 0 0 0 0 0 0 0 0 0 0 0 1 ");
-  EXPECT_EQ(binary_text(0xFFFF), "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ");
+  EXPECT_EQ(std::tuple(binary_text(0xA001), binary_text(0xFFFF)),
+            std::tuple("1 0 1 0 0 0 0 0 0 0 0 0 0 0 0 1 ", "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 "));
+
 }
 
 std::array<int32_t, 16> words(std::initializer_list<std::pair<int, int32_t>> set) {

@@ -38,8 +38,8 @@ TEST(InformationView, AnErrorKeepsWhatTheViewShowed) {
             std::tuple("Information Pkt 3", 55113, 32u, "RF Calibration report"));
   // A memory table beyond word 32 keeps its rows but not the lines.
   EXPECT_EQ(testing::thrown([&] { view.show(file.session, 5); }).number, 9);
-  EXPECT_EQ(view.memory().size(), 23u);  // words 10..32
-  EXPECT_EQ(view.translation()[0].text, "");
+  EXPECT_EQ(std::tuple(view.memory().size(), view.translation()[0].text), std::tuple(23u, ""));  // words 10..32
+
 }
 
 // Words 1..32 as a packet would leave them: every word given, the rest 0.
@@ -105,8 +105,8 @@ void expect_cases(const std::vector<Case>& cases) {
     InformationPresenter view;
     view.show(file.session, 1);
     for (size_t i = 0; i < 5; ++i) {
-      EXPECT_EQ(view.translation()[i].text, expected[i].text) << name << ", line " << i + 1;
-      EXPECT_EQ(view.translation()[i].colour, expected[i].colour) << name << ", colour of line " << i + 1;
+      EXPECT_EQ(std::tie(view.translation()[i].text, view.translation()[i].colour),
+                std::tie(expected[i].text, expected[i].colour)) << name << ", line " << i + 1;
     }
   }
 }
@@ -224,8 +224,9 @@ TEST(InformationTranslation, LineResultsTakeWordsAbove32767Less65535) {
   };
   for (const auto& [word, text] : cases) EXPECT_EQ(get_line_result(config, 128, word), text) << word;
   // No row matches: row 255 gives 0 and no unit.
-  EXPECT_EQ(get_line_result(config, 65535, 0x4000), "0.000 ");
-  EXPECT_EQ(get_line_result(config, 7, 0x1234), "0.000 ");
+  EXPECT_EQ(std::tuple(get_line_result(config, 65535, 0x4000), get_line_result(config, 7, 0x1234)),
+            std::tuple("0.000 ", "0.000 "));
+
 }
 
 }  // namespace

@@ -14,8 +14,7 @@ TEST(RawGrid, WordsSitEightARowWithAGapAfterTheFourth) {
   const std::tuple<int, int, int> cases[] = {{1, 200, 0},   {4, 2300, 0},    {5, 3210, 0},    {8, 5310, 0},
                                              {9, 200, 250}, {13, 3210, 250}, {141, 3210, 4250}};
   for (const auto& [k, x, y] : cases) EXPECT_EQ(std::tuple(raw_word_x(k), raw_word_y(k)), std::tuple(x, y)) << k;
-  EXPECT_EQ(raw_grid_height(141), 18 * 250);
-  EXPECT_EQ(raw_grid_height(0), 0);
+  EXPECT_EQ(std::pair(raw_grid_height(141), raw_grid_height(0)), std::pair(18 * 250, 0));
 }
 
 TEST(RawFrame, HeaderAndTrailerWordsAreRedTheRestBlue) {
@@ -41,8 +40,10 @@ TEST(RawFrame, TheShorterFrameHasOneHundredFortyWordsTheLastRed) {
   ASSERT_EQ(file.session.Packet_Count, 3);
   const RawFrame frame = Display_Raw_Frame(file.session, 1);
   ASSERT_EQ(frame.words.size(), 140u);
-  EXPECT_EQ(frame.words[11].text, "0F3C");
-  EXPECT_TRUE(frame.words[139].colour == kRed && frame.words[138].colour == kBlue);
+  EXPECT_EQ(std::tuple(frame.words[11].text, frame.words[139].colour, frame.words[138].colour),
+            std::tuple("0F3C", kRed, kBlue));
+
+
   // The extra frame lies past the end of the file and shows zeros.
   for (const PlacedText& word : Display_Raw_Frame(file.session, 3).words) EXPECT_EQ(word.text, "0000");
 }

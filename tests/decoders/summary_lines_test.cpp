@@ -47,8 +47,7 @@ TEST(SummaryCounts, ChecksumReportsDoNotApplyToZebFiles) {
     }
     return std::string("missing");
   };
-  EXPECT_EQ(value_of("memory_checksum_count"), "0");
-  EXPECT_EQ(value_of("compact_count"), kNotApplicable);
+  EXPECT_EQ(std::tuple(value_of("memory_checksum_count"), value_of("compact_count")), std::tuple("0", kNotApplicable));
   testing::TempDir dir;
   testing::write_file(dir.path("z"), testing::zeb_text({testing::zeb_record(LabelCode::Concise)}));
   load_telemetry(session, dir.path("z"), FileFormat::ZEB);
@@ -64,8 +63,8 @@ TEST(SummaryFilter, EveryConditionMustHold) {
     list.push_back(e);
   }
   SummaryFilter filter;
-  EXPECT_TRUE(filter.empty());
-  EXPECT_EQ(filter_entries(list, filter).size(), 5u);
+  EXPECT_EQ(std::pair(filter.empty(), filter_entries(list, filter).size()), std::pair(true, size_t{5}));
+
   filter.labels = {LabelCode::Complete};
   EXPECT_EQ(filter_entries(list, filter), (std::vector<int32_t>{1, 3, 4}));
   filter.sequence = {2, std::nullopt};

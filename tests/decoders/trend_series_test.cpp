@@ -91,11 +91,6 @@ TEST(TrendSensorList, AcceptsAllOrNumbersWithinTheTable) {
   for (const char* bad : {"", "0", "37", "1.5", "a", "1,,2"}) EXPECT_THROW(parse_sensor_list(bad, 36), RuntimeError) << bad;
 }
 
-std::vector<std::string> labels(const std::vector<AxisTick>& ticks) {
-  std::vector<std::string> texts;
-  for (const auto& tick : ticks) texts.push_back(tick.label);
-  return texts;
-}
 
 TEST(TrendTimeWindow, HoldsEveryPointAndIsNeverNarrowerThanTheNarrowestWindow) {
   EXPECT_EQ(whole_time_window({}), (TimeWindow{0, 1}));
@@ -105,11 +100,13 @@ TEST(TrendTimeWindow, HoldsEveryPointAndIsNeverNarrowerThanTheNarrowestWindow) {
 }
 
 TEST(TrendAxisTicks, FallOnRoundStepsWithTheDecimalsTheStepNeeds) {
-  EXPECT_EQ(labels(axis_ticks(0, 10, 6)), (std::vector<std::string>{"0", "2", "4", "6", "8", "10"}));
-  EXPECT_EQ(labels(axis_ticks(-0.13, 0.32, 5)), (std::vector<std::string>{"-0.1", "0.0", "0.1", "0.2", "0.3"}));
-  EXPECT_EQ(labels(axis_ticks(61200000, 61210800, 6)),
+  EXPECT_EQ(tick_labels(axis_ticks(0, 10, 6)), (std::vector<std::string>{"0", "2", "4", "6", "8", "10"}));
+  EXPECT_EQ(tick_labels(axis_ticks(-0.13, 0.32, 5)),
+            (std::vector<std::string>{"-0.1", "0.0", "0.1", "0.2", "0.3"}));
+
+  EXPECT_EQ(tick_labels(axis_ticks(61200000, 61210800, 6)),
             (std::vector<std::string>{"61200000", "61202000", "61204000", "61206000", "61208000", "61210000"}));
-  EXPECT_EQ(labels(axis_ticks(0.999, 1.011, 3)), (std::vector<std::string>{"1.000", "1.005", "1.010"}));
+  EXPECT_EQ(tick_labels(axis_ticks(0.999, 1.011, 3)), (std::vector<std::string>{"1.000", "1.005", "1.010"}));
   EXPECT_TRUE(axis_ticks(1, 1, 5).empty() && axis_ticks(0, 1, 0).empty() && axis_ticks(0, NAN, 5).empty());
 }
 
