@@ -63,10 +63,7 @@ TEST_P(ArchiveValues, FilesHoldTheirCountsAndTimeSpanAndTrendsEqualTheSingleFile
   }
 
   // From and to keep only the points between them.
-  archive::TrendQuery query;
-  query.sensors = {1};
-  query.from = sim::kFirstLanderTime + 1000;
-  query.to = sim::kFirstLanderTime + 2000;
+  const archive::TrendQuery query{.sensors = {1}, .from = sim::kFirstLanderTime + 1000, .to = sim::kFirstLanderTime + 2000};
   const auto points = open()->trend(query).at(0).points;
   for (const auto& point : points) {
     EXPECT_GE(point.lander_time, *query.from);

@@ -9,7 +9,6 @@ namespace {
 
 using testing::FrameWriter;
 using testing::json;
-using testing::Packet;
 
 constexpr const char* kCli = "src/cli/morvane-cli";
 

@@ -4,19 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
+#include "cli_fixture.h"
 #include "core/telemetry_file.h"
-#include "sim/config_writer.h"
-#include "test_files.h"
 
 namespace morvane {
 namespace {
 
 using testing::FrameWriter;
 using testing::Packet;
-
-constexpr const char* kCli = "src/cli/morvane-cli";
 
 // A housekeeping packet whose sensor s byte is given (byte 21 + s, placed for the start-up order).
 Packet hk(int32_t time, std::map<int, uint8_t> sensors) {
@@ -25,10 +21,10 @@ Packet hk(int32_t time, std::map<int, uint8_t> sensors) {
   return packet;
 }
 
-class ExportCommandTest : public ::testing::Test {
+class ExportCommandTest : public testing::CliTest {
  protected:
   void SetUp() override {
-    base = sim::write_configuration(dir.path("base"));
+    testing::CliTest::SetUp();
     FrameWriter writer(282);
     writer.add_frame({hk(1000, {{29, 70}, {33, 211}})});
     writer.add_frame({hk(1001, {{29, 0}, {33, 210}})});
@@ -36,14 +32,13 @@ class ExportCommandTest : public ::testing::Test {
     // An auxiliary packet: a docking-station reading at 0.625 V.
     writer.add_frame({Packet{
         testing::kScienceId, 12, 21, 0, 2000, {{16, 1}, {18, 1}, {20, 0}, {22, 2001}, {24, 29}, {26, 0x0800}}, {}}});
-    testing::write_bytes(dir.path("t.dat"), writer.bytes());
+    write_frames(writer);
   }
+  // `export KIND FILE -t CSS --base BASE arguments...`
   testing::ProgramRun cli(const std::string& kind, std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"export", kind, dir.path("t.dat"), "-t", "CSS", "--base", base});
-    return testing::run_program(kCli, arguments);
+    arguments.insert(arguments.begin(), {"export", kind, file, "-t", type, "--base", base});
+    return testing::run_program("src/cli/morvane-cli", arguments);
   }
-  testing::TempDir dir;
-  std::string base;
 };
 
 TEST_F(ExportCommandTest, WritesWhatTheDialogWrites) {
@@ -77,9 +72,9 @@ TEST_F(ExportCommandTest, AnXlsxNameWritesAWorkbook) {
   const auto run = cli("hk", {"--from", "3", "--to", "3", "--delimiter", "tab", "--format", "raw", "--sensors", "29",
                               "-o", dir.path("hk.xlsx"), "--json"});
   ASSERT_EQ(run.status, 0) << run.err;
-  const auto json = nlohmann::json::parse(run.out);
-  EXPECT_EQ(json["out"], dir.path("hk.xlsx"));
-  EXPECT_EQ(json["file_type"], "xlsx");
+  const auto j = testing::json::parse(run.out);
+  EXPECT_EQ(j["out"], dir.path("hk.xlsx"));
+  EXPECT_EQ(j["file_type"], "xlsx");
   EXPECT_EQ(testing::read_file(dir.path("hk.xlsx")).substr(0, 2), "PK");  // a zip container
 }
 

@@ -21,7 +21,6 @@ using testing::SubPacket;
 
 class ViewCommands : public testing::CliTest {
  protected:
-  // Each key is in the object.
   static void expect_keys(const json& object, std::initializer_list<const char*> keys) {
     for (const char* key : keys) EXPECT_TRUE(object.contains(key)) << key << " in " << object.dump().substr(0, 200);
   }

@@ -42,8 +42,6 @@ void export_lines(const std::string& path, int lines) {
   }
 }
 
-using testing::names_in;
-
 class ExportOutputTest : public ::testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
@@ -82,7 +80,7 @@ TEST_P(ExportOutputTest, AFullDiskLeavesThePreviousFileAndSaysWhere) {
     EXPECT_EQ(kept.substr(kept.size() - 2), "\r\n");
     EXPECT_EQ(kept.substr(0, 21), "1\treading\t0.250000\t\r\n");
   }
-  EXPECT_EQ(names_in(dir.path("out")), expected);  // no temporary file is left
+  EXPECT_EQ(testing::names_in(dir.path("out")), expected);  // no temporary file is left
 }
 
 TEST_P(ExportOutputTest, APipeIsWrittenInPlaceAndInOrder) {

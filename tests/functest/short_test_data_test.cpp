@@ -63,7 +63,7 @@ class LoadTestData : public testing::CraftedPacketsTest {
   }
 };
 
-TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFound) {
+TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFoundAndNoCountBeyondTheLastReading) {
   std::vector<Packet> packets;
   for (int n = 1; n <= 8; ++n) {
     if (n != 4) packets.push_back(testing::test_packet(design(), n));
@@ -84,14 +84,12 @@ TEST_F(LoadTestData, ReadsEverySlotOfThePacketsFound) {
     EXPECT_EQ(r.Sensor_ID[static_cast<size_t>(k)], 0);
     EXPECT_EQ(r.Voltage[static_cast<size_t>(k)], 0.0);
   }
-}
 
-TEST_F(LoadTestData, ACountBeyondTheLastReadingIsAnError) {
-  std::vector<Packet> packets;
-  for (int n = 1; n <= 8; ++n) packets.push_back(testing::test_packet(design(), n));
+  // A count beyond the last reading is an error.
+  packets.insert(packets.begin() + 3, testing::test_packet(design(), 4));
   packets[7].words[18] = 30;
-  const Session session = load(packets);
-  EXPECT_NE(testing::thrown([&] { Load_Test_Data(session, collect_test_packets(session.catalogue, 1)); }).number, 0);
+  const Session beyond = load(packets);
+  EXPECT_NE(testing::thrown([&] { Load_Test_Data(beyond, collect_test_packets(beyond.catalogue, 1)); }).number, 0);
 }
 
 TEST_F(LoadTestData, TakesTheFirstRfEventStrictlyInsideTheWindow) {

@@ -15,18 +15,14 @@ constexpr int kIdentity = 31;  // a sensor whose value is its voltage
 
 // All eight packets found, every reading of the identity sensor with the given values (0 elsewhere).
 TestReadings values(const std::map<int, double>& at) {
-  TestReadings r;
+  TestReadings r{.RF_Frequency = 400, .RF_Found = true};
   for (size_t k = 1; k <= kTestReadings; ++k) r.Sensor_ID[k] = kIdentity;
   for (const auto& [k, v] : at) r.Voltage[static_cast<size_t>(k)] = v;
-  r.RF_Found = true;
-  r.RF_Frequency = 400;
   return r;
 }
 
 TestPackets all_found() {
-  TestPackets p;
-  p.Start_Sequence = 10;
-  p.Start_Time = 1234;
+  TestPackets p{.Start_Sequence = 10, .Start_Time = 1234};
   for (int n = 1; n <= kTestPackets; ++n) p.Packet_Index[static_cast<size_t>(n)] = n;
   return p;
 }

@@ -111,11 +111,9 @@ inline std::string limit_file_text(const std::array<RangeRecord, TestRanges::kRe
 }
 
 // Writes the limit file of a type and mode below a base folder, as the limit files are laid out.
-inline std::string write_limit_file(const std::string& base, const std::string& type, const std::string& mode,
-                                    const std::string& text) {
-  const std::string path = base + "/EGSE_Info/Test Ranges/" + type + " " + mode + " Mode.txt";
-  write_file(path, text);
-  return path;
+inline void write_limit_file(const std::string& base, const std::string& type, const std::string& mode,
+                             const std::string& text) {
+  write_file(base + "/EGSE_Info/Test Ranges/" + type + " " + mode + " Mode.txt", text);
 }
 
 // A session over crafted packets, each in a frame of its own (a test packet fills most of a
